@@ -1,0 +1,65 @@
+#include "app/app_paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace dovrex {
+
+QString AppPaths::dataPack() const { return programDir + u'/' + kDataFileName; }
+QString AppPaths::bakDir() const { return programDir + QStringLiteral("/Bak"); }
+QString AppPaths::bakPack() const { return bakDir() + u'/' + kDataFileName; }
+QString AppPaths::workStore() const { return tempDir + u'/' + kDataFileName; }
+QString AppPaths::workAux() const { return tempDir + u'/' + kAuxFileName; }
+QString AppPaths::workStoreCopy() const { return tempDir + QStringLiteral("/dovrex_copy.dat"); }
+QString AppPaths::compactTarget() const { return tempDir + QStringLiteral("/Temp_fu.mdb"); }
+QString AppPaths::lockFile() const { return tempDir + QStringLiteral("/dovrex.lock"); }
+QString AppPaths::helpPage() const { return programDir + QStringLiteral("/dovrexhelp/dovrexHelp.html"); }
+
+AppPaths AppPaths::standard() {
+    AppPaths p;
+    p.programDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    if (p.programDir.isEmpty()) p.programDir = QDir::homePath() + QStringLiteral("/.local/share/dovrex");
+    QString user = qEnvironmentVariable("USER");
+    if (user.isEmpty()) user = QStringLiteral("user");
+    p.tempDir = QDir::tempPath() + QStringLiteral("/dovrex-") + user;
+    QDir().mkpath(p.programDir);
+    QDir().mkpath(p.tempDir);
+    return p;
+}
+
+QString AppPaths::shippedDataDir() {
+    const QString exeDir = QCoreApplication::applicationDirPath();
+    const QStringList candidates{exeDir + QStringLiteral("/../data"), exeDir + QStringLiteral("/data"),
+                                 exeDir + QStringLiteral("/../share/dovrex")};
+    for (const QString& dir : candidates)
+        if (QFileInfo::exists(dir + u'/' + kDataFileName)) return QDir(dir).canonicalPath();
+    return {};
+}
+
+bool AppPaths::seedProgramDir(const QString& programDir, const QString& shippedDir) {
+    if (shippedDir.isEmpty()) return false;
+    QDir().mkpath(programDir);
+    bool ok = true;
+    const QDir source(shippedDir);
+    const auto entries = source.entryInfoList(QDir::Files);
+    for (const QFileInfo& f : entries) {
+        if (f.suffix() == QLatin1String("stamp")) continue;
+        const QString target = programDir + u'/' + f.fileName();
+        if (!QFileInfo::exists(target)) ok = QFile::copy(f.absoluteFilePath(), target) && ok;
+    }
+    // The help pages live in a folder of their own.
+    const QString helpSource = shippedDir + QStringLiteral("/dovrexhelp");
+    if (QFileInfo(helpSource).isDir()) {
+        QDir().mkpath(programDir + QStringLiteral("/dovrexhelp"));
+        for (const QFileInfo& f : QDir(helpSource).entryInfoList(QDir::Files)) {
+            const QString target = programDir + QStringLiteral("/dovrexhelp/") + f.fileName();
+            if (!QFileInfo::exists(target)) QFile::copy(f.absoluteFilePath(), target);
+        }
+    }
+    return ok;
+}
+
+}  // namespace dovrex

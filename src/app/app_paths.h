@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+namespace dovrex {
+
+// Where the program's files lie. The program folder holds the lasting pack and the condition
+// files; the temporary folder holds the working copy that every statement runs on.
+struct AppPaths {
+    QString programDir;
+    QString tempDir;
+
+    QString dataPack() const;       // <program>/dovrex.dat
+    QString bakDir() const;         // <program>/Bak
+    QString bakPack() const;        // <program>/Bak/dovrex.dat
+    QString workStore() const;      // <temp>/dovrex.dat
+    QString workAux() const;        // <temp>/dovrex.aux
+    QString workStoreCopy() const;  // <temp>/dovrex_copy.dat
+    QString compactTarget() const;  // <temp>/Temp_fu.mdb
+    QString lockFile() const;       // <temp>/dovrex.lock
+    QString helpPage() const;       // <program>/dovrexhelp/dovrexHelp.html
+
+    // The per-user folders of an installed program.
+    static AppPaths standard();
+    // The folder with the data shipped beside the executable (build tree or installed share/).
+    static QString shippedDataDir();
+    // Copies the shipped files into an empty program folder. Existing files are never overwritten.
+    static bool seedProgramDir(const QString& programDir, const QString& shippedDir);
+};
+
+inline const QString kDataFileName = QStringLiteral("dovrex.dat");
+inline const QString kAuxFileName = QStringLiteral("dovrex.aux");
+inline const QString kTemplateFileName = QStringLiteral("TJmode.tjmod");
+inline const QString kGuestFileName = QStringLiteral("临时用户.udovrex");
+
+}  // namespace dovrex

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <memory>
+
+namespace dovrex {
+
+class Cursor;
+
+enum class MessageKind { Information, Warning, Error };
+
+// Everything the logic asks of a window. The GUI implements it with real widgets; tests and the
+// headless runner implement it with scripted answers. Role names are the control names the
+// program has always used (LabelJindu, TDBGrid_RZ, cmmTouZhu, ...).
+class Screen {
+public:
+    virtual ~Screen() = default;
+
+    // An information, warning or error box.
+    virtual void ui_Message(const QString& text, MessageKind kind = MessageKind::Information) = 0;
+    // A yes/no box; closing it without an answer is no.
+    virtual bool ui_Confirm(const QString& text) = 0;
+    // A one-line input box; an empty reply means cancel.
+    virtual QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) = 0;
+    // The three-panel status line, panels 1..3.
+    virtual void ui_Status(int panel, const QString& text) = 0;
+    // The progress bar of the running pass.
+    virtual void ui_Progress(int min, int max, int value, bool visible) = 0;
+    // A file dialog; empty when cancelled. filter as "文本文件 (*.txt)".
+    virtual QString ui_PickFile(const QString& filter, bool save) = 0;
+    // Rebinds the named grid to a row set (null clears it).
+    virtual void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) = 0;
+    // Lets pending events run during a long pass. Implementations may throttle by time.
+    virtual void ui_Pump() = 0;
+
+    // --- services of a window that later commands need ---
+
+    // The operation log's whole text changed (TextChaoZuoTip); the caret goes to the end.
+    virtual void ui_Log(const QString& /*wholeText*/) {}
+    // Sets a property of a named control: text, enabled, visible, value, caption, checked ...
+    virtual void ui_Set(const QString& /*role*/, const QString& /*property*/, const QVariant& /*value*/) {}
+    // Puts text on the clipboard.
+    virtual void ui_Clipboard(const QString& /*text*/) {}
+    // Opens a file with the desktop's default application (the user's text editor for .txt).
+    virtual void ui_OpenFile(const QString& /*path*/) {}
+    // Opens a web address in the system browser.
+    virtual void ui_OpenUrl(const QString& /*url*/) {}
+    // A tip that closes itself after the given seconds, counting down.
+    virtual void ui_TimedTip(const QString& text, int /*seconds*/) { ui_Message(text); }
+    // Redraws the number buttons of the pick page from the store (after picks changed).
+    virtual void ui_RefreshPicks() {}
+    // Dresses a grid's columns: captions, widths (0 hides), in column order.
+    virtual void ui_DressGrid(const QString& /*name*/, const QStringList& /*captions*/, const QList<int>& /*widths*/) {}
+};
+
+// A screen that answers nothing and shows nothing: the default until a real one is installed.
+class NullScreen : public Screen {
+public:
+    void ui_Message(const QString&, MessageKind) override {}
+    bool ui_Confirm(const QString&) override { return false; }
+    QString ui_AskText(const QString&, const QString&, const QString&) override { return {}; }
+    void ui_Status(int, const QString&) override {}
+    void ui_Progress(int, int, int, bool) override {}
+    QString ui_PickFile(const QString&, bool) override { return {}; }
+    void ui_Grid(const QString&, std::shared_ptr<Cursor>) override {}
+    void ui_Pump() override {}
+};
+
+}  // namespace dovrex

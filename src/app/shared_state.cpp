@@ -1,0 +1,28 @@
+#include "app/shared_state.h"
+
+namespace dovrex {
+
+SharedState& shared() {
+    static SharedState state;
+    return state;
+}
+
+Store& store() {
+    if (!shared().g_Store) throw StoreError(QStringLiteral("no store is open"));
+    return *shared().g_Store;
+}
+
+Screen& screen() {
+    static NullScreen silent;
+    return shared().screen ? *shared().screen : silent;
+}
+
+std::shared_ptr<Cursor> store_Query(const QString& sql, const QVariantList& params) {
+    return store().query(sql, params);
+}
+
+int store_Execute(const QString& sql, const QVariantList& params) { return store().execute(sql, params); }
+
+void store_ClearTable(const QString& name) { store().clearTable(name); }
+
+}  // namespace dovrex

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <memory>
+
+#include "app/screen.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+// The process-wide state the whole program shares: one instance, used by every pass, page and
+// report alike.
+struct SharedState {
+    // The open connection to the working store.
+    Store* g_Store = nullptr;
+    // The long-lived cursor behind the history grid.
+    std::shared_ptr<Cursor> g_HistoryCursor;
+    // Where every ui_* call goes.
+    Screen* screen = nullptr;
+
+    int g_UserMode = 0;      // 1 single-user, 2 multi-user
+    QString g_CurrentUser;   // empty in single-user mode
+    std::array<bool, 7> g_DrawDays{true, false, true, false, true, false, false};  // index 0 is Sunday
+    int g_MirrorIndex = 0;   // download address in use, 0..2
+    QString g_MainCaption;
+    int g_PendingCommand = 0;
+    bool g_TablesDirty = false;
+
+    // Condition values copied out of 过滤条件 by load_GuoLvFanWei; never cleared between loads.
+    std::array<int, 200> guoLvShuZu{};
+    // The Stop flag: raised by a mouse-down on the Stop button, tested by every long loop.
+    short tingZhi = 0;
+    // Marks of 日志表 are at zero since the last expansion or import.
+    short biaoJiQingLing = 0;
+    // Number weights 1..33 (index 0 unused), in memory only.
+    std::array<int, 34> quanZhong{};
+    // Text of the operation log (TextChaoZuoTip).
+    QString operationLog;
+};
+
+SharedState& shared();
+
+// The store in use; throws StoreError when none is open.
+Store& store();
+// The screen in use (a silent one when none is installed).
+Screen& screen();
+
+// Shorthands for the spec's store operations on the shared connection.
+std::shared_ptr<Cursor> store_Query(const QString& sql, const QVariantList& params = {});
+int store_Execute(const QString& sql, const QVariantList& params = {});
+void store_ClearTable(const QString& name);
+
+}  // namespace dovrex

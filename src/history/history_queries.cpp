@@ -1,0 +1,91 @@
+#include "history/history_queries.h"
+
+#include <cmath>
+
+#include "app/shared_state.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+namespace {
+// The last row of a result, or the fallback when there is none.
+IssueNumber lastIssueOr(const QString& sql, IssueNumber fallback) {
+    auto c = store_Query(sql);
+    if (c->recordCount() == 0) return fallback;
+    c->moveLast();
+    return c->intValue(0);
+}
+}  // namespace
+
+IssueNumber latest_QiHao() {
+    return lastIssueOr(QStringLiteral("select TOP 1 期号 from 历史记录 order by 期号 DESC"), kFallbackIssue);
+}
+
+IssueNumber earliest_QiHao() {
+    auto c = store_Query(QStringLiteral("select TOP 1 期号  from 历史记录 order by 期号 asc"));
+    if (c->recordCount() == 0) return c->recordCount();
+    return c->intValue(0);
+}
+
+IssueNumber top_QiHao(IssueNumber x, int n) {
+    return lastIssueOr(
+        QStringLiteral("select TOP %1 期号 from 历史记录 where 期号<=%2 order by 期号 DESC").arg(n).arg(x),
+        kFallbackIssue);
+}
+
+IssueNumber prev_QiHao(IssueNumber x, int n) {
+    return lastIssueOr(
+        QStringLiteral("select top %1  期号 from 历史记录 where 期号<%2 order by 期号 desc").arg(n).arg(x),
+        kFallbackIssue);
+}
+
+IssueNumber next_QiHao_n(IssueNumber x, int n) {
+    auto c = store_Query(
+        QStringLiteral("select top %1  期号 from 历史记录 where 期号>%2 order by 期号 asc").arg(n).arg(x));
+    if (c->recordCount() == 0) return latest_QiHao();
+    c->moveLast();
+    return c->intValue(0);
+}
+
+DateValue latest_KaiJiangRi() {
+    auto c = store_Query(QStringLiteral("select 开奖日期 from 历史记录 order by 开奖日期 asc"));
+    if (c->recordCount() == 0) return kFallbackDate;
+    c->moveLast();
+    return c->value(0).toDouble();
+}
+
+int calc_WeekDay(DateValue date) {
+    const qint64 days = QDate(2000, 1, 2).daysTo(toQDate(date));
+    return int(((days % 7) + 7) % 7);
+}
+
+DateValue next_KaiJiangRi(const std::array<bool, 7>& flags, DateValue date) {
+    DateValue day = std::floor(date);
+    for (int i = 0; i < 7; ++i) {
+        day += 1;
+        if (flags[size_t(calc_WeekDay(day))]) return day;
+    }
+    return day + 1;
+}
+
+IssueNumber next_QiHao(const QDate& pickerDate) {
+    const IssueNumber latest = latest_QiHao();
+    const int year = toQDate(latest_KaiJiangRi()).year();
+    if (year > latest / 1000) return pickerDate.year() * 1000 + 1;
+    return latest + 1;
+}
+
+int getHistoryRecord(HistoryArray& array, IssueNumber issue) {
+    const IssueNumber to = top_QiHao(issue, 1);
+    const IssueNumber from = top_QiHao(issue, 10);
+    auto c = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 历史记录 where "
+                                        "期号>=%1 and 期号<=%2 order by 期号 asc")
+                             .arg(from)
+                             .arg(to));
+    int row = 10;
+    for (; !c->eof() && row >= 1; c->moveNext(), --row)
+        for (int k = 1; k <= 7; ++k) array[size_t(row)][size_t(k)] = short(c->intValue(k));
+    return c->recordCount();
+}
+
+}  // namespace dovrex

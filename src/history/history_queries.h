@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+
+#include "domain/game.h"
+#include "store/date_value.h"
+
+namespace dovrex {
+
+// Read-only questions put to 历史记录 through the shared store. Issues are not dense, so "the n-th
+// draw before" always comes from the rows that exist. 2003001 stands in when there is no answer.
+
+IssueNumber latest_QiHao();
+// The earliest issue, or the row count (0) when the history is empty.
+IssueNumber earliest_QiHao();
+// Of the n newest draws up to and including x, the oldest.
+IssueNumber top_QiHao(IssueNumber x, int n);
+// Of the n newest draws before x, the oldest.
+IssueNumber prev_QiHao(IssueNumber x, int n);
+// Of the n oldest draws after x, the newest; latest_QiHao() when there is none.
+IssueNumber next_QiHao_n(IssueNumber x, int n);
+// The latest draw date by date order (not by issue); the date numbered 2003001 when empty.
+DateValue latest_KaiJiangRi();
+// Days since 2000-01-02 modulo 7; 0 is Sunday.
+int calc_WeekDay(DateValue date);
+// The first day after `date` whose weekday flag is set (the date itself never is). Gives the
+// eighth day when no flag is set in the week.
+DateValue next_KaiJiangRi(const std::array<bool, 7>& flags, DateValue date);
+// The default issue of the entry box: a new year's first issue when the latest draw's date lies
+// in a later year than its issue says, otherwise the latest issue plus one.
+IssueNumber next_QiHao(const QDate& pickerDate);
+
+// The recent draws up to `issue`, at most ten: array(row, 1..7) holds reds 1..6 and the blue,
+// row 10 the oldest and row 1 the newest. Rows not reached keep what they held. Returns the
+// number of draws read.
+using HistoryArray = std::array<std::array<short, 8>, 11>;
+int getHistoryRecord(HistoryArray& array, IssueNumber issue);
+
+}  // namespace dovrex

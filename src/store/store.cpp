@@ -1,0 +1,372 @@
+#include "store/store.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cmath>
+#include <sqlite3.h>
+
+#include "store/jet_sql.h"
+
+namespace dovrex {
+
+namespace {
+
+QString sqliteMessage(sqlite3* db, const QString& sql) {
+    return QStringLiteral("%1 [%2]").arg(QString::fromUtf8(sqlite3_errmsg(db)), sql);
+}
+
+// Owns one prepared statement that is not cached.
+class Statement {
+public:
+    Statement(sqlite3* db, const QString& sql) : db_(db) {
+        const QByteArray utf8 = sql.toUtf8();
+        if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &stmt_, nullptr) != SQLITE_OK)
+            throw StoreError(sqliteMessage(db, sql));
+    }
+    ~Statement() { sqlite3_finalize(stmt_); }
+    sqlite3_stmt* get() const { return stmt_; }
+
+private:
+    sqlite3* db_;
+    sqlite3_stmt* stmt_ = nullptr;
+};
+
+void bindValue(sqlite3_stmt* stmt, int index, const QVariant& v) {
+    if (!v.isValid() || v.isNull()) {
+        sqlite3_bind_null(stmt, index);
+        return;
+    }
+    switch (v.typeId()) {
+        case QMetaType::Bool:
+            sqlite3_bind_int(stmt, index, v.toBool() ? 1 : 0);
+            break;
+        case QMetaType::Int:
+        case QMetaType::Short:
+        case QMetaType::UInt:
+        case QMetaType::Long:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+        case QMetaType::UShort:
+        case QMetaType::Char:
+        case QMetaType::UChar:
+            sqlite3_bind_int64(stmt, index, v.toLongLong());
+            break;
+        case QMetaType::Double:
+        case QMetaType::Float:
+            sqlite3_bind_double(stmt, index, v.toDouble());
+            break;
+        case QMetaType::QByteArray: {
+            const QByteArray b = v.toByteArray();
+            sqlite3_bind_blob(stmt, index, b.constData(), int(b.size()), SQLITE_TRANSIENT);
+            break;
+        }
+        default: {
+            const QByteArray t = v.toString().toUtf8();
+            sqlite3_bind_text(stmt, index, t.constData(), int(t.size()), SQLITE_TRANSIENT);
+        }
+    }
+}
+
+void bindAll(sqlite3_stmt* stmt, const QVariantList& params) {
+    for (int i = 0; i < params.size(); ++i) bindValue(stmt, i + 1, params[i]);
+}
+
+QVariant columnValue(sqlite3_stmt* stmt, int col) {
+    switch (sqlite3_column_type(stmt, col)) {
+        case SQLITE_INTEGER: {
+            const qint64 v = sqlite3_column_int64(stmt, col);
+            if (v >= INT32_MIN && v <= INT32_MAX) return QVariant(int(v));
+            return QVariant(qlonglong(v));
+        }
+        case SQLITE_FLOAT:
+            return QVariant(sqlite3_column_double(stmt, col));
+        case SQLITE_TEXT:
+            return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, col)),
+                                              sqlite3_column_bytes(stmt, col)));
+        case SQLITE_BLOB:
+            return QVariant(QByteArray(reinterpret_cast<const char*>(sqlite3_column_blob(stmt, col)),
+                                       sqlite3_column_bytes(stmt, col)));
+        default:
+            return QVariant();
+    }
+}
+
+QString quoteName(const QString& name) { return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"'; }
+
+bool sameValue(const QVariant& a, const QVariant& b) {
+    if (a.isNull() || b.isNull()) return a.isNull() && b.isNull();
+    return QVariant::compare(a, b) == QPartialOrdering::Equivalent;
+}
+
+}  // namespace
+
+std::unique_ptr<Store> Store::open(const QString& path, bool createIfMissing) {
+    if (!createIfMissing && !QFileInfo::exists(path)) throw StoreError(QStringLiteral("no store at ") + path);
+    std::unique_ptr<Store> store(new Store);
+    store->path_ = path;
+    int flags = SQLITE_OPEN_READWRITE | (createIfMissing ? SQLITE_OPEN_CREATE : 0);
+    if (sqlite3_open_v2(path.toUtf8().constData(), &store->db_, flags, nullptr) != SQLITE_OK) {
+        const QString msg = store->db_ ? QString::fromUtf8(sqlite3_errmsg(store->db_)) : QStringLiteral("open");
+        throw StoreError(msg + QStringLiteral(" [") + path + u']');
+    }
+    // The working copy reaches the disc only through the pack at exit, so no fsync per statement.
+    store->execute(QStringLiteral("PRAGMA synchronous=OFF"));
+    store->execute(QStringLiteral("PRAGMA journal_mode=MEMORY"));
+    store->execute(QStringLiteral("PRAGMA temp_store=MEMORY"));
+    // Fails here, rather than at the first query, when the file is not a store at all.
+    store->scalar(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    return store;
+}
+
+Store::~Store() {
+    for (auto* stmt : std::as_const(cache_)) sqlite3_finalize(stmt);
+    if (transactionDepth_ > 0) sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
+    sqlite3_close(db_);
+}
+
+sqlite3_stmt* Store::cachedStatement(const QString& sql) {
+    if (auto it = cache_.find(sql); it != cache_.end()) {
+        sqlite3_reset(*it);
+        sqlite3_clear_bindings(*it);
+        return *it;
+    }
+    sqlite3_stmt* stmt = nullptr;
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db_, utf8.constData(), int(utf8.size()), &stmt, nullptr) != SQLITE_OK)
+        throw StoreError(sqliteMessage(db_, sql));
+    cache_.insert(sql, stmt);
+    return stmt;
+}
+
+void Store::begin() {
+    if (transactionDepth_++ == 0) execute(QStringLiteral("BEGIN"));
+}
+
+void Store::commit() {
+    if (transactionDepth_ <= 0) return;
+    if (--transactionDepth_ == 0) execute(QStringLiteral("COMMIT"));
+}
+
+int Store::execute(const QString& sql, const QVariantList& params) {
+    const JetSql jet = translateJetSql(sql);
+    Statement stmt(db_, jet.sql);
+    bindAll(stmt.get(), params);
+    int rc;
+    while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW) {
+    }
+    if (rc != SQLITE_DONE) throw StoreError(sqliteMessage(db_, jet.sql));
+    return sqlite3_changes(db_);
+}
+
+QVariant Store::scalar(const QString& sql, const QVariantList& params) {
+    auto c = query(sql, params);
+    return c->recordCount() > 0 ? c->value(0) : QVariant();
+}
+
+void Store::clearTable(const QString& name) { execute(QStringLiteral("DELETE FROM ") + name); }
+
+bool Store::tableExists(const QString& name) {
+    return scalar(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' AND name=?"), {name}).toInt() > 0;
+}
+
+QStringList Store::columnNames(const QString& table) {
+    QStringList names;
+    Statement stmt(db_, QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)));
+    while (sqlite3_step(stmt.get()) == SQLITE_ROW)
+        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 1)));
+    return names;
+}
+
+std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& params) {
+    const JetSql jet = translateJetSql(sql);
+    if (!jet.isSelect) {
+        // PRAGMA and the like: run as they are, without write-back.
+    }
+    const bool withRowId = !jet.baseTable.isEmpty();
+    const QString text = jet.isSelect ? withHiddenColumns(jet, withRowId) : jet.sql;
+    Statement stmt(db_, text);
+    bindAll(stmt.get(), params);
+
+    std::shared_ptr<Cursor> c(new Cursor);
+    c->store_ = this;
+    c->table_ = withRowId ? jet.baseTable : QString();
+    c->totalColumns_ = sqlite3_column_count(stmt.get());
+    const int hiddenOrder = jet.hasTop ? int(jet.orderTerms.size()) : 0;
+    c->visibleColumns_ = c->totalColumns_ - hiddenOrder - (withRowId ? 1 : 0);
+    c->rowIdColumn_ = withRowId ? c->visibleColumns_ : -1;
+    for (int i = 0; i < c->visibleColumns_; ++i) {
+        const QString name = QString::fromUtf8(sqlite3_column_name(stmt.get(), i));
+        c->names_ << name;
+        if (!c->index_.contains(name.toLower())) c->index_.insert(name.toLower(), i);
+    }
+    const int hiddenStart = c->totalColumns_ - hiddenOrder;
+    auto tied = [&](qint64 a, qint64 b) {
+        for (int k = 0; k < hiddenOrder; ++k)
+            if (!sameValue(c->cells_[a * c->totalColumns_ + hiddenStart + k],
+                           c->cells_[b * c->totalColumns_ + hiddenStart + k]))
+                return false;
+        return true;
+    };
+    // TOP n needs no more rows than n and those tied with the n-th; PERCENT needs the whole count.
+    const bool stopEarly = jet.hasTop && !jet.topPercent;
+    int rc;
+    int rows = 0;
+    while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW) {
+        for (int i = 0; i < c->totalColumns_; ++i) c->cells_.push_back(columnValue(stmt.get(), i));
+        ++rows;
+        if (stopEarly && rows > jet.topCount) {
+            if (jet.topCount == 0 || hiddenOrder == 0 || !tied(rows - 2, rows - 1)) {
+                c->cells_.resize(size_t(rows - 1) * c->totalColumns_);
+                --rows;
+                rc = SQLITE_DONE;
+                break;
+            }
+        }
+    }
+    if (rc != SQLITE_DONE) throw StoreError(sqliteMessage(db_, text));
+
+    if (jet.hasTop) {
+        qint64 keep = jet.topCount;
+        if (jet.topPercent) keep = qint64(std::ceil(double(rows) * double(jet.topCount) / 100.0 - 1e-9));
+        if (keep < rows) {
+            // Rows tied with the last one kept, on every ORDER BY term, are kept too.
+            if (keep > 0 && hiddenOrder > 0)
+                while (keep < rows && tied(keep - 1, keep)) ++keep;
+            rows = int(keep);
+            c->cells_.resize(size_t(rows) * c->totalColumns_);
+        }
+    }
+    c->rowCount_ = rows;
+    c->row_ = 0;
+    return c;
+}
+
+// ---- Cursor ----
+
+int Cursor::fieldIndex(const QString& name) const { return index_.value(name.toLower(), -1); }
+
+int Cursor::checkedColumn(const QString& name) const {
+    const int i = fieldIndex(name);
+    if (i < 0) throw StoreError(QStringLiteral("no column ") + name);
+    return i;
+}
+
+void Cursor::moveFirst() {
+    flush();
+    row_ = 0;
+}
+void Cursor::moveLast() {
+    flush();
+    row_ = rowCount_ > 0 ? rowCount_ - 1 : 0;
+}
+void Cursor::moveNext() {
+    flush();
+    if (row_ < rowCount_) ++row_;
+}
+void Cursor::movePrevious() {
+    flush();
+    if (row_ >= 0) --row_;
+}
+void Cursor::moveTo(int row) {
+    flush();
+    row_ = row;
+}
+
+QVariant Cursor::value(int pos) const {
+    if (eof() || bof()) throw StoreError(QStringLiteral("no current row"));
+    if (pos < 0 || pos >= visibleColumns_) throw StoreError(QStringLiteral("no column %1").arg(pos));
+    return cells_[size_t(row_) * totalColumns_ + pos];
+}
+
+QVariant Cursor::value(const QString& name) const { return value(checkedColumn(name)); }
+
+QVariant Cursor::valueAt(int row, int pos) const {
+    if (row < 0 || row >= rowCount_ || pos < 0 || pos >= visibleColumns_) return {};
+    return cells_[size_t(row) * totalColumns_ + pos];
+}
+
+void Cursor::setValue(int pos, const QVariant& v) {
+    if (eof() || bof()) throw StoreError(QStringLiteral("no current row"));
+    if (pos < 0 || pos >= visibleColumns_) throw StoreError(QStringLiteral("no column %1").arg(pos));
+    if (table_.isEmpty()) throw StoreError(QStringLiteral("this row set cannot be written"));
+    QVariant stored = v;
+    if (v.typeId() == QMetaType::Bool) stored = v.toBool() ? 1 : 0;
+    cells_[size_t(row_) * totalColumns_ + pos] = stored;
+    if (std::find(dirty_.begin(), dirty_.end(), pos) == dirty_.end()) dirty_.push_back(pos);
+}
+
+void Cursor::setValue(const QString& name, const QVariant& v) { setValue(checkedColumn(name), v); }
+
+void Cursor::flush() {
+    if (!dirty_.empty() || adding_) update();
+}
+
+void Cursor::update() {
+    if (table_.isEmpty() || !store_) return;
+    if (eof() || bof()) {
+        dirty_.clear();
+        adding_ = false;
+        return;
+    }
+    const size_t base = size_t(row_) * totalColumns_;
+    QVariantList params;
+    QString sql;
+    if (adding_) {
+        QStringList cols, marks;
+        for (int c : dirty_) {
+            cols << quoteName(names_[c]);
+            marks << QStringLiteral("?");
+            params << cells_[base + c];
+        }
+        sql = cols.isEmpty() ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quoteName(table_))
+                             : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                   .arg(quoteName(table_), cols.join(u','), marks.join(u','));
+    } else {
+        if (dirty_.empty()) return;
+        QStringList sets;
+        for (int c : dirty_) {
+            sets << quoteName(names_[c]) + QStringLiteral("=?");
+            params << cells_[base + c];
+        }
+        params << cells_[base + rowIdColumn_];
+        sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid=?").arg(quoteName(table_), sets.join(u','));
+    }
+    dirty_.clear();
+    const bool wasAdding = adding_;
+    adding_ = false;
+    sqlite3_stmt* stmt = store_->cachedStatement(sql);
+    bindAll(stmt, params);
+    if (sqlite3_step(stmt) != SQLITE_DONE) {
+        const QString msg = sqliteMessage(store_->handle(), sql);
+        sqlite3_reset(stmt);
+        throw StoreError(msg);
+    }
+    sqlite3_reset(stmt);
+    if (wasAdding) cells_[base + rowIdColumn_] = qlonglong(sqlite3_last_insert_rowid(store_->handle()));
+}
+
+void Cursor::addNew() {
+    flush();
+    if (table_.isEmpty()) throw StoreError(QStringLiteral("this row set cannot be written"));
+    cells_.resize(cells_.size() + totalColumns_);
+    row_ = rowCount_++;
+    adding_ = true;
+}
+
+void Cursor::close() {
+    flush();
+    store_ = nullptr;
+}
+
+bool store_Compact(const QString& source, const QString& target) {
+    try {
+        auto store = Store::open(source);
+        QFile::remove(target);
+        store->execute(QStringLiteral("VACUUM INTO ?"), {target});
+        return QFileInfo::exists(target);
+    } catch (const StoreError&) {
+        return false;
+    }
+}
+
+}  // namespace dovrex

@@ -1,0 +1,141 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace dovrex {
+
+class Cursor;
+
+// A failed statement. Commands catch it in their general trap and keep what they wrote.
+class StoreError : public std::runtime_error {
+public:
+    explicit StoreError(const QString& message) : std::runtime_error(message.toStdString()), text(message) {}
+    QString text;
+};
+
+// One connection to a store file. Statements are written in the program's dialect (see jet_sql.h);
+// values typed by the user are bound as parameters ('?') rather than pasted into the text.
+class Store {
+public:
+    // store_Open: opens read-write; throws StoreError when the file is not a store.
+    static std::unique_ptr<Store> open(const QString& path, bool createIfMissing = false);
+    ~Store();
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
+
+    // store_Query: an updatable, scrollable cursor with its exact row count.
+    std::shared_ptr<Cursor> query(const QString& sql, const QVariantList& params = {});
+    // store_Execute: a statement with no result. Returns the number of rows changed.
+    int execute(const QString& sql, const QVariantList& params = {});
+    // store_ClearTable
+    void clearTable(const QString& name);
+    // First column of the first row, or an invalid variant.
+    QVariant scalar(const QString& sql, const QVariantList& params = {});
+
+    QString path() const { return path_; }
+    sqlite3* handle() const { return db_; }
+    bool tableExists(const QString& name);
+    QStringList columnNames(const QString& table);
+
+    // Transactions nest by counting; only the outermost one reaches the file. Every pass keeps what
+    // it did, so there is no rollback: see Transaction.
+    void begin();
+    void commit();
+
+    // Prepared statement cache for the cursor's write-backs; statements stay valid until close.
+    sqlite3_stmt* cachedStatement(const QString& sql);
+
+private:
+    Store() = default;
+    sqlite3* db_ = nullptr;
+    QString path_;
+    int transactionDepth_ = 0;
+    QHash<QString, sqlite3_stmt*> cache_;
+};
+
+// RAII: groups the writes of one pass into one transaction, committed when the pass ends, whether
+// it ends normally, on Stop or on an error. Passes never roll back.
+class Transaction {
+public:
+    explicit Transaction(Store& store) : store_(store) { store_.begin(); }
+    ~Transaction() {
+        try {
+            store_.commit();
+        } catch (...) {
+        }
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+private:
+    Store& store_;
+};
+
+// A row set held in memory with its exact count, movable both ways, readable by column name
+// (case-insensitive) or 0-based position, and writable in place when it comes from one table.
+// Moving off a changed row writes it, as the desktop database's cursors do.
+class Cursor {
+public:
+    int recordCount() const { return rowCount_; }
+    int fieldCount() const { return visibleColumns_; }
+    QString fieldName(int pos) const { return names_.value(pos); }
+    int fieldIndex(const QString& name) const;  // -1 when absent
+
+    bool eof() const { return row_ >= rowCount_ || rowCount_ == 0; }
+    bool bof() const { return row_ < 0 || rowCount_ == 0; }
+    int position() const { return row_; }
+    void moveFirst();
+    void moveLast();
+    void moveNext();
+    void movePrevious();
+    void moveTo(int row);
+
+    QVariant value(int pos) const;
+    QVariant value(const QString& name) const;
+    int intValue(const QString& name) const { return value(name).toInt(); }
+    int intValue(int pos) const { return value(pos).toInt(); }
+    // Random access for grids; no move.
+    QVariant valueAt(int row, int pos) const;
+
+    void setValue(int pos, const QVariant& v);
+    void setValue(const QString& name, const QVariant& v);
+    // Writes the changed columns of the current row (or inserts the row begun by addNew).
+    void update();
+    // Starts a new row at the end; set its columns, then update().
+    void addNew();
+    void close();
+    bool updatable() const { return !table_.isEmpty(); }
+
+private:
+    friend class Store;
+    Cursor() = default;
+    int checkedColumn(const QString& name) const;
+    void flush();
+
+    Store* store_ = nullptr;
+    QString table_;
+    QStringList names_;
+    QHash<QString, int> index_;
+    int visibleColumns_ = 0;
+    int totalColumns_ = 0;
+    int rowIdColumn_ = -1;
+    int rowCount_ = 0;
+    int row_ = 0;
+    std::vector<QVariant> cells_;
+    std::vector<int> dirty_;  // columns changed in the current row
+    bool adding_ = false;
+};
+
+// store_Compact: copies a store file to target, reclaiming space. The source must not be open.
+bool store_Compact(const QString& source, const QString& target);
+
+}  // namespace dovrex

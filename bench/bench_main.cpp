@@ -1,1 +1,53 @@
-int main() { return 0; }
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <cstdio>
+#include <memory>
+
+#include "app/shared_state.h"
+#include "bench.h"
+#include "store/pack.h"
+#include "store/store.h"
+
+namespace bench {
+
+std::vector<Case>& registry() {
+    static std::vector<Case> cases;
+    return cases;
+}
+
+void report(const QString& figure, double value, const QString& unit) {
+    QTextStream(stdout) << figure << ": " << QString::number(value, 'f', value < 10 ? 3 : 1) << ' ' << unit << Qt::endl;
+}
+
+struct ShippedStore::Impl {
+    QTemporaryDir dir;
+    std::unique_ptr<dovrex::Store> store;
+};
+
+ShippedStore::ShippedStore() : impl(new Impl) {
+    const QString work = impl->dir.path() + QStringLiteral("/work.dat");
+    const QString aux = impl->dir.path() + QStringLiteral("/work.aux");
+    if (!dovrex::unpack(QStringLiteral(DOVREX_BUILD_DIR "/data/dovrex.dat"), work, aux)) {
+        std::fprintf(stderr, "cannot unpack the shipped data\n");
+        std::exit(1);
+    }
+    impl->store = dovrex::Store::open(work);
+    dovrex::shared().g_Store = impl->store.get();
+}
+
+ShippedStore::~ShippedStore() {
+    dovrex::shared().g_Store = nullptr;
+    delete impl;
+}
+
+}  // namespace bench
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList only = app.arguments().mid(1);
+    for (const auto& c : bench::registry())
+        if (only.isEmpty() || only.contains(QString::fromUtf8(c.name))) c.run();
+    return 0;
+}

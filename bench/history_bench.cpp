@@ -1,0 +1,21 @@
+#include <QElapsedTimer>
+
+#include "bench.h"
+#include "history/derived_columns.h"
+#include "history/history_queries.h"
+
+namespace {
+
+const bench::Register recalcWholeHistory("history", [] {
+    bench::ShippedStore store;
+    const auto first = dovrex::earliest_QiHao();
+    const auto last = dovrex::latest_QiHao();
+    QElapsedTimer t;
+    t.start();
+    dovrex::recalc_LiShiLie(first, last, false);
+    bench::report(QStringLiteral("recalc_LiShiLie over the whole history (%1 draws, temperatures included)")
+                      .arg(last == first ? 1 : 3493),
+                  double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+});
+
+}  // namespace

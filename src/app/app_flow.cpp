@@ -12,9 +12,13 @@
 
 namespace dovrex {
 
-AppFlow::AppFlow(AppPaths paths) : paths_(std::move(paths)) { QDir().mkpath(paths_.tempDir); }
+AppFlow::AppFlow(AppPaths paths) : paths_(std::move(paths)), storeSizeLimit_(kStoreSizeLimit) {
+    QDir().mkpath(paths_.tempDir);
+}
 
-AppFlow::~AppFlow() { abandon(); }
+AppFlow::~AppFlow() {
+    abandon();
+}
 
 bool AppFlow::acquireInstance() {
     lock_ = std::make_unique<QLockFile>(paths_.lockFile());
@@ -50,7 +54,7 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
         QFile::copy(paths_.workStoreCopy(), paths_.workStore());
     }
     compactWorkStore(paths_, true);
-    if (QFileInfo(paths_.workStore()).size() > kStoreSizeLimit) {
+    if (QFileInfo(paths_.workStore()).size() > storeSizeLimit_) {
         QFile::remove(paths_.dataPack());
         QFile::copy(paths_.workStoreCopy(), paths_.dataPack());
     }
@@ -87,17 +91,42 @@ StartOutcome AppFlow::start(bool smallScreen) {
     return openStore(smallScreen);
 }
 
-bool AppFlow::history_Status() {
+QString startMessage(StartOutcome outcome) {
+    switch (outcome) {
+        case StartOutcome::AlreadyRunning:
+            return msg::kAlreadyRunning;
+        case StartOutcome::DataPackUnreadable:
+            return msg::kDataPackUnreadable;
+        case StartOutcome::WorkingCopiesLost:
+            return msg::kWorkingCopiesLost;
+        case StartOutcome::BallColorShort:
+            return msg::kInitError;
+        case StartOutcome::Ready:
+            break;
+    }
+    return {};
+}
+
+bool history_Status() {
     const IssueNumber latest = latest_QiHao();
-    const DateValue next = next_KaiJiangRi(shared().g_DrawDays, latest_KaiJiangRi());
+    const DateValue latestDate = latest_KaiJiangRi();
+    const DateValue next = next_KaiJiangRi(shared().g_DrawDays, latestDate);
     const QString blanks(5, u' ');
     const QDate today = Clock::today();
-    screen().ui_Status(3, blanks + QStringLiteral("※※※  ") + QString::number(latest) + QStringLiteral(" 期 于 ") +
-                              dateText(next) + QStringLiteral(" 开奖") + blanks + QStringLiteral("今天是： ") +
-                              dateText(today) + QStringLiteral("  ※※※") + blanks);
-    const bool stale = toQDate(next) < today;
+    screen().ui_Status(3, blanks + QStringLiteral("※※※  ") + QString::number(latest) +
+                              QStringLiteral(" 期 于 ") + dateText(next) + QStringLiteral(" 开奖") + blanks +
+                              QStringLiteral("今天是： ") + dateText(today) + QStringLiteral("  ※※※") +
+                              blanks);
+    // With no draw at all the next date comes from the fallback date far in the future; the
+    // history is plainly not up to date then.
+    const bool empty = earliest_QiHao() == 0;
+    const bool stale = empty || toQDate(next) < today;
     screen().ui_Status(1, stale ? msg::kHistoryStale : msg::kHistoryUpToDate);
     return stale;
+}
+
+bool AppFlow::history_Status() {
+    return dovrex::history_Status();
 }
 
 void AppFlow::app_Unload(bool& cancel) {
@@ -107,9 +136,11 @@ void AppFlow::app_Unload(bool& cancel) {
 }
 
 bool AppFlow::saveAndClose() {
-    shared().g_HistoryCursor.reset();
-    if (shared().g_Store == store_.get()) shared().g_Store = nullptr;
-    store_.reset();
+    abandon();
+    return save();
+}
+
+bool AppFlow::save() {
     QDir().mkpath(paths_.bakDir());
     if (!pack(paths_.workStore(), paths_.workAux(), paths_.bakPack())) return false;
     // The pack is written to the side first, so a failure leaves the last good one whole.

@@ -35,7 +35,7 @@ enum class StartOutcome { Ready, AlreadyRunning, DataPackUnreadable, WorkingCopi
 // working copy, and back to the pack at a clean exit. The window calls these steps in order and
 // puts its own (splash, pages) between them.
 class AppFlow {
-public:
+  public:
     explicit AppFlow(AppPaths paths);
     ~AppFlow();
 
@@ -57,7 +57,7 @@ public:
     const QList<BallFace>& redFaces() const { return redFaces_; }
     const QList<BallFace>& blueFaces() const { return blueFaces_; }
 
-    // Writes the status line; returns true when the history is stale.
+    // See the free function below.
     bool history_Status();
 
     // app_Unload: asks "确认要退出吗？" first; on no sets cancel and returns.
@@ -65,15 +65,29 @@ public:
     // The exit steps after the question: close cursors, pack to Bak, copy over DataPack.
     // False when the pack failed: DataPack then stays as it was.
     bool saveAndClose();
+    // Packs the working copy to Bak and over DataPack while the store stays open (no pass may be
+    // running). False when the pack failed: DataPack then stays as it was.
+    bool save();
+    // Beyond this size the store is copied over the pack at start (see openStore).
+    void setStoreSizeLimit(qint64 bytes) { storeSizeLimit_ = bytes; }
     // Drops the connection without saving (a start that stops half way).
     void abandon();
 
-private:
+  private:
     AppPaths paths_;
     std::unique_ptr<QLockFile> lock_;
     std::unique_ptr<Store> store_;
     QList<BallFace> redFaces_, blueFaces_;
+    qint64 storeSizeLimit_;
 };
+
+// The words a start that stops shows the user; empty for Ready.
+QString startMessage(StartOutcome outcome);
+
+// Writes the status line (panel 3: latest issue, next draw date, today; panel 1: up to date or
+// not) and returns true when the history is stale: the next draw date after the latest one lies
+// before today, or there is no draw at all.
+bool history_Status();
 
 // The compaction of the working copy: copy to WorkStoreCopy (keepCopy), compact into Temp_fu.mdb,
 // put that in place. A store that cannot be compacted stays as it is.

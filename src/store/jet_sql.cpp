@@ -21,9 +21,12 @@ QList<Piece> splitQuoted(const QString& s) {
     while (i < s.size()) {
         const QChar c = s[i];
         QChar close;
-        if (c == u'\'') close = u'\'';
-        else if (c == u'"') close = u'"';
-        else if (c == u'[') close = u']';
+        if (c == u'\'')
+            close = u'\'';
+        else if (c == u'"')
+            close = u'"';
+        else if (c == u'[')
+            close = u']';
         if (close.isNull()) {
             plain += c;
             ++i;
@@ -64,8 +67,10 @@ int findTopLevel(const QString& masked, const QRegularExpression& re, int from =
         const auto m = it.next();
         depth = 0;
         for (int k = 0; k < m.capturedStart(); ++k) {
-            if (masked[k] == u'(') ++depth;
-            else if (masked[k] == u')') --depth;
+            if (masked[k] == u'(')
+                ++depth;
+            else if (masked[k] == u')')
+                --depth;
         }
         if (depth == 0) return m.capturedStart();
     }
@@ -82,8 +87,10 @@ QStringList splitTopLevelCommas(const QString& s) {
     QStringList parts;
     int depth = 0, start = 0;
     for (int i = 0; i < s.size(); ++i) {
-        if (s[i] == u'(') ++depth;
-        else if (s[i] == u')') --depth;
+        if (s[i] == u'(')
+            ++depth;
+        else if (s[i] == u')')
+            --depth;
         else if (s[i] == u',' && depth == 0) {
             parts << s.mid(start, i - start);
             start = i + 1;
@@ -102,6 +109,8 @@ JetSql translateJetSql(const QString& statement) {
     static const QRegularExpression dateLiteral(QStringLiteral(R"(#([^#]+)#)"));
     static const QRegularExpression bareIndex(
         QStringLiteral(R"((?<![\w"])(?<!CREATE )(?<!UNIQUE )(?<!DROP )INDEX(?![\w"]))"));
+    static const QRegularExpression numberThenWord(
+        QStringLiteral(R"((?<![\w.\x{0080}-\x{FFFF}])(\d+(?:\.\d+)?)(?=[A-Za-z_]))"));
     for (auto& p : pieces) {
         if (p.quoted) continue;
         // #date# literals → day numbers
@@ -117,6 +126,9 @@ JetSql translateJetSql(const QString& statement) {
         }
         t += p.text.mid(last);
         t.replace(bareIndex, QStringLiteral("\"INDEX\""));
+        // That engine reads "期号>=2024001and": a number ends where a letter begins. SQLite needs
+        // the space.
+        t.replace(numberThenWord, QStringLiteral("\\1 "));
         p.text = t;
     }
 
@@ -135,7 +147,8 @@ JetSql translateJetSql(const QString& statement) {
         out.topPercent = !m.captured(3).isEmpty();
         const int cutFrom = m.capturedStart(2) - 0;
         // remove "top n [percent]" keeping "select [distinct] "
-        static const QRegularExpression topWord(QStringLiteral(R"(top\s+$)"), QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression topWord(QStringLiteral(R"(top\s+$)"),
+                                                QRegularExpression::CaseInsensitiveOption);
         const int topStart = masked.left(cutFrom).lastIndexOf(topWord);
         sql = sql.left(topStart) + sql.mid(m.capturedEnd() - 1);
         masked = maskQuoted(splitQuoted(sql));
@@ -146,9 +159,11 @@ JetSql translateJetSql(const QString& statement) {
                                                 QRegularExpression::CaseInsensitiveOption);
         const int ob = findTopLevel(masked, orderBy);
         if (ob >= 0) {
-            const int termsStart = masked.indexOf(QRegularExpression(QStringLiteral(R"(by\b)"),
-                                                                     QRegularExpression::CaseInsensitiveOption),
-                                                  ob) + 2;
+            const int termsStart =
+                masked.indexOf(
+                    QRegularExpression(QStringLiteral(R"(by\b)"), QRegularExpression::CaseInsensitiveOption),
+                    ob) +
+                2;
             static const QRegularExpression direction(QStringLiteral(R"(\s+(asc|desc)\s*$)"),
                                                       QRegularExpression::CaseInsensitiveOption);
             const QStringList maskedTerms = splitTopLevelCommas(masked.mid(termsStart));
@@ -165,10 +180,19 @@ JetSql translateJetSql(const QString& statement) {
         static const QRegularExpression fromTable(
             QStringLiteral(R"(\sfrom\s+([^\s,()]+)\s*(where\b|order\b|$))"),
             QRegularExpression::CaseInsensitiveOption);
-        static const QRegularExpression notUpdatable(QStringLiteral(R"(\b(join|group\s+by|distinct|union)\b)"),
-                                                     QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression notUpdatable(
+            QStringLiteral(R"(\b(join|group\s+by|having|distinct|union)\b)"),
+            QRegularExpression::CaseInsensitiveOption);
+        // An aggregate in the select list makes one row out of many: nothing to write back to.
+        static const QRegularExpression aggregate(
+            QStringLiteral(R"(\b(count|sum|min|max|avg|first|last)\s*\()"),
+            QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression fromWord(QStringLiteral(R"(\sfrom\s)"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+        const QString selectList = masked.left(findTopLevel(masked, fromWord));
         const auto fm = fromTable.match(masked);
-        if (fm.hasMatch() && !notUpdatable.match(masked).hasMatch()) {
+        if (fm.hasMatch() && !notUpdatable.match(masked).hasMatch() &&
+            !aggregate.match(selectList).hasMatch()) {
             out.baseTable = sql.mid(fm.capturedStart(1), fm.capturedLength(1));
         }
     }
@@ -178,14 +202,18 @@ JetSql translateJetSql(const QString& statement) {
 
 QString withHiddenColumns(const JetSql& jet, bool withRowId) {
     QString extra;
-    if (withRowId) extra += QStringLiteral(", %1.rowid AS %2").arg(jet.baseTable, QLatin1String(kRowIdColumn));
+    if (withRowId)
+        extra += QStringLiteral(", %1.rowid AS %2").arg(jet.baseTable, QLatin1String(kRowIdColumn));
     if (jet.hasTop) {
         for (int i = 0; i < jet.orderTerms.size(); ++i)
-            extra += QStringLiteral(", %1 AS %2%3").arg(jet.orderTerms[i], QLatin1String(kOrderColumnPrefix)).arg(i);
+            extra += QStringLiteral(", %1 AS %2%3")
+                         .arg(jet.orderTerms[i], QLatin1String(kOrderColumnPrefix))
+                         .arg(i);
     }
     if (extra.isEmpty()) return jet.sql;
     const QString masked = maskQuoted(splitQuoted(jet.sql));
-    static const QRegularExpression from(QStringLiteral(R"(\sfrom\s)"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression from(QStringLiteral(R"(\sfrom\s)"),
+                                         QRegularExpression::CaseInsensitiveOption);
     const int at = findTopLevel(masked, from);
     if (at < 0) return jet.sql;
     return jet.sql.left(at) + extra + jet.sql.mid(at);

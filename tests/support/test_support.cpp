@@ -1,0 +1,89 @@
+#include "test_support.h"
+
+#include <QDir>
+#include <QFile>
+
+#include "store/date_value.h"
+#include "store/factory_data.h"
+#include "store/pack.h"
+#include "store/schema.h"
+
+namespace dovrex::test {
+
+QString shippedPackPath() {
+    return QStringLiteral(DOVREX_BUILD_DIR "/data/") + kDataFileName;
+}
+
+SharedStateGuard::SharedStateGuard() : saved_(shared()) {}
+
+SharedStateGuard::~SharedStateGuard() {
+    shared() = saved_;
+    Clock::useSystemClock();
+}
+
+TempFolders::TempFolders() {
+    paths_.programDir = dir_.filePath(QStringLiteral("program"));
+    paths_.tempDir = dir_.filePath(QStringLiteral("temp"));
+    QDir().mkpath(paths_.programDir);
+    QDir().mkpath(paths_.tempDir);
+}
+
+void makeFreshStoreFile(const QString& file) {
+    QFile::remove(file);
+    auto s = Store::open(file, true);
+    createWorkStoreSchema(*s);
+    seedFactoryData(*s);
+}
+
+void makePack(const QString& storeFile, const QString& packPath) {
+    const QString aux = storeFile + QStringLiteral(".aux");
+    QFile f(aux);
+    if (!f.open(QIODevice::WriteOnly) || f.write("aux") != 3)
+        throw StoreError(QStringLiteral("cannot write ") + aux);
+    f.close();
+    if (!pack(storeFile, aux, packPath)) throw StoreError(QStringLiteral("cannot pack ") + packPath);
+}
+
+ScopedStore::ScopedStore(Kind kind, const QString& file) : file_(file) {
+    if (kind == Kind::Fresh) {
+        makeFreshStoreFile(file);
+    } else if (!unpack(shippedPackPath(), file, file + QStringLiteral(".aux"))) {
+        throw StoreError(QStringLiteral("cannot unpack ") + shippedPackPath());
+    }
+    store_ = Store::open(file);
+    shared().g_Store = store_.get();
+}
+
+ScopedStore::~ScopedStore() {
+    if (shared().g_Store == store_.get()) shared().g_Store = nullptr;
+    shared().g_HistoryCursor.reset();
+}
+
+void addDraw(IssueNumber issue, const QString& date, const Reds& reds, int blue) {
+    const auto day = parseDateText(date);
+    if (!day) throw StoreError(QStringLiteral("bad date ") + date);
+    store_Execute(
+        QStringLiteral("INSERT INTO 历史记录 (期号,开奖日期,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,已完成) "
+                       "VALUES (?,?,?,?,?,?,?,?,?,'Y')"),
+        {issue, *day, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
+}
+
+QVariant scalar(const QString& sql, const QVariantList& params) {
+    return store().scalar(sql, params);
+}
+
+int intScalar(const QString& sql, const QVariantList& params) {
+    return scalar(sql, params).toInt();
+}
+
+QByteArray fileBytes(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+ProgramFolderTest::ProgramFolderTest() {
+    makeFreshStoreFile(seedStore());
+    makePack(seedStore(), paths().dataPack());
+}
+
+}  // namespace dovrex::test

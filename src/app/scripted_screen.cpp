@@ -1,0 +1,160 @@
+#include "app/scripted_screen.h"
+
+#include "app/shared_state.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+namespace {
+QString kindWord(MessageKind kind) {
+    switch (kind) {
+        case MessageKind::Warning:
+            return QStringLiteral("WARNING");
+        case MessageKind::Error:
+            return QStringLiteral("ERROR");
+        default:
+            return QStringLiteral("MESSAGE");
+    }
+}
+}  // namespace
+
+QString ScriptedScreen::oneLine(const QString& text) {
+    QString out = text;
+    out.replace(QStringLiteral("\r\n"), QStringLiteral("\\n"));
+    out.replace(u'\n', QStringLiteral("\\n"));
+    out.replace(u'\r', QStringLiteral("\\n"));
+    return out;
+}
+
+void ScriptedScreen::record(const QString& line) {
+    lines_ << line;
+    if (listener) listener(line);
+}
+
+void ScriptedScreen::ui_Message(const QString& text, MessageKind kind) {
+    record(kindWord(kind) + u' ' + oneLine(text));
+}
+
+bool ScriptedScreen::ui_Confirm(const QString& text) {
+    const bool yes = confirms_.isEmpty() ? defaultConfirm : confirms_.dequeue();
+    record(QStringLiteral("CONFIRM %1 -> %2")
+               .arg(oneLine(text), yes ? QStringLiteral("yes") : QStringLiteral("no")));
+    return yes;
+}
+
+QString ScriptedScreen::ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) {
+    const QString answer = texts_.isEmpty() ? defaultText : texts_.dequeue();
+    record(QStringLiteral("ASK %1 | %2 | %3 -> %4").arg(oneLine(prompt), title, defaultText, answer));
+    return answer;
+}
+
+void ScriptedScreen::ui_Status(int panel, const QString& text) {
+    status_.insert(panel, text);
+    record(QStringLiteral("STATUS %1 %2").arg(panel).arg(text));
+}
+
+void ScriptedScreen::ui_Progress(int min, int max, int value, bool visible) {
+    const Progress before = progress_;
+    progress_ = {min, max, value, visible};
+    const bool notable =
+        visible != before.visible || min != before.min || max != before.max || value == min || value == max;
+    if (progressDetail || notable)
+        record(QStringLiteral("PROGRESS %1..%2 %3 %4")
+                   .arg(min)
+                   .arg(max)
+                   .arg(value)
+                   .arg(visible ? QStringLiteral("shown") : QStringLiteral("hidden")));
+}
+
+QString ScriptedScreen::ui_PickFile(const QString& filter, bool save) {
+    const QString answer = files_.isEmpty() ? QString() : files_.dequeue();
+    record(QStringLiteral("FILE %1 %2 -> %3")
+               .arg(save ? QStringLiteral("save") : QStringLiteral("open"), filter, answer));
+    return answer;
+}
+
+void ScriptedScreen::ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) {
+    record(cursor ? QStringLiteral("GRID %1 %2 rows").arg(name).arg(cursor->recordCount())
+                  : QStringLiteral("GRID %1 cleared").arg(name));
+}
+
+void ScriptedScreen::ui_Pump() {
+    ++pumps_;
+    if (stopAt_ > 0 && pumps_ >= stopAt_) {
+        stopAt_ = 0;
+        shared().tingZhi = 1;
+        record(QStringLiteral("STOP after %1 pumps").arg(pumps_));
+    }
+}
+
+void ScriptedScreen::stopAfterPumps(int n) {
+    stopAt_ = n > 0 ? pumps_ + n : 0;
+}
+
+void ScriptedScreen::ui_Log(const QString& wholeText) {
+    record(QStringLiteral("LOG ") + oneLine(wholeText));
+}
+
+void ScriptedScreen::ui_Set(const QString& role, const QString& property, const QVariant& value) {
+    record(QStringLiteral("SET %1.%2 = %3").arg(role, property, oneLine(value.toString())));
+}
+
+void ScriptedScreen::ui_Clipboard(const QString& text) {
+    record(QStringLiteral("CLIPBOARD ") + oneLine(text));
+}
+
+void ScriptedScreen::ui_OpenFile(const QString& path) {
+    record(QStringLiteral("OPENFILE ") + path);
+}
+
+void ScriptedScreen::ui_OpenUrl(const QString& url) {
+    record(QStringLiteral("OPENURL ") + url);
+}
+
+void ScriptedScreen::ui_TimedTip(const QString& text, int seconds) {
+    record(QStringLiteral("TIP %1s %2").arg(seconds).arg(oneLine(text)));
+}
+
+void ScriptedScreen::ui_RefreshPicks() {
+    record(QStringLiteral("REFRESH picks"));
+}
+
+void ScriptedScreen::ui_DressGrid(const QString& name, const QStringList& captions,
+                                  const QList<int>& widths) {
+    QStringList cols;
+    for (int i = 0; i < captions.size(); ++i)
+        cols << QStringLiteral("%1:%2").arg(captions[i]).arg(widths.value(i, -1));
+    record(QStringLiteral("DRESS %1 %2").arg(name, cols.join(u' ')));
+}
+
+QStringList ScriptedScreen::messages() const {
+    static const QStringList heads{QStringLiteral("MESSAGE "), QStringLiteral("WARNING "),
+                                   QStringLiteral("ERROR ")};
+    QStringList out;
+    for (const QString& line : lines_) {
+        for (const QString& h : heads)
+            if (line.startsWith(h)) out << line.mid(h.size());
+        if (line.startsWith(QStringLiteral("TIP "))) out << line.section(u' ', 2, -1);
+    }
+    return out;
+}
+
+QStringList ScriptedScreen::linesStartingWith(const QString& prefix) const {
+    QStringList out;
+    for (const QString& line : lines_)
+        if (line.startsWith(prefix)) out << line;
+    return out;
+}
+
+QString ScriptedScreen::lastStatus(int panel) const {
+    return status_.value(panel);
+}
+
+void ScriptedScreen::clear() {
+    lines_.clear();
+    status_.clear();
+    pumps_ = 0;
+    stopAt_ = 0;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,300 @@
+// The derived columns of 历史记录: hand-worked draws, the passes' edges, and the whole shipped
+// history against a plain recomputation from the definitions.
+#include <QMap>
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include "history/derived_columns.h"
+#include "history/history_queries.h"
+#include "support/test_support.h"
+
+namespace dovrex::test {
+namespace {
+
+using Row = QMap<QString, QVariant>;
+
+Row readRow(IssueNumber issue) {
+    auto c = store_Query(QStringLiteral("select * from 历史记录 where 期号=?"), {issue});
+    Row row;
+    if (c->recordCount() == 0) return row;
+    for (int i = 0; i < c->fieldCount(); ++i) row.insert(c->fieldName(i), c->value(i));
+    return row;
+}
+
+// Column values written as one text: "和值=100 奇数和值=24 ...", compared by name.
+void expectColumns(IssueNumber issue, const QString& expected) {
+    const Row row = readRow(issue);
+    ASSERT_FALSE(row.isEmpty()) << issue;
+    for (const QString& pair : expected.split(u' ', Qt::SkipEmptyParts)) {
+        const QString name = pair.section(u'=', 0, 0), value = pair.section(u'=', 1);
+        ASSERT_TRUE(row.contains(name)) << name.toStdString();
+        EXPECT_EQ(row[name].toString(), value) << issue << " " << name.toStdString();
+    }
+}
+
+const IssueNumber A = 2003001, B = 2003002, C = 2003003, D = 2003004;
+
+class DerivedColumnsTest : public FreshStoreTest {
+  protected:
+    void fourDraws() {
+        addDraw(A, QStringLiteral("2003/02/23"), makeReds(10, 11, 12, 13, 26, 28), 11);
+        addDraw(B, QStringLiteral("2003/02/27"), makeReds(4, 9, 19, 20, 21, 26), 12);
+        addDraw(C, QStringLiteral("2003/03/02"), makeReds(1, 8, 15, 22, 29, 30), 16);
+        addDraw(D, QStringLiteral("2003/03/06"), makeReds(20, 21, 23, 25, 27, 29), 3);
+    }
+    // What a download does: the earliest alone, then the range.
+    void recalcAll() {
+        recalc_LiShiLie(earliest_QiHao(), earliest_QiHao(), false);
+        recalc_LiShiLie(earliest_QiHao(), latest_QiHao(), false);
+    }
+};
+
+// Worked by hand from the definitions, with the shipped partitions: big 17..33, low tail 0-4,
+// intervals 1-8 9-16 17-24 25-33, groups of seven/nine/eleven/twelve by (x-1) mod step.
+TEST_F(DerivedColumnsTest, HandWorkedDraws) {
+    fourDraws();
+    recalcAll();
+    // 10 11 12 13 26 28, the first draw: nothing before it.
+    expectColumns(
+        A, QStringLiteral(
+               "和值=100 奇数和值=24 偶数和值=76 奇数个数=2 偶数个数=4 大数个数=2 小数个数=4 高尾码个数=2 "
+               "低尾码个数=4 区间1=0 区间2=4 区间3=0 区间4=2 自定义组1=0 自定义组10=0 跨度=18 最大间距=13 "
+               "AC值=4 连号=4 重叠号=0 斜位码=0 尾数形式=1,1,1,1,1,1 间距七=2,1,1,1,1 间距九=2,1,1,1,1 "
+               "间距十一=1,1,1,1,1,1 间距十二=1,1,1,1,1,1 头数形式=4,2 头数和值=8 尾数和值=20 温度值5=0 "
+               "温度值10=0 已完成=Y"));
+    // 04 09 19 20 21 26 after 10 11 12 13 26 28: 26 repeats, 9 sits beside 10.
+    expectColumns(
+        B, QStringLiteral(
+               "和值=99 奇数和值=49 偶数和值=50 奇数个数=3 偶数个数=3 大数个数=4 小数个数=2 高尾码个数=3 "
+               "低尾码个数=3 区间1=1 区间2=1 区间3=3 区间4=1 跨度=22 最大间距=10 AC值=7 连号=3 重叠号=1 "
+               "斜位码=1 尾数形式=2,1,1,1,1 间距七=2,1,1,1,1 间距九=1,1,1,1,1,1 间距十一=2,2,1,1 "
+               "间距十二=2,1,1,1,1 头数形式=3,2,1 头数和值=7 尾数和值=29 温度值5=1 温度值10=1"));
+    // 01 08 15 22 29 30: five of six in one group of seven, which the table reads as all apart.
+    expectColumns(C,
+                  QStringLiteral("和值=105 连号=2 重叠号=0 斜位码=2 间距七=1,1,1,1,1,1 尾数形式=1,1,1,1,1,1 "
+                                 "头数形式=2,2,1,1 温度值5=0"));
+    // 20 21 23 25 27 29: six in one head group; 20 21 from B and 29 from C came up before; 21 23
+    // beside 22 and 29 beside 30.
+    expectColumns(D, QStringLiteral("头数形式=6 连号=2 重叠号=1 斜位码=3 头数和值=12 温度值5=3 温度值10=3"));
+}
+
+TEST_F(DerivedColumnsTest, TheRowBeforeFromIsOnlyThePredecessor) {
+    fourDraws();
+    recalc_LiShiLie(A, D, false);
+    EXPECT_TRUE(readRow(A)[QStringLiteral("和值")].isNull());  // the earliest needs a pass of its own
+    EXPECT_EQ(readRow(B)[QStringLiteral("重叠号")].toInt(), 1);
+    recalc_LiShiLie(A, A, false);
+    EXPECT_EQ(readRow(A)[QStringLiteral("和值")].toInt(), 100);
+    // A range in the middle leaves the rows outside it alone.
+    store_Execute(QStringLiteral("UPDATE 历史记录 SET 和值=-1"));
+    recalc_LiShiLie(C, C, false);
+    EXPECT_EQ(readRow(B)[QStringLiteral("和值")].toInt(), -1);
+    EXPECT_EQ(readRow(C)[QStringLiteral("和值")].toInt(), 105);
+    EXPECT_EQ(readRow(C)[QStringLiteral("斜位码")].toInt(), 2);  // B served as its predecessor
+    EXPECT_EQ(readRow(D)[QStringLiteral("和值")].toInt(), -1);
+}
+
+TEST_F(DerivedColumnsTest, FromBeyondAllRowsRewritesTheLastWithoutPredecessor) {
+    fourDraws();
+    recalcAll();
+    ASSERT_EQ(readRow(D)[QStringLiteral("重叠号")].toInt(), 1);
+    recalc_LiShiLie(2003010, 2003013, false);
+    EXPECT_EQ(readRow(D)[QStringLiteral("重叠号")].toInt(), 0);
+    EXPECT_EQ(readRow(D)[QStringLiteral("斜位码")].toInt(), 0);
+    EXPECT_EQ(readRow(D)[QStringLiteral("和值")].toInt(), 145);
+    EXPECT_EQ(readRow(C)[QStringLiteral("斜位码")].toInt(), 2);
+}
+
+TEST_F(DerivedColumnsTest, EmptyRangeWritesNothingAndShowsProgressOnlyWithRows) {
+    recalc_LiShiLie(2003001, 2003100, true);
+    EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("PROGRESS")).isEmpty());
+    fourDraws();
+    recalc_LiShiLie(A, D, true);
+    const QStringList progress = ui().linesStartingWith(QStringLiteral("PROGRESS"));
+    ASSERT_GE(progress.size(), 3);
+    EXPECT_EQ(progress.first(), QStringLiteral("PROGRESS 0..4 0 shown"));  // A, the predecessor, is counted
+    EXPECT_EQ(progress.last(), QStringLiteral("PROGRESS 0..4 4 hidden"));  // the temperature pass: A..D
+    EXPECT_FALSE(ui().progress().visible);
+    EXPECT_GE(ui().pumpCount(), 6);
+}
+
+TEST_F(DerivedColumnsTest, IntervalsRecountedAfterTheyChange) {
+    fourDraws();
+    recalcAll();
+    // Interval 1 now covers 1..20 and overlaps interval 2 and 3.
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 区间1=1 WHERE 号码<=20"));
+    // A custom group changed too: only a full pass touches it.
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 自定义组1=1 WHERE 号码<=20"));
+    recalc_QuJian(earliest_QiHao(), latest_QiHao());
+    EXPECT_EQ(ui().messages(),
+              QStringList{QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。")});
+    expectColumns(A, QStringLiteral("区间1=4 区间2=4 区间3=0 区间4=2 自定义组1=0"));
+    expectColumns(B, QStringLiteral("区间1=4 区间2=1 区间3=3 区间4=1 自定义组1=0"));
+    expectColumns(D, QStringLiteral("区间1=1 区间3=3 区间4=3"));
+    recalc_LiShiLie(B, B, false);
+    expectColumns(B, QStringLiteral("自定义组1=4"));
+}
+
+TEST_F(DerivedColumnsTest, TemperatureCountsOnlyTheDrawsBefore) {
+    fourDraws();
+    EXPECT_EQ(calc_WenDu(D, 5), 3);
+    EXPECT_EQ(calc_WenDu(D, 1), 1);  // C alone: 29
+    EXPECT_EQ(calc_WenDu(B, 10), 1);
+    EXPECT_EQ(calc_WenDu(A, 5), 0);
+    EXPECT_EQ(calc_WenDu(2003005, 5), 0);  // no row
+    // The same number in several earlier draws counts each time.
+    addDraw(2003005, QStringLiteral("2003/03/09"), makeReds(20, 21, 22, 23, 24, 25));
+    EXPECT_EQ(calc_WenDu(2003005, 5), 2 + 2 + 1 + 1 + 0 + 1);
+    EXPECT_EQ(calc_WenDu(2003005, 2), 1 + 1 + 1 + 1 + 0 + 1);
+}
+
+// ---- the shipped history ----
+
+TEST_F(ShippedStoreTest, StoredTemperaturesAgreeWithCalcWenDu) {
+    auto c = store_Query(QStringLiteral("select 期号, 温度值5, 温度值10 from 历史记录 order by 期号"));
+    ASSERT_GT(c->recordCount(), 3000);
+    int checked = 0;
+    for (int i = 0; !c->eof(); c->moveNext(), ++i) {
+        // the first dozen (fewer than ten draws before), every 97th, and the last
+        if (i > 12 && i % 97 != 0 && i != c->recordCount() - 1) continue;
+        const IssueNumber issue = c->intValue(0);
+        EXPECT_EQ(c->intValue(1), calc_WenDu(issue, 5)) << issue;
+        EXPECT_EQ(c->intValue(2), calc_WenDu(issue, 10)) << issue;
+        ++checked;
+    }
+    EXPECT_GT(checked, 40);
+}
+
+// The columns of one draw computed the plain way, straight from the definitions: the pattern text
+// of a partition is its nonzero counts in falling order, except that five-and-one in a five-table
+// partition reads as six apart; the run text is the runs of two or more in falling order.
+struct Plain {
+    static QString pattern(const std::vector<int>& groupOfBall, bool headTable) {
+        QMap<int, int> counts;
+        for (int g : groupOfBall) ++counts[g];
+        std::vector<int> c;
+        for (int n : counts) c.push_back(n);
+        std::sort(c.rbegin(), c.rend());
+        if (!headTable && c == std::vector<int>{5, 1}) return QStringLiteral("1,1,1,1,1,1");
+        QStringList parts;
+        for (int n : c) parts << QString::number(n);
+        return parts.join(u',');
+    }
+    static QString runs(const std::array<int, 6>& r) {
+        std::vector<int> lengths;
+        int len = 1;
+        for (int i = 1; i <= 6; ++i) {
+            if (i < 6 && r[i] == r[i - 1] + 1) {
+                ++len;
+                continue;
+            }
+            if (len >= 2) lengths.push_back(len);
+            len = 1;
+        }
+        if (lengths.empty()) return QStringLiteral("0");
+        std::sort(lengths.rbegin(), lengths.rend());
+        QStringList parts;
+        for (int n : lengths) parts << QString::number(n);
+        return parts.join(u'+');
+    }
+};
+
+TEST_F(ShippedStoreTest, EveryStoredColumnMatchesAPlainRecomputation) {
+    // Interval membership as the shipped table holds it.
+    std::array<std::array<bool, 4>, 34> inInterval{};
+    for (auto c = store_Query(QStringLiteral("select 号码,区间1,区间2,区间3,区间4 from 号码特性")); !c->eof();
+         c->moveNext())
+        for (int k = 0; k < 4; ++k) inInterval[size_t(c->intValue(0))][size_t(k)] = c->intValue(k + 1) != 0;
+
+    auto c = store_Query(QStringLiteral("select * from 历史记录 order by 期号 asc"));
+    ASSERT_GT(c->recordCount(), 3000);
+    std::vector<std::array<int, 6>> before;
+    int mismatches = 0;
+    for (; !c->eof(); c->moveNext()) {
+        const IssueNumber issue = c->intValue(QStringLiteral("期号"));
+        std::array<int, 6> r;
+        for (int i = 0; i < 6; ++i) r[size_t(i)] = c->intValue(QStringLiteral("红球%1").arg(i + 1));
+        ASSERT_TRUE(std::is_sorted(r.begin(), r.end())) << issue;
+
+        Row want;
+        int sum = 0, oddSum = 0, odd = 0, big = 0, low = 0, heads = 0, tails = 0;
+        std::array<int, 4> intervals{};
+        std::set<int> diffs;
+        for (int i = 0; i < 6; ++i) {
+            const int x = r[size_t(i)];
+            sum += x;
+            if (x % 2) oddSum += x, ++odd;
+            if (x >= 17) ++big;
+            if (x % 10 <= 4) ++low;
+            heads += x / 10;
+            tails += x % 10;
+            for (int k = 0; k < 4; ++k) intervals[size_t(k)] += inInterval[size_t(x)][size_t(k)];
+            for (int j = i + 1; j < 6; ++j) diffs.insert(r[size_t(j)] - x);
+        }
+        want[QStringLiteral("和值")] = sum;
+        want[QStringLiteral("奇数和值")] = oddSum;
+        want[QStringLiteral("偶数和值")] = sum - oddSum;
+        want[QStringLiteral("奇数个数")] = odd;
+        want[QStringLiteral("偶数个数")] = 6 - odd;
+        want[QStringLiteral("大数个数")] = big;
+        want[QStringLiteral("小数个数")] = 6 - big;
+        want[QStringLiteral("低尾码个数")] = low;
+        want[QStringLiteral("高尾码个数")] = 6 - low;
+        want[QStringLiteral("头数和值")] = heads;
+        want[QStringLiteral("尾数和值")] = tails;
+        for (int k = 0; k < 4; ++k) want[QStringLiteral("区间%1").arg(k + 1)] = intervals[size_t(k)];
+        for (int k = 1; k <= 10; ++k) want[QStringLiteral("自定义组%1").arg(k)] = 0;
+        want[QStringLiteral("跨度")] = r[5] - r[0];
+        int gap = 0;
+        for (int i = 0; i < 5; ++i) gap = std::max(gap, r[size_t(i + 1)] - r[size_t(i)]);
+        want[QStringLiteral("最大间距")] = gap;
+        want[QStringLiteral("AC值")] = int(diffs.size()) - 5;
+        want[QStringLiteral("连号")] = Plain::runs(r);
+
+        int repeats = 0, diagonal = 0;
+        if (!before.empty()) {
+            const auto& p = before.back();
+            auto has = [&](int x) { return std::find(p.begin(), p.end(), x) != p.end(); };
+            for (int x : r) {
+                repeats += has(x);
+                diagonal += has(x - 1) || has(x + 1);
+            }
+        }
+        want[QStringLiteral("重叠号")] = repeats;
+        want[QStringLiteral("斜位码")] = diagonal;
+
+        auto shape = [&](auto groupOf, bool head) {
+            std::vector<int> g;
+            for (int x : r) g.push_back(groupOf(x));
+            return Plain::pattern(g, head);
+        };
+        want[QStringLiteral("尾数形式")] = shape([](int x) { return x % 10; }, false);
+        want[QStringLiteral("间距七")] = shape([](int x) { return (x - 1) % 7; }, false);
+        want[QStringLiteral("间距九")] = shape([](int x) { return (x - 1) % 9; }, false);
+        want[QStringLiteral("间距十一")] = shape([](int x) { return (x - 1) % 11; }, false);
+        want[QStringLiteral("间距十二")] = shape([](int x) { return (x - 1) % 12; }, false);
+        want[QStringLiteral("头数形式")] = shape([](int x) { return x / 10; }, true);
+
+        for (int n : {5, 10}) {
+            int hot = 0;
+            const size_t first = before.size() > size_t(n) ? before.size() - size_t(n) : 0;
+            for (size_t j = first; j < before.size(); ++j)
+                for (int x : r) hot += int(std::count(before[j].begin(), before[j].end(), x));
+            want[QStringLiteral("温度值%1").arg(n)] = hot;
+        }
+        want[QStringLiteral("已完成")] = QStringLiteral("Y");
+
+        for (auto it = want.cbegin(); it != want.cend(); ++it) {
+            const QString got = c->value(it.key()).toString();
+            if (got != it.value().toString() && ++mismatches <= 20)
+                ADD_FAILURE() << issue << " " << it.key().toStdString() << ": stored " << got.toStdString()
+                              << ", expected " << it.value().toString().toStdString();
+        }
+        before.push_back(r);
+    }
+    EXPECT_EQ(mismatches, 0);
+}
+
+}  // namespace
+}  // namespace dovrex::test

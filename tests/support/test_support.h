@@ -1,0 +1,119 @@
+#pragma once
+
+// Shared fixtures of the core and GUI tests. No widget here: a GUI fixture derives from these and
+// adds its window.
+//
+//   DovrexTest        shared() saved and restored, a ScriptedScreen installed, Clock reset,
+//                     a temporary program folder and temp folder (paths())
+//   FreshStoreTest    + an empty store with schema and factory rows as the shared store
+//   ShippedStoreTest  + the shipped store (the whole published history) as the shared store
+//   ProgramFolderTest + a program folder holding a pack made from a fresh store, ready for AppFlow
+//
+// The Scoped* helpers do the same work outside a fixture, so that a later fixture can combine them.
+
+#include <gtest/gtest.h>
+
+#include <QString>
+#include <QTemporaryDir>
+#include <QVariantList>
+#include <memory>
+
+#include "app/app_paths.h"
+#include "app/scripted_screen.h"
+#include "app/shared_state.h"
+#include "domain/game.h"
+#include "store/store.h"
+
+namespace dovrex::test {
+
+// The shipped pack of the build tree.
+QString shippedPackPath();
+
+// Saves the whole shared() state and puts it back on destruction; resets the clock too.
+class SharedStateGuard {
+  public:
+    SharedStateGuard();
+    ~SharedStateGuard();
+
+  private:
+    SharedState saved_;
+};
+
+// A program folder and a temp folder side by side in one temporary directory.
+class TempFolders {
+  public:
+    TempFolders();
+    const AppPaths& paths() const { return paths_; }
+    QString path(const QString& name) const { return dir_.filePath(name); }
+
+  private:
+    QTemporaryDir dir_;
+    AppPaths paths_;
+};
+
+// A store file opened and installed as the shared store until destruction.
+class ScopedStore {
+  public:
+    enum class Kind { Fresh, Shipped };
+    // Fresh: the schema and the factory rows, no history. Shipped: unpacked from the shipped pack.
+    ScopedStore(Kind kind, const QString& file);
+    ~ScopedStore();
+    Store& store() { return *store_; }
+    QString file() const { return file_; }
+
+  private:
+    QString file_;
+    std::unique_ptr<Store> store_;
+};
+
+// Makes a new store file with the schema and the factory rows (no history); the connection is closed.
+void makeFreshStoreFile(const QString& file);
+// Writes a pack of `storeFile` and a small aux file to `packPath`.
+void makePack(const QString& storeFile, const QString& packPath);
+
+// Adds one draw to 历史记录 of the shared store, derived columns empty.
+void addDraw(IssueNumber issue, const QString& date, const Reds& reds, int blue = 1);
+// First column of the first row of a query on the shared store.
+QVariant scalar(const QString& sql, const QVariantList& params = {});
+int intScalar(const QString& sql, const QVariantList& params = {});
+QByteArray fileBytes(const QString& path);
+
+class DovrexTest : public ::testing::Test {
+  protected:
+    ScriptedScreen& ui() { return screen_; }
+    const AppPaths& paths() const { return folders_.paths(); }
+    QString tempPath(const QString& name) const { return folders_.path(name); }
+
+  private:
+    SharedStateGuard guard_;
+    ScriptedScreen screen_;
+    TempFolders folders_;
+
+  protected:
+    DovrexTest() { shared().screen = &screen_; }
+};
+
+class FreshStoreTest : public DovrexTest {
+  protected:
+    Store& db() { return store_.store(); }
+
+  private:
+    ScopedStore store_{ScopedStore::Kind::Fresh, tempPath(QStringLiteral("fresh.dat"))};
+};
+
+class ShippedStoreTest : public DovrexTest {
+  protected:
+    Store& db() { return store_.store(); }
+
+  private:
+    ScopedStore store_{ScopedStore::Kind::Shipped, tempPath(QStringLiteral("shipped.dat"))};
+};
+
+class ProgramFolderTest : public DovrexTest {
+  protected:
+    ProgramFolderTest();
+    // A fresh store file, to be changed by the test and packed with makePack.
+    QString seedStore() const { return tempPath(QStringLiteral("seed.dat")); }
+};
+
+}  // namespace dovrex::test

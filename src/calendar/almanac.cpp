@@ -1,0 +1,322 @@
+#include "calendar/almanac.h"
+
+#include <erfa.h>
+#include <libnova/lunar.h>
+
+#include <QStringList>
+#include <cmath>
+
+namespace dovrex {
+namespace almanac {
+
+namespace {
+
+constexpr double kJ2000 = 2451545.0;
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kTwoPi = 2 * kPi;
+constexpr double kAuLightSeconds = 499.004782;  // light time for one astronomical unit
+constexpr double kSecondsPerDay = 86400.0;
+// Light time of the moon at its mean distance, in days: the moon is seen where it was then.
+constexpr double kMoonLightTime = 384400.0 / 299792.458 / kSecondsPerDay;
+// Terms of ELP 2000-82B below this size are left out; the loss is under 0.1".
+constexpr double kElpPrecision = 1e-7;
+
+double rad2mrad(double v) {
+    v = std::fmod(v, kTwoPi);
+    return v < 0 ? v + kTwoPi : v;
+}
+
+// Equator and equinox of date (bias, precession, nutation) and the true obliquity.
+struct FrameOfDate {
+    double rbpn[3][3];
+    double obliquity;
+};
+
+FrameOfDate frameOfDate(double t) {
+    FrameOfDate f;
+    double dpsi, deps, epsa, rb[3][3], rp[3][3], rbp[3][3], rn[3][3];
+    eraNut00b(kJ2000, t, &dpsi, &deps);
+    eraPn06(kJ2000, t, dpsi, deps, &epsa, rb, rp, rbp, rn, f.rbpn);
+    f.obliquity = epsa + deps;
+    return f;
+}
+
+// Ecliptic longitude of date of a direction given in the celestial reference system.
+double eclipticLongitude(FrameOfDate& f, double p[3]) {
+    double q[3];
+    eraRxp(f.rbpn, p, q);
+    const double y = q[1] * std::cos(f.obliquity) + q[2] * std::sin(f.obliquity);
+    return rad2mrad(std::atan2(y, q[0]));
+}
+
+// Direction of the sun from the earth's centre, with light time and aberration.
+void apparentSun(double t, double out[3]) {
+    double pvh[2][3], pvb[2][3];
+    eraEpv00(kJ2000, t, pvh, pvb);
+    double p[3] = {-pvh[0][0], -pvh[0][1], -pvh[0][2]};
+    double dist, unit[3];
+    eraPn(p, &dist, unit);
+    double v[3];
+    for (int i = 0; i < 3; ++i) v[i] = pvb[1][i] * kAuLightSeconds / kSecondsPerDay;
+    eraAb(unit, v, dist, std::sqrt(1 - eraPdp(v, v)), out);
+}
+
+// Geocentric moon, mean ecliptic and equinox of J2000 (ELP), turned into the reference system.
+void apparentMoon(double t, double out[3]) {
+    static FrameOfDate eclipticJ2000 = [] {
+        FrameOfDate m{};
+        eraEcm06(kJ2000, 0, m.rbpn);
+        return m;
+    }();
+    ln_rect_posn r;
+    ln_get_lunar_geo_posn(kJ2000 + t - kMoonLightTime, &r, kElpPrecision);
+    double e[3] = {r.X, r.Y, r.Z};
+    eraTrxp(eclipticJ2000.rbpn, e, out);
+}
+
+double jiaoCai(int lx, double t, double jiao) {
+    FrameOfDate f = frameOfDate(t);
+    double sun[3];
+    apparentSun(t, sun);
+    const double sunLon = eclipticLongitude(f, sun);
+    if (lx == 0) return rad2mrad(jiao - sunLon);
+    double moon[3];
+    apparentMoon(t, moon);
+    return rad2mrad(jiao - (eclipticLongitude(f, moon) - sunLon));
+}
+
+double deltaT_days(double t) {
+    return deltaT_seconds(t / 365.2425 + 2000) / kSecondsPerDay;
+}
+
+// Days since 2000-01-01 0:00 Beijing time, with the time of day as fraction.
+double beijingDayValue(double t) {
+    return t + 0.5 - deltaT_days(t) + 8.0 / 24;
+}
+
+// Civil date and time of a Julian day (the Gregorian reform included).
+struct CivilTime {
+    int y, m, d, h, mi;
+    double s;
+};
+
+CivilTime fromJulianDay(double jd) {
+    CivilTime c;
+    jd += 0.5;
+    double a = std::floor(jd);
+    double f = jd - a;
+    if (a > 2299161) {
+        const double alpha = std::floor((a - 1867216.25) / 36524.25);
+        a += 1 + alpha - std::floor(alpha / 4);
+    }
+    a += 1524;
+    double y = std::floor((a - 122.1) / 365.25);
+    const double rest = a - std::floor(365.25 * y);
+    double m = std::floor(rest / 30.6001);
+    c.d = int(rest - std::floor(m * 30.6001));
+    y -= 4716;
+    m -= 1;
+    if (m > 12) m -= 12;
+    if (m <= 2) y += 1;
+    c.y = int(y);
+    c.m = int(m);
+    f *= 24;
+    c.h = int(std::floor(f));
+    f -= c.h;
+    f *= 60;
+    c.mi = int(std::floor(f));
+    f -= c.mi;
+    c.s = f * 60;
+    return c;
+}
+
+const QStringList& jqB() {
+    static const QStringList names = {
+        QStringLiteral("春分"), QStringLiteral("清明"), QStringLiteral("谷雨"), QStringLiteral("立夏"),
+        QStringLiteral("小满"), QStringLiteral("芒种"), QStringLiteral("夏至"), QStringLiteral("小暑"),
+        QStringLiteral("大暑"), QStringLiteral("立秋"), QStringLiteral("处暑"), QStringLiteral("白露"),
+        QStringLiteral("秋分"), QStringLiteral("寒露"), QStringLiteral("霜降"), QStringLiteral("立冬"),
+        QStringLiteral("小雪"), QStringLiteral("大雪"), QStringLiteral("冬至"), QStringLiteral("小寒"),
+        QStringLiteral("大寒"), QStringLiteral("立春"), QStringLiteral("雨水"), QStringLiteral("惊蛰")};
+    return names;
+}
+
+const QStringList& yueMing() {
+    static const QStringList names = {QStringLiteral("正"), QStringLiteral("二"), QStringLiteral("三"),
+                                      QStringLiteral("四"), QStringLiteral("五"), QStringLiteral("六"),
+                                      QStringLiteral("七"), QStringLiteral("八"), QStringLiteral("九"),
+                                      QStringLiteral("十"), QStringLiteral("11"), QStringLiteral("12")};
+    return names;
+}
+
+}  // namespace
+
+double deltaT_seconds(double y) {
+    // Espenak & Meeus, "Five Millennium Canon of Solar Eclipses" (NASA TP-2006-214141).
+    if (y < 1860 || y >= 2150) {
+        const double u = (y - 1820) / 100;
+        return -20 + 32 * u * u;
+    }
+    if (y < 1900) {
+        const double t = y - 1860;
+        return 7.62 + 0.5737 * t - 0.251754 * t * t + 0.01680668 * t * t * t - 0.0004473624 * std::pow(t, 4) +
+               std::pow(t, 5) / 233174;
+    }
+    if (y < 1920) {
+        const double t = y - 1900;
+        return -2.79 + 1.494119 * t - 0.0598939 * t * t + 0.0061966 * t * t * t - 0.000197 * std::pow(t, 4);
+    }
+    if (y < 1941) {
+        const double t = y - 1920;
+        return 21.20 + 0.84493 * t - 0.076100 * t * t + 0.0020936 * t * t * t;
+    }
+    if (y < 1961) {
+        const double t = y - 1950;
+        return 29.07 + 0.407 * t - t * t / 233 + t * t * t / 2547;
+    }
+    if (y < 1986) {
+        const double t = y - 1975;
+        return 45.45 + 1.067 * t - t * t / 260 - t * t * t / 718;
+    }
+    if (y < 2005) {
+        const double t = y - 2000;
+        return 63.86 + 0.3345 * t - 0.060374 * t * t + 0.0017275 * t * t * t + 0.000651814 * std::pow(t, 4) +
+               0.00002373599 * std::pow(t, 5);
+    }
+    if (y < 2050) {
+        const double t = y - 2000;
+        return 62.92 + 0.32217 * t + 0.005589 * t * t;
+    }
+    const double u = (y - 1820) / 100;
+    return -20 + 32 * u * u - 0.5628 * (2150 - y);
+}
+
+double sunApparentLongitude(double t) {
+    return rad2mrad(-jiaoCai(0, t, 0));
+}
+
+double moonMinusSun(double t) {
+    return rad2mrad(-jiaoCai(1, t, 0));
+}
+
+double jiaoCal(double t1, double jiao, int lx) {
+    double t2 = t1 + (lx == 0 ? 360 : 25);
+    jiao *= kPi / 180;
+    double v1 = jiaoCai(lx, t1, jiao);
+    double v2 = jiaoCai(lx, t2, jiao);
+    if (v1 < v2) v2 -= kTwoPi;
+    double k = 1, t = t1;
+    for (int i = 0; i < 10; ++i) {
+        const double k2 = (v2 - v1) / (t2 - t1);
+        if (std::fabs(k2) > 1e-15) k = k2;
+        t = t1 - v1 / k;
+        double v = jiaoCai(lx, t, jiao);
+        if (v > 1) v -= kTwoPi;
+        if (std::fabs(v) < 1e-8) break;
+        t1 = t2;
+        v1 = v2;
+        t2 = t;
+        v2 = v;
+    }
+    return t;
+}
+
+int beijingDay(double t) {
+    return int(std::floor(beijingDayValue(t)));
+}
+
+QString beijingTimeText(double t) {
+    const double jd = t + kJ2000 + 8.0 / 24;
+    const CivilTime c = fromJulianDay(jd - deltaT_days(jd - kJ2000));
+    int h = c.h, m = c.mi, s = int(std::floor(c.s + 0.5));
+    // Seconds carry into minutes and hours, never into the date.
+    if (s >= 60) s -= 60, ++m;
+    if (m >= 60) m -= 60, ++h;
+    auto two = [](int v) { return QStringLiteral("%1").arg(v, 2, 10, QLatin1Char('0')); };
+    return QStringLiteral("%1-%2-%3 %4:%5:%6").arg(c.y, 5).arg(two(c.m), two(c.d), two(h), two(m), two(s));
+}
+
+YearTable paiYue(int year) {
+    YearTable r;
+    r.year = year;
+    const double t1 = 365.2422 * (year - 2000) - 50;
+    for (int i = 0; i < 14; ++i) {
+        r.zq[i] = jiaoCal(t1 + i * 30.4, i * 30 - 90, 0);
+        r.jq[i] = jiaoCal(t1 + i * 30.4, i * 30 - 105, 0);
+    }
+    // From 0 hours on the day after the winter solstice: 14 new moons.
+    const double dayValue = beijingDayValue(r.zq[0]);
+    const double dongZhiJia1 = r.zq[0] + 1 - (dayValue - std::floor(dayValue));
+    r.hs[0] = jiaoCal(dongZhiJia1, 0, 1);
+    for (int i = 1; i < 14; ++i) r.hs[i] = jiaoCal(r.hs[i - 1] + 25, 0, 1);
+
+    int A[14], C[14];
+    for (int i = 0; i < 14; ++i) {
+        A[i] = beijingDay(r.zq[i]);
+        C[i] = beijingDay(r.hs[i]);
+    }
+    int yn[13] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 0, 0};
+    int tot = 12, nun = -1;
+    if (C[12] <= A[12]) {
+        yn[12] = 12;
+        tot = 13;
+        int i = 1;
+        while (i < 13 && C[i] > A[i]) ++i;
+        for (nun = i - 1; i < 13; ++i) --yn[i - 1];
+    }
+    r.rows = tot;
+
+    QString text =
+        QStringLiteral("节气    日期时间          中气    日期时间          农历月   初一的天文时间\r\n") +
+        QString(79, QLatin1Char('-')) + QStringLiteral("\r\n");
+    for (int i = 0; i < tot; ++i) {
+        Month m;
+        m.name = yueMing()[(yn[i] + 10) % 12];
+        m.leap = i == nun;
+        m.big = C[i + 1] - C[i] > 29;
+        m.firstDay = C[i];
+        r.months.push_back(m);
+        const QString monthText = m.name + (m.leap ? QStringLiteral("闰") : QStringLiteral("月")) +
+                                  (m.big ? QStringLiteral("大") : QStringLiteral("小"));
+        text += jqB()[(i * 2 + 17) % 24] + QLatin1Char(':') + beijingTimeText(r.jq[i]) + QLatin1Char(' ') +
+                jqB()[(i * 2 + 18) % 24] + QLatin1Char(':') + beijingTimeText(r.zq[i]) + QLatin1Char(' ') +
+                monthText + QLatin1Char(':') + beijingTimeText(r.hs[i]) + QStringLiteral("\r\n");
+    }
+    r.text = text;
+    return r;
+}
+
+}  // namespace almanac
+
+QString getJieQi1(int year) {
+    return almanac::paiYue(year).text.trimmed();
+}
+
+QString getJieQistr(int year, const QString& termName, int termIndex, bool allTerms) {
+    static const QString kNames = QStringLiteral(
+        "小寒大寒立春雨水惊蛰春分清明谷雨立夏小满芒种夏至小暑大暑立秋处暑白露秋分寒露霜降立冬小雪大雪冬至");
+    QStringList names;
+    for (int i = 0; i < 24; ++i) names << kNames.mid(i * 2, 2);
+    const QString wanted = (termIndex >= 1 && termIndex <= 24) ? names[termIndex - 1] : termName;
+    if (wanted.isEmpty() && !allTerms) return {};
+
+    QString text = getJieQi1(year);
+    const int start = text.indexOf(QStringLiteral("小寒"));
+    if (text.isEmpty() || start < 0) return {};
+    text = text.mid(start);
+
+    if (allTerms) {
+        QString list;
+        for (const QString& name : names) {
+            const int p = text.indexOf(name);
+            if (p < 0) return {};
+            list += text.mid(p + 4, 19) + QLatin1Char(',');
+        }
+        list.chop(1);
+        return list;
+    }
+    const int p = text.indexOf(wanted);
+    return p < 0 ? QString() : text.mid(p + 4, 19);
+}
+
+}  // namespace dovrex

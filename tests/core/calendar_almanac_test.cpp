@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <QStringList>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "calendar/almanac.h"
+#include "calendar/nongli.h"
+
+using namespace dovrex;
+using namespace dovrex::almanac;
+
+namespace {
+
+constexpr double kJ2000 = 2451545.0;
+
+// Dynamical time of a Beijing civil time (the inverse of the almanac's own conversion).
+double fromBeijing(const QDateTime& t) {
+    const double days =
+        QDateTime(QDate(2000, 1, 1), QTime(12, 0), Qt::UTC).msecsTo(t) / 86400000.0 - 8.0 / 24;
+    double td = days;
+    for (int i = 0; i < 3; ++i) td = days + deltaT_seconds((td + 8.0 / 24) / 365.2425 + 2000) / 86400;
+    return td;
+}
+
+double secondsApart(double td, const QDateTime& published) {
+    return std::fabs(td - fromBeijing(published)) * 86400;
+}
+
+QDateTime bj(int y, int m, int d, int h, int mi, int s = 0) {
+    return naiveDateTime(QDate(y, m, d), h * 3600 + mi * 60 + s);
+}
+
+int monthNumber(const QString& name) {
+    static const QStringList names = {"正", "二", "三", "四", "五", "六", "七", "八", "九", "十", "11", "12"};
+    return names.indexOf(name) + 1;
+}
+
+}  // namespace
+
+TEST(Almanac, TableTextOfAYear) {
+    const QString text = getJieQi1(2024);
+    const QStringList lines = text.split("\r\n");
+    ASSERT_EQ(lines.size(), 14);  // head, rule, 12 months: 2024 has no leap month
+    EXPECT_EQ(lines[0], "节气    日期时间          中气    日期时间          农历月   初一的天文时间");
+    EXPECT_EQ(lines[1], QString(79, '-'));
+    EXPECT_TRUE(lines[2].startsWith("大雪: 2023-12-07 17:3")) << lines[2].toStdString();
+    EXPECT_TRUE(lines[3].startsWith("小寒: 2024-01-06 04:49")) << lines[3].toStdString();
+    EXPECT_EQ(lines[3].mid(24, 8).toStdString(), "大寒: 2024");
+    EXPECT_EQ(lines[3].mid(48, 5).toStdString(), "正月小: ");
+    EXPECT_TRUE(lines[3].endsWith("2024-02-10 06:59:06")) << lines[3].toStdString();
+    EXPECT_TRUE(lines[13].startsWith("立冬:"));
+    EXPECT_EQ(lines[13].mid(48, 6).toStdString(), "11月大: ");
+    for (int i = 2; i < 14; ++i) EXPECT_EQ(lines[i].mid(23, 1).toStdString(), " ") << i;
+}
+
+TEST(Almanac, TermLists) {
+    // A year of 12 rows lacks its own 大雪 and 冬至: no list, and no single time for them.
+    EXPECT_EQ(getJieQistr(2024, "小寒", -1, true), "");
+    EXPECT_EQ(getJieQistr(2024, "大雪", -1, false), "");
+    EXPECT_EQ(getJieQistr(2024, "立春", 0, false), "2024-02-04 16:27:03");
+    EXPECT_EQ(getJieQistr(2024, "", 3, false), "2024-02-04 16:27:03");
+    EXPECT_EQ(getJieQistr(2024, "不是", -1, false), "");
+
+    // 2023 has a leap month, 13 rows and the full list, in order, all in 2023.
+    const QStringList all = getJieQistr(2023, "小寒", -1, true).split(',');
+    ASSERT_EQ(all.size(), 24);
+    for (int i = 0; i < 24; ++i) {
+        EXPECT_EQ(all[i].size(), 19);
+        EXPECT_TRUE(all[i].startsWith("2023-"));
+        if (i > 0) EXPECT_LT(all[i - 1], all[i]);
+        EXPECT_EQ(all[i], getJieQistr(2023, "", i + 1, false));
+    }
+    EXPECT_TRUE(all[23].startsWith("2023-12-22 11:27")) << all[23].toStdString();
+}
+
+TEST(Almanac, AgreesWithPublishedTimes) {
+    // In dynamical time, free of ΔT: the new moon of 1977-02-18 is at 3:37:40 TD (ELP 2000-82B).
+    const double nm = jiaoCal(2443192.65 - kJ2000 - 3, 0, 1);
+    EXPECT_NEAR((nm - (2443192.5 + (3 + 37 / 60.0 + 40 / 3600.0) / 24 - kJ2000)) * 86400, 0, 3);
+
+    // Equinoxes, solstices and new moons published to the minute in universal time, here in
+    // Beijing time: the exact instant lies within 30 s of the minute, ours within 30 s of it.
+    struct Case {
+        QDateTime published;
+        double degrees;
+        int lx;
+    };
+    const Case cases[] = {
+        {bj(2000, 3, 20, 15, 35), 0, 0},   {bj(2020, 12, 21, 18, 2), 270, 0},
+        {bj(2024, 3, 20, 11, 6), 0, 0},    {bj(2024, 6, 21, 4, 51), 90, 0},
+        {bj(2024, 9, 22, 20, 44), 180, 0}, {bj(2024, 12, 21, 17, 21), 270, 0},
+        {bj(2000, 1, 7, 2, 14), 0, 1},     {bj(2017, 8, 22, 2, 30), 0, 1},
+        {bj(2024, 4, 9, 2, 21), 0, 1},     {bj(2024, 2, 10, 6, 59), 0, 1},
+        {bj(2023, 1, 22, 4, 53), 0, 1},
+    };
+    for (const Case& c : cases) {
+        const double td = jiaoCal(fromBeijing(c.published) - 2, c.degrees, c.lx);
+        EXPECT_LT(secondsApart(td, c.published), 60) << c.published.toString(Qt::ISODate).toStdString();
+    }
+}
+
+TEST(Almanac, TimeTextRoundsWithoutCarryingIntoTheDate) {
+    const double td = fromBeijing(bj(2024, 3, 1, 23, 59, 59).addMSecs(600));
+    EXPECT_EQ(beijingTimeText(td), " 2024-03-01 24:00:00");
+    EXPECT_EQ(beijingTimeText(fromBeijing(bj(2024, 3, 1, 8, 5, 7))), " 2024-03-01 08:05:07");
+}
+
+TEST(Almanac, MonthLayoutAgreesWithTheMonthTable) {
+    // The months of the almanac, year after year, tile the days; the lunar year from one 正月 to the
+    // next gives a month word that matches the table except where the published calendar differs
+    // from today's reckoning.
+    std::map<int, YearTable> years;
+    for (int y = 1900; y <= 2102; ++y) years[y] = paiYue(y);
+    std::set<int> differ;
+    for (int year = 1900; year <= 2100; ++year) {
+        std::vector<Month> months;
+        for (int y = year; y <= year + 2; ++y)
+            months.insert(months.end(), years[y].months.begin(), years[y].months.end());
+        for (size_t k = 1; k < months.size(); ++k) {
+            const int len = months[k].firstDay - months[k - 1].firstDay;
+            ASSERT_TRUE(len == 29 || len == 30) << year;
+            ASSERT_EQ(months[k - 1].big, len == 30) << year;
+        }
+        size_t a = 0;
+        while (months[a].name != "正" || months[a].leap) ++a;
+        size_t b = a + 1;
+        while (months[b].name != "正" || months[b].leap) ++b;
+        int word = 0;
+        for (size_t k = a; k < b; ++k) {
+            const int m = monthNumber(months[k].name);
+            if (months[k].leap)
+                word |= m | (months[k].big ? 0x10000 : 0);
+            else if (months[k].big)
+                word |= 0x10000 >> m;
+        }
+        const QDate newYear = QDate(2000, 1, 1).addDays(months[a].firstDay);
+        if (word != NongLiXinXi[year - 1900] ||
+            solar2Lunar(newYear) != QStringLiteral("0%1").arg(year) + "0101")
+            differ.insert(year);
+    }
+    // 1914..1933: the calendars of the time were reckoned for Beijing's own meridian, 14 minutes
+    // behind zone 8, and new moons fell just after midnight; 2033: the table keeps a leap 7th month
+    // where the rule of the mid-terms gives a leap 11th.
+    EXPECT_EQ(differ, (std::set<int>{1914, 1915, 1916, 1920, 1933, 2033}));
+}

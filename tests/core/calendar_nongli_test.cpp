@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+
+#include <QSet>
+
+#include "calendar/nongli.h"
+
+using namespace dovrex;
+
+namespace {
+
+class NongLi : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { init_NongLiTables(); }
+};
+
+QDateTime at(int y, int m, int d, int h = 0, int mi = 0) {
+    return naiveDateTime(QDate(y, m, d), h * 3600 + mi * 60);
+}
+
+}  // namespace
+
+TEST_F(NongLi, LunarDatesAtTheAnchorsAndInLeapMonths) {
+    EXPECT_EQ(solar2Lunar(QDate(1900, 1, 31)), "019000101");
+    EXPECT_EQ(solar2Lunar(QDate(2000, 2, 5)), "020000101");
+    EXPECT_EQ(solar2Lunar(QDate(2000, 2, 4)), "019991229");
+    EXPECT_EQ(solar2Lunar(QDate(2024, 9, 17)), "020240815");
+    EXPECT_EQ(solar2Lunar(QDate(2023, 3, 22)), "120230201");  // 闰二月初一
+    EXPECT_EQ(solar2Lunar(QDate(2023, 4, 19)), "120230229");
+    EXPECT_EQ(solar2Lunar(QDate(2023, 4, 20)), "020230301");
+    EXPECT_EQ(solar2Lunar(QDate(2020, 5, 23)), "120200401");  // 闰四月初一
+    EXPECT_EQ(solar2Lunar(QDate(2100, 12, 31)).left(5), "02100");
+
+    // 2033 carries its leap month in the seventh month, as its word says.
+    QSet<QString> leapMonths;
+    for (QDate d(2033, 1, 1); d.year() == 2033; d = d.addDays(1)) {
+        const QString l = solar2Lunar(d);
+        if (l.startsWith('1')) leapMonths.insert(l.mid(5, 2));
+    }
+    EXPECT_EQ(leapMonths, QSet<QString>{"07"});
+}
+
+TEST_F(NongLi, SpringFestivalOfManyYears) {
+    const QDate days[] = {{1901, 2, 19}, {1912, 2, 18}, {1949, 1, 29}, {1966, 1, 21}, {1980, 2, 16},
+                          {1996, 2, 19}, {2008, 2, 7},  {2021, 2, 12}, {2024, 2, 10}, {2025, 1, 29},
+                          {2033, 1, 31}, {2050, 1, 23}, {2077, 1, 24}, {2100, 2, 9}};
+    for (const QDate& d : days) {
+        EXPECT_EQ(solar2Lunar(d), QStringLiteral("0%1").arg(d.year()) + "0101") << d.toString().toStdString();
+        EXPECT_EQ(get_NongLiJieRiName(d), "春节");
+        EXPECT_EQ(get_NongLiJieRiName(d.addDays(-1)), "除夕");
+    }
+}
+
+TEST_F(NongLi, EveryDayFollowsTheDayBefore) {
+    // Over the whole range each day is the next of its predecessor, months have the table's lengths,
+    // and the leap month comes right after the month of its number.
+    QString prev = solar2Lunar(QDate(1901, 1, 1));
+    for (QDate d(1901, 1, 2); d <= QDate(2100, 12, 31); d = d.addDays(1)) {
+        const QString cur = solar2Lunar(d);
+        const int pd = prev.mid(7, 2).toInt(), cd = cur.mid(7, 2).toInt();
+        if (cd != 1) {
+            ASSERT_EQ(cur.left(7), prev.left(7)) << d.toString(Qt::ISODate).toStdString();
+            ASSERT_EQ(cd, pd + 1);
+        } else {
+            const int y = prev.mid(1, 4).toInt(), m = prev.mid(5, 2).toInt();
+            const int len = prev.startsWith('1') ? get_LeapMonthDays(y) : get_LunarMonthDays(y, m);
+            ASSERT_EQ(pd, len) << d.toString(Qt::ISODate).toStdString();
+            if (cur.startsWith('1')) {
+                ASSERT_EQ(cur.mid(1, 6), prev.mid(1, 6));
+                ASSERT_EQ(get_LeapMonth(y), m);
+            } else if (m == 12 && !prev.startsWith('1')) {
+                ASSERT_EQ(cur.mid(1, 6), QStringLiteral("%1").arg(y + 1) + "01");
+            } else if (!prev.startsWith('1')) {
+                ASSERT_EQ(cur.mid(5, 2).toInt(), m + 1);
+            }
+        }
+        prev = cur;
+    }
+}
+
+TEST_F(NongLi, MonthTableLookups) {
+    EXPECT_EQ(get_LeapMonth(1899), 0);
+    EXPECT_EQ(get_LunarMonthDays(1899, 1), get_LunarMonthDays(1900, 1));
+    EXPECT_THROW(get_LunarMonthDays(2101, 1), std::out_of_range);
+    EXPECT_EQ(get_LeapMonth(2033), 7);
+    EXPECT_EQ(get_LeapMonth(2023), 2);
+    EXPECT_EQ(get_LeapMonthDays(2023), 29);
+    EXPECT_EQ(get_LeapMonthDays(1941), 30);  // 1D8A6
+    EXPECT_EQ(get_LeapMonthDays(2024), 0);
+    EXPECT_EQ(get_LunarYearDays(2023), 384);
+    EXPECT_EQ(get_LunarYearDays(2024), 354);
+}
+
+TEST_F(NongLi, Names) {
+    EXPECT_EQ(get_GanZhiYear(2024, true), "甲辰年");
+    EXPECT_EQ(get_GanZhiYear(1984, false), "甲子");
+    EXPECT_EQ(get_ShengXiaoOfYear(2024), "龙");
+    EXPECT_EQ(get_LunarMonthName(1), "一月");
+    EXPECT_EQ(get_LunarMonthName(10), "十月");
+    EXPECT_EQ(get_LunarMonthName(11), "十一月");
+    EXPECT_EQ(get_LunarMonthName(12), "十二月");
+    EXPECT_EQ(get_LunarDayName(1), "初一");
+    EXPECT_EQ(get_LunarDayName(10), "初十");
+    EXPECT_EQ(get_LunarDayName(11), "拾一");
+    EXPECT_EQ(get_LunarDayName(20), "廿拾");
+    EXPECT_EQ(get_LunarDayName(29), "廿九");
+    EXPECT_EQ(get_LunarDayName(30), "卅拾");
+    EXPECT_EQ(get_NaYin("乙丑"), "海中金");
+    EXPECT_EQ(get_NaYin("癸亥"), "大海水");
+    EXPECT_EQ(get_NaYin("甲丑"), "");
+    EXPECT_EQ(get_NaYin(""), "");
+}
+
+TEST_F(NongLi, JiaZiTable) {
+    const JiaZiRecord& bingYin = JiaZiBiao[3];
+    EXPECT_EQ(bingYin.ganZhi, "丙寅");
+    EXPECT_EQ(bingYin.naYin, "炉中火");
+    EXPECT_EQ(bingYin.naYinWuXing, "火");
+    EXPECT_EQ(bingYin.shengXiao, "虎");
+    EXPECT_EQ(bingYin.huo, 125);
+    EXPECT_EQ(bingYin.mu, 60);
+    EXPECT_EQ(bingYin.tu, 15);
+    EXPECT_EQ(bingYin.jin + bingYin.shui, 0);
+    EXPECT_EQ(JiaZiBiao[1].shui, 100);  // 甲子: 木 100 from 甲, 水 100 from 癸
+    EXPECT_EQ(JiaZiBiao[1].mu, 100);
+    EXPECT_EQ(JiaZiBiao[60].ganZhi, "癸亥");
+    for (int i = 1; i <= 60; ++i) {
+        const JiaZiRecord& r = JiaZiBiao[i];
+        EXPECT_EQ(r.xuHao, i);
+        EXPECT_EQ(r.naYin.size(), 3) << i;
+        EXPECT_EQ(r.jin + r.mu + r.shui + r.huo + r.tu, 200) << i;
+    }
+
+    set_JiaZiFanXu("甲辰");  // position 41
+    EXPECT_EQ(JiaZiBiao[41].fanXu, 1);
+    EXPECT_EQ(JiaZiBiao[40].fanXu, 2);
+    EXPECT_EQ(JiaZiBiao[1].fanXu, 41);
+    EXPECT_EQ(JiaZiBiao[60].fanXu, 42);
+    EXPECT_EQ(JiaZiBiao[42].fanXu, 60);
+    set_JiaZiFanXu("不是");
+    EXPECT_EQ(JiaZiBiao[41].fanXu, 1);
+}
+
+TEST_F(NongLi, BirthPillars) {
+    EXPECT_EQ(get_BaZi(at(2000, 1, 1, 12), 5, ""), "己卯年 丙子月 戊午日 戊午时");
+    EXPECT_EQ(get_BaZi(at(1949, 10, 1, 15), 3, ""), "甲子");
+    EXPECT_EQ(get_BaZi(at(1949, 10, 1, 15), 4, ""), "壬申");
+
+    // The day changes at 23:00, and the hour is then the 子 hour of the next day.
+    const QDateTime late = at(2014, 8, 8, 23, 30);
+    EXPECT_EQ(get_BaZi(late, 3, ""), get_BaZi(at(2014, 8, 9, 12), 3, ""));
+    EXPECT_NE(get_BaZi(at(2014, 8, 8, 22, 59), 3, ""), get_BaZi(late, 3, ""));
+    EXPECT_EQ(get_BaZi(late, 4, ""), get_BaZi(at(2014, 8, 9, 0, 30), 4, ""));
+    EXPECT_TRUE(get_BaZi(late, 4, "").endsWith("子"));
+
+    // Year and month turn at 立春 by the formula when no list is given...
+    const QDateTime spring = get_JieQiDate(2023, 3, true);
+    EXPECT_EQ(get_BaZi(spring.addSecs(-60), 1, ""), "壬寅");
+    EXPECT_EQ(get_BaZi(spring.addSecs(-60), 2, ""), "癸丑");
+    EXPECT_EQ(get_BaZi(spring, 1, ""), "癸卯");
+    EXPECT_EQ(get_BaZi(spring, 2, ""), "甲寅");
+    // ...and at the list's time when one is.
+    QStringList terms;
+    for (int i = 0; i < 24; ++i) terms << "2023-01-01 00:00:00";
+    terms[2] = "2023-02-04 10:42:21";
+    const QString list = terms.join(',');
+    EXPECT_EQ(get_BaZi(at(2023, 2, 4, 10, 42), 1, list), "壬寅");
+    EXPECT_EQ(get_BaZi(at(2023, 2, 4, 10, 43), 1, list), "癸卯");
+    EXPECT_EQ(get_BaZi(at(2023, 2, 4, 10, 43), 2, list), "甲寅");
+    // A January date before 立春 has the year before's pillar.
+    EXPECT_EQ(get_BaZi(at(2024, 1, 20), 1, ""), "癸卯");
+}
+
+TEST_F(NongLi, FormulaTermsStayNearTheTrueOnes) {
+    // 立春 2024 was 16:27 on 4 February, 冬至 2024 17:20 on 21 December (Beijing).
+    EXPECT_EQ(get_JieQiDate(2024, 3, false), naiveDateTime(QDate(2024, 2, 4)));
+    EXPECT_LT(std::abs(get_JieQiDate(2024, 3, true).secsTo(at(2024, 2, 4, 16, 27))), 4 * 3600);
+    EXPECT_LT(std::abs(get_JieQiDate(2024, 24, true).secsTo(at(2024, 12, 21, 17, 20))), 4 * 3600);
+    EXPECT_EQ(get_JieQiDate(1900, 1, true), at(1900, 1, 6, 2, 5));
+}
+
+TEST_F(NongLi, Festivals) {
+    EXPECT_EQ(get_GongLiJieRiName(QDate(2024, 10, 1)), "国庆节");
+    EXPECT_EQ(get_GongLiJieRiName(QDate(2024, 12, 25)), "圣诞节");
+    EXPECT_EQ(get_GongLiJieRiName(QDate(2024, 12, 24)), "");
+    EXPECT_EQ(get_NongLiJieRiName(QDate(2024, 9, 17)), "中秋节");
+    EXPECT_EQ(get_NongLiJieRiName(QDate(2024, 6, 10)), "端午节");
+    EXPECT_EQ(get_NongLiJieRiName(QDate(2024, 6, 11)), "");
+    // No festival in a leap month: 2006 had a leap seventh month.
+    QDate qiXi, leapQiXi;
+    for (QDate d(2006, 7, 1); d.year() == 2006; d = d.addDays(1)) {
+        if (solar2Lunar(d) == "020060707") qiXi = d;
+        if (solar2Lunar(d) == "120060707") leapQiXi = d;
+    }
+    ASSERT_TRUE(qiXi.isValid() && leapQiXi.isValid());
+    EXPECT_EQ(get_NongLiJieRiName(qiXi), "七夕节");
+    EXPECT_EQ(get_NongLiJieRiName(leapQiXi), "");
+}
+
+TEST_F(NongLi, MonthGrid) {
+    build_MonthGrid(2024, 2);  // Thursday the first, 29 days
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(RiLiGeZi[i], 0);
+    EXPECT_EQ(RiLiGeZi[4], 1);
+    EXPECT_EQ(RiLiGeZi[32], 29);
+    for (int i = 33; i < 37; ++i) EXPECT_EQ(RiLiGeZi[i], 0);
+
+    build_MonthGrid(2023, 7);  // Saturday the first, 31 days: the grid is full to its last cell
+    EXPECT_EQ(RiLiGeZi[5], 0);
+    EXPECT_EQ(RiLiGeZi[6], 1);
+    EXPECT_EQ(RiLiGeZi[36], 31);
+
+    build_MonthGrid(2026, 2);  // Sunday the first
+    EXPECT_EQ(RiLiGeZi[0], 1);
+    EXPECT_EQ(RiLiGeZi[27], 28);
+    EXPECT_EQ(RiLiGeZi[28], 0);
+}

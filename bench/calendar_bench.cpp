@@ -1,0 +1,24 @@
+#include <QElapsedTimer>
+
+#include "bench.h"
+#include "calendar/almanac.h"
+#include "calendar/nongli.h"
+
+namespace {
+
+const bench::Register almanacYear("calendar", [] {
+    dovrex::init_NongLiTables();
+    QElapsedTimer t;
+    t.start();
+    const QString text = dovrex::getJieQi1(2024);
+    bench::report(QStringLiteral("almanac table of one year (%1 characters)").arg(text.size()),
+                  double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+
+    t.restart();
+    int days = 0;
+    for (QDate d(1901, 1, 1); d <= QDate(2100, 12, 31); d = d.addDays(1), ++days) dovrex::solar2Lunar(d);
+    bench::report(QStringLiteral("solar2Lunar over 1901..2100 (%1 days)").arg(days),
+                  double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+});
+
+}  // namespace

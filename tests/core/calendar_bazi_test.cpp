@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+
+#include "calendar/bazi_haoma.h"
+#include "calendar/nongli.h"
+
+using namespace dovrex;
+
+namespace {
+
+class BaziPick : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { init_NongLiTables(); }
+    const QDate today{2024, 6, 1};  // a 甲辰 year
+
+    QString pick(const QDateTime& birth, BaziState* out = nullptr) {
+        BaziState state;
+        report = make_BaziReport(birth, today, QString(), state);
+        if (out) *out = state;
+        return make_BaziHaoMa(state);
+    }
+    QString report;
+};
+
+QDateTime at(int y, int m, int d, int h, int mi) {
+    return naiveDateTime(QDate(y, m, d), h * 3600 + mi * 60);
+}
+
+}  // namespace
+
+TEST_F(BaziPick, ReportOfABirth) {
+    BaziState s;
+    pick(at(1990, 5, 17, 8, 30), &s);
+    EXPECT_EQ(s.baZiZi.size(), 8);
+    EXPECT_TRUE(s.baZiZi.startsWith("庚午"));
+    EXPECT_TRUE(
+        report.startsWith("出生日期时间：\r\n1990/05/17 08:30\r\n\r\n生辰八字(年月日时)：\r\n\r\n庚午 "));
+    EXPECT_TRUE(report.contains("庚午年生——土命（路旁土）\r\n\r\n八字五行——\r\n\r\n金—— "));
+    EXPECT_EQ(s.wuXingHe[1] + s.wuXingHe[2] + s.wuXingHe[3] + s.wuXingHe[4] + s.wuXingHe[5], 800);
+    EXPECT_TRUE(report.contains(QString(54, '_') +
+                                "\r\n\r\n甲辰年（今年）各号码五行属性——\r\n\r\n01(火)\r\n02(金)\r\n"));
+    // From 甲辰 (41) down: 33 lines end at 壬申.
+    EXPECT_EQ(report.count(QRegularExpression("\\d\\d\\([金木水火土]\\)")), 33);
+    EXPECT_TRUE(report.endsWith("33(金)\r\n"));
+}
+
+TEST_F(BaziPick, NumbersFromThePillars) {
+    // 庚午 is the 35th year back: 3 + 5 and 3 * 5.
+    EXPECT_TRUE(pick(at(1990, 5, 17, 8, 30)).startsWith("08 15 "));
+    // This year's own pillar is 01.
+    EXPECT_TRUE(pick(at(2024, 3, 10, 10, 0)).startsWith("01 "));
+    // 乙巳 is number 60: 6 + 0 is taken, 6 * 0 is no number.
+    const QString yiSi = pick(at(1965, 6, 1, 10, 0));
+    EXPECT_TRUE(yiSi.startsWith("06 ")) << yiSi.toStdString();
+    EXPECT_FALSE(yiSi.contains("00"));
+}
+
+TEST_F(BaziPick, EveryTicketIsWellFormed) {
+    const QRegularExpression shape("^\\d\\d( \\d\\d){5}\\+\\d\\d$");
+    for (QDate d(1950, 1, 3); d.year() < 2024; d = d.addDays(97)) {
+        for (int h : {0, 7, 13, 23}) {
+            const QString t = pick(naiveDateTime(d, h * 3600 + 1800));
+            ASSERT_TRUE(shape.match(t).hasMatch()) << t.toStdString();
+            const QStringList reds = t.left(17).split(' ');
+            ASSERT_EQ(QSet<QString>(reds.begin(), reds.end()).size(), 6) << t.toStdString();
+            for (const QString& r : reds) ASSERT_TRUE(r.toInt() >= 1 && r.toInt() <= 33);
+            ASSERT_LE(t.right(2).toInt(), 16);
+        }
+    }
+}
+
+TEST_F(BaziPick, LateBirthTakesTheNextDay) {
+    BaziState late, next;
+    pick(at(2014, 8, 8, 23, 30), &late);
+    pick(at(2014, 8, 9, 0, 30), &next);
+    EXPECT_EQ(late.baZiZi.mid(4), next.baZiZi.mid(4));
+}
+
+TEST_F(BaziPick, NumberingWrapsPastTheTableStart) {
+    BaziState s;
+    make_BaziReport(at(1990, 5, 17, 8, 30), QDate(2010, 6, 1), QString(), s);  // 庚寅, position 27
+    EXPECT_EQ(JiaZiBiao[27].fanXu, 1);
+    EXPECT_EQ(JiaZiBiao[60].fanXu, 28);
+    const QString r = make_BaziReport(at(1990, 5, 17, 8, 30), QDate(2010, 6, 1), QString(), s);
+    EXPECT_TRUE(r.contains("27(金)\r\n28(水) 29(水) ")) << r.right(80).toStdString();
+    EXPECT_TRUE(r.endsWith("33(火) "));
+}

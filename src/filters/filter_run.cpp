@@ -1,0 +1,61 @@
+#include "filters/filter_run.h"
+
+#include "app/shared_state.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/run_panel.h"
+
+namespace dovrex {
+
+FilterRunState& filterRun() {
+    static FilterRunState state;
+    return state;
+}
+
+int filter_Run(IssueNumber issue, const FilterDef& def) {
+    if (def.run) return def.run(issue, def);
+    if (def.prepare) return filter_SharedLoop(issue, def);
+    if (def.stopOnEntry && shared().tingZhi) return 0;
+    if (filter_SwitchedOn(def)) log_Append(msg::filterNotProvided(def.label));
+    return 0;
+}
+
+namespace {
+
+// The user-switch menu is off for the whole run and the Stop flag down after it, on every way out.
+struct RunGuard {
+    RunGuard() {
+        screen().ui_Set(QStringLiteral("mnu_UserQiehuan"), QStringLiteral("enabled"), false);
+        filterRun().liShiXiangGuan = false;
+        shared().tingZhi = 0;
+    }
+    ~RunGuard() {
+        shared().tingZhi = 0;
+        screen().ui_Set(QStringLiteral("mnu_UserQiehuan"), QStringLiteral("enabled"), true);
+    }
+};
+
+}  // namespace
+
+void run_GuoLv(IssueNumber issue) {
+    RunGuard guard;
+    SharedState& s = shared();
+    if (!load_GuoLvShuJu(issue)) return;
+    for (const FilterStep& step : filterSteps()) {
+        for (const FilterDef& def : step.filters) filter_Run(issue, def);
+        if (s.tingZhi) break;
+    }
+    const int left =
+        store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
+    load_TouZhuBiao(issue);
+    QString line;
+    if (s.tingZhi)
+        line = QStringLiteral("用户中止,当前记录余：") + to_QuanJiao(left) + QStringLiteral(" 注");
+    else
+        line = QStringLiteral("全部条件过滤完成,余：") + to_QuanJiao(left) + QStringLiteral(" 注");
+    if (!s.tingZhi && filterRun().liShiXiangGuan)
+        line +=
+            kCrLf2 + QStringLiteral("【此结果仅适用于 ") + to_QuanJiao(issue) + QStringLiteral(" 期！！！】");
+    log_Append(line);
+}
+
+}  // namespace dovrex

@@ -1,0 +1,216 @@
+#include "pipeline/pick_state.h"
+
+#include <QDate>
+
+#include "app/shared_state.h"
+#include "filters/condition_store.h"
+#include "history/history_queries.h"
+#include "pipeline/run_panel.h"
+
+namespace dovrex {
+
+PickState& picks() {
+    static PickState state;
+    return state;
+}
+
+int calc_ZuHeShu(int n, int k, int fixed) {
+    if (n < k) return 0;
+    if (n == k || fixed >= k) return 1;
+    long long r = 1;
+    for (int i = 1; i <= k - fixed; ++i) {
+        r = r * (n - fixed - i + 1);
+        if (r > INT32_MAX) throw StoreError(QStringLiteral("calc_ZuHeShu: overflow"));
+        r /= i;
+    }
+    return int(r);
+}
+
+void show_XuanHaoTongJi() {
+    const int hongTuo = count_HongTuo();
+    const int hongDan = count_HongDan();
+    const int lanTuo = count_LanTuo();
+    const int lanDan = count_LanDan();
+    PickState& st = picks();
+    const long long n = (long long)calc_ZuHeShu(hongTuo + hongDan, kRedsPerTicket, hongDan) *
+                        calc_ZuHeShu(lanTuo + lanDan, 1, lanDan);
+    if (n > INT32_MAX) throw StoreError(QStringLiteral("zhuShu: overflow"));
+    st.zhuShu = int(n);
+    st.tipText = QStringLiteral("已选红球“拖码”个数： ") + to_QuanJiao(hongTuo) + kCrLf2 +
+                 QStringLiteral("已选红球“胆码”个数： ") + to_QuanJiao(hongDan) + kCrLf2 +
+                 QStringLiteral("已选蓝球个数： ") + to_QuanJiao(lanTuo) + kCrLf2 +
+                 QStringLiteral("所选号码组合共： ") + to_QuanJiao(st.zhuShu) + QStringLiteral("  注");
+    screen().ui_Set(QStringLiteral("Text_ChoseNumberTip"), QStringLiteral("text"), st.tipText);
+}
+
+namespace {
+
+void enableBlue(int onlyIndex) {
+    for (int n = 1; n <= kBlueCount; ++n)
+        picks().blueEnabled[size_t(n)] = onlyIndex == 0 || kBlueBase + n == onlyIndex;
+}
+
+// After a blue banker came or went without the click rules (a restore, a restart).
+void syncBlueEnabled(const std::array<int, kBlueBase + kBlueCount + 1>& values) {
+    int banker = 0;
+    for (int n = 1; n <= kBlueCount && banker == 0; ++n)
+        if (values[size_t(kBlueBase + n)] == kPickBanker) banker = kBlueBase + n;
+    enableBlue(banker);
+}
+
+bool isPickButton(int index) {
+    return (index >= 1 && index <= kRedCount) || (index > kBlueBase && index <= kBlueBase + kBlueCount);
+}
+
+}  // namespace
+
+void cmm_C7_Click(int index) {
+    if (!isPickButton(index)) return;
+    PickState& st = picks();
+    Screen& ui = screen();
+    const bool blue = index >= kBlueBase;
+    const int old = get_GuoLvTiaoJian(index);
+    if (st.unlikely[size_t(index)] && old == kPickNone) {
+        const QString question =
+            QStringLiteral("根据概率统计,号码 ") + to_QuanJiao(twoDigits(index % 100)) +
+            QStringLiteral(" 在") + to_QuanJiao(st.analysedIssues) +
+            QStringLiteral("期中开出的机率很低！确实想要选取这个号码吗？") + kCrLf2 +
+            QStringLiteral("[注意,此概率算法以历史开奖记录为依据来分析,请确保历史记录的完整及正确！]");
+        if (!ui.ui_Confirm(question)) return;
+    }
+    const int mode = blue ? st.blueMode : st.redMode;
+    ui.ui_Set(QStringLiteral("List_TongJiLeiXing"), QStringLiteral("currentIndex"), blue ? 1 : 0);
+
+    int value = old;
+    if (old != kPickNone && old == mode) {
+        value = kPickNone;
+        if (index > kBlueBase) enableBlue(0);
+    } else if (old != kPickNone) {
+        const QString question = mode == kPickDrag
+                                     ? QStringLiteral("号码：") + to_QuanJiao(twoDigits(index)) +
+                                           QStringLiteral("之前已经被设为胆码，现在要把它改为拖码吗？")
+                                     : QStringLiteral("号码：") + to_QuanJiao(index) +
+                                           QStringLiteral("之前已经被设为拖码，现在要把它改为胆码吗？");
+        if (ui.ui_Confirm(question)) value = mode;
+    } else {
+        if (index > kBlueBase && mode == kPickBanker) {
+            // One blue banker excludes every other blue number.
+            reset_LanQiu();
+            enableBlue(index);
+        }
+        value = mode;
+    }
+    if (value != old) set_GuoLvTiaoJian(index, value);
+    show_XuanHaoTongJi();
+
+    QString refusal;
+    if (value == kPickBanker && !blue && count_HongDan() >= 6)
+        refusal = msg::kRedBankerLimit;
+    else if (value == kPickBanker && blue && count_LanDan() >= 2)
+        refusal = msg::kBlueBankerLimit;
+    else if (st.zhuShu > kTicketLimit)
+        refusal = msg::kTicketLimit;
+    if (!refusal.isEmpty()) {
+        ui.ui_Message(refusal);
+        set_GuoLvTiaoJian(index, old);
+        if (blue) syncBlueEnabled(pick_Values());
+    }
+    ui.ui_RefreshPicks();
+    show_XuanHaoTongJi();
+}
+
+void tabStrip_QiaQu_Click(int tab) {
+    PickState& st = picks();
+    st.redMode = tab;
+    bool& shown = tab == 1 ? st.dragTipShown : st.bankerTipShown;
+    if (shown) return;
+    shown = true;
+    screen().ui_Message(tab == 1 ? msg::kDragTip : msg::kBankerTip);
+}
+
+void tabStrip_HouQu_Click(int tab) {
+    picks().blueMode = tab;
+}
+
+void cmm_clsQ_Click() {
+    reset_HongQiu();
+    show_XuanHaoTongJi();
+    screen().ui_RefreshPicks();
+}
+
+void cmm_clsH_Click() {
+    reset_LanQiu();
+    enableBlue(0);
+    show_XuanHaoTongJi();
+    screen().ui_RefreshPicks();
+}
+
+std::array<int, kBlueBase + kBlueCount + 1> pick_Values() {
+    std::array<int, kBlueBase + kBlueCount + 1> values{};
+    auto c = store_Query(QStringLiteral("select ID, VALUE from 过滤条件 where ID<200"));
+    for (; !c->eof(); c->moveNext()) {
+        const int id = c->intValue(0);
+        if (id >= 0 && id < int(values.size())) values[size_t(id)] = c->intValue(1);
+    }
+    return values;
+}
+
+void load_XuanHaoZhuangTai() {
+    syncBlueEnabled(pick_Values());
+    show_XuanHaoTongJi();
+    screen().ui_RefreshPicks();
+}
+
+bool check_XuanHao(bool speak) {
+    show_XuanHaoTongJi();
+    if (picks().zhuShu > 0) return true;
+    if (speak) {
+        screen().ui_Message(msg::kPickFirst);
+        screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("tab"), 2);
+        screen().ui_Set(QStringLiteral("TabStrip_TiaoJian"), QStringLiteral("tab"), 1);
+    }
+    return false;
+}
+
+bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton) {
+    if (column < 1 || column > kRedCount + kBlueCount) return false;
+    if (rowIssue != next_QiHao(QDate::currentDate())) return false;
+    const int id = column <= kRedCount ? column : kBlueBase + (column - kRedCount);
+    const QString cellName = QStringLiteral("k") + twoDigits(column);
+    auto row = store_Query(QStringLiteral("select * from 号码分布 where 期号=?"), {rowIssue});
+    if (row->recordCount() == 0) return false;
+    const QString before = row->value(cellName).toString();
+    auto write = [&](const QString& cell, int value) {
+        store_Execute(QStringLiteral("UPDATE 号码分布 SET %1=? WHERE 期号=?").arg(cellName),
+                      {cell, rowIssue});
+        set_GuoLvTiaoJian(id, value);
+        show_XuanHaoTongJi();
+    };
+    const QString star = QStringLiteral("*"), plus = QStringLiteral("+");
+    QString after;
+    if (!before.isEmpty())
+        write(after = QString(), kPickNone);
+    else if (leftButton)
+        write(after = star, kPickDrag);
+    else
+        write(after = plus, kPickBanker);
+
+    if (after == plus && column <= kRedCount && count_HongDan() > 5) {
+        write(QString(), kPickNone);
+        screen().ui_Message(msg::kGridRedBankers);
+    } else if (after == plus && column > kRedCount && count_LanDan() > 0) {
+        write(star, kPickDrag);
+        screen().ui_Message(msg::kGridBlueBanker);
+    }
+    if (picks().zhuShu > kTicketLimit) {
+        if (before == plus)
+            write(plus, kPickBanker);
+        else
+            write(QString(), kPickNone);
+        screen().ui_Message(msg::kTicketLimit);
+    }
+    screen().ui_RefreshPicks();
+    return true;
+}
+
+}  // namespace dovrex

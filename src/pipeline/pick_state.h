@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QString>
+#include <array>
+
+#include "domain/game.h"
+
+namespace dovrex {
+
+// The picks live in 过滤条件: red n at ID n, blue n at ID 100+n, Value 0 none, 1 drag (拖码),
+// 2 banker (胆码). Everything here writes them at once; the window only forwards clicks and tab
+// changes and redraws from the store and from picks() when ui_RefreshPicks() comes.
+
+inline constexpr int kTicketLimit = 100000;
+inline constexpr int kBlueBase = 100;
+
+enum PickValue { kPickNone = 0, kPickDrag = 1, kPickBanker = 2 };
+
+// What the pick page shows beside the store's rows.
+struct PickState {
+    int zhuShu = 0;    // tickets the present picks yield
+    QString tipText;   // Text_ChoseNumberTip
+    int redMode = 1;   // tab of TabStrip_Qiaqu: 1 drag, 2 banker
+    int blueMode = 1;  // tab of TabStrip_Houqu
+    // Numbers the probability analysis found unlikely (struck-through buttons), by button index.
+    std::array<bool, kBlueBase + kBlueCount + 1> unlikely{};
+    int analysedIssues = 0;  // how many issues that analysis looked at (the tag of cmd_FX)
+    // Blue buttons 1..16: a blue banker leaves only itself enabled.
+    std::array<bool, kBlueCount + 1> blueEnabled{true, true, true, true, true, true, true, true, true,
+                                                 true, true, true, true, true, true, true, true};
+    bool dragTipShown = false;
+    bool bankerTipShown = false;
+};
+PickState& picks();
+
+// Ways to fill k places from n numbers of which `fixed` are certain: 0 if n < k, 1 if n == k or
+// fixed >= k, else C(n - fixed, k - fixed). A result beyond 32 bits is a store error.
+int calc_ZuHeShu(int n, int k, int fixed);
+// Recomputes zhuShu and rewrites Text_ChoseNumberTip.
+void show_XuanHaoTongJi();
+// A click on number button `index` (red 1..33, blue 101..116), or on its ball image.
+void cmm_C7_Click(int index);
+// The tabs of the red and blue buttons: 1 drag mode, 2 banker mode.
+void tabStrip_QiaQu_Click(int tab);
+void tabStrip_HouQu_Click(int tab);
+// Clear all red picks (with the history display mode at ID 39) / all blue picks.
+void cmm_clsQ_Click();
+void cmm_clsH_Click();
+// At start-up: the counts, the tip text and which blue buttons are enabled, from the store.
+void load_XuanHaoZhuangTai();
+// Value of every pick row by button index (0..116).
+std::array<int, kBlueBase + kBlueCount + 1> pick_Values();
+// show_XuanHaoTongJi; true when the picks yield a ticket. Otherwise, if speak, tells the user and
+// turns to the pick page.
+bool check_XuanHao(bool speak);
+// A mouse-down on cell `column` (1..49) of the number distribution grid, in the row of `rowIssue`.
+// Acts only in the pick row (the next issue). True when it changed the cell.
+bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton);
+
+namespace msg {
+inline const QString kPickFirst = QStringLiteral("号码还没有选取,或者已选的号码个数太少!请先选取号码！");
+inline const QString kRedBankerLimit = QStringLiteral("红球“胆码”最多只设 ５ 个.");
+inline const QString kBlueBankerLimit = QStringLiteral("蓝球“胆码”最多只设 １ 个.");
+inline const QString kTicketLimit =
+    QStringLiteral("所选号码的组合将超过 １０００００ 注，超出了本程序的限制，此号码不能再选取！");
+inline const QString kGridRedBankers = QStringLiteral("红球只开6个号，因此只能设置6个以内的红球胆码。");
+inline const QString kGridBlueBanker =
+    QStringLiteral("每注号码只有1个蓝球，无需设置蓝球胆码，设置为拖码就可以了。");
+inline const QString kDragTip = QStringLiteral("现在点击数字按钮可以把相应的数设为红球的“拖码”。");
+inline const QString kBankerTip = QStringLiteral("现在点击数字按钮可以把相应的数设为红球的“胆码”。");
+}  // namespace msg
+
+}  // namespace dovrex

@@ -1,0 +1,216 @@
+#include "pipeline/pipeline_commands.h"
+
+#include <QDate>
+#include <QStringList>
+#include <cmath>
+
+#include "app/shared_state.h"
+#include "filters/filter_run.h"
+#include "history/history_queries.h"
+#include "pipeline/run_panel.h"
+#include "pipeline/ticket_init.h"
+
+namespace dovrex {
+
+namespace {
+
+const QString kGrid = QStringLiteral("TDBGrid_RZ");
+const QString kButtons = QStringLiteral("Pic_subTouZhu");
+const QString kShrinkFrame = QStringLiteral("FrameSuosuiSezi");
+const QString kUserSwitchMenu = QStringLiteral("mnu_UserQiehuan");
+
+struct PipelineState {
+    std::shared_ptr<Cursor> grid;  // the row set of TDBGrid_RZ
+};
+
+PipelineState& pipeline() {
+    static PipelineState state;
+    return state;
+}
+
+// The command buttons come back on every way out of a command.
+struct ButtonsDisabled {
+    ButtonsDisabled() { screen().ui_Set(kButtons, QStringLiteral("enabled"), false); }
+    ~ButtonsDisabled() { screen().ui_Set(kButtons, QStringLiteral("enabled"), true); }
+};
+
+struct MenuDisabled {
+    explicit MenuDisabled(const QString& role) : role_(role) {
+        screen().ui_Set(role_, QStringLiteral("enabled"), false);
+    }
+    ~MenuDisabled() { screen().ui_Set(role_, QStringLiteral("enabled"), true); }
+    QString role_;
+};
+
+// The grid's issue, or 0 after telling the user that there is nothing to work on.
+IssueNumber gridIssueOrSay() {
+    const IssueNumber issue = get_BiaoGeQiHao();
+    if (issue < 1) screen().ui_Message(msg::kNoTickets);
+    return issue;
+}
+
+void sayNotYet(int index) {
+    screen().ui_Message(msg::notYet(touZhuCommandTexts()[size_t(index)].button));
+}
+
+void runCommand(int index) {
+    Screen& ui = screen();
+    switch (index) {
+        case kCmdInit: {
+            const QString answer = ui.ui_AskText(msg::kAskIssue, touZhuCommandTexts()[0].button,
+                                                 QString::number(next_QiHao(QDate::currentDate())));
+            MenuDisabled menu(kUserSwitchMenu);
+            init_TouZhu(read_QiHao(answer));
+            break;
+        }
+        case kCmdFilter: {
+            const IssueNumber issue = gridIssueOrSay();
+            if (issue >= 1 && ui.ui_Confirm(msg::kConfirmFilter)) run_GuoLv(issue);
+            break;
+        }
+        case kCmdSelect:
+        case kCmdPrizeCheck:
+            if (gridIssueOrSay() >= 1) sayNotYet(index);
+            break;
+        case kCmdShrink:
+        case kCmdExport:
+        case kCmdImport:
+            sayNotYet(index);
+            break;
+        case kCmdDelete:
+            if (ui.ui_Confirm(msg::kConfirmDelete)) {
+                delete_TouZhu(0);
+                ui.ui_Message(msg::kDeleteDone);
+            }
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+const std::array<TouZhuCommandText, kTouZhuCommands>& touZhuCommandTexts() {
+    static const std::array<TouZhuCommandText, kTouZhuCommands> texts{{
+        {QStringLiteral("第1步：初始化"), QStringLiteral("初始化..."),
+         QStringLiteral("在上面表格里生成所选号码的全部组合！")},
+        {QStringLiteral("第2步：过滤"), QStringLiteral("号码过滤"),
+         QStringLiteral("对上面表格里的号码按照设定的条件进行过滤！")},
+        {QStringLiteral("第3步：缩水"), QStringLiteral("号码缩水"),
+         QStringLiteral("对上面表格里的号码进行保N型缩水！")},
+        {QStringLiteral("精选号码"), QStringLiteral("精选号码"), QStringLiteral("精选号码！")},
+        {QStringLiteral("导出"), QStringLiteral("号码导出"), QStringLiteral("号码导出到文本文件！")},
+        {QStringLiteral("导入"), QStringLiteral("号码导入"),
+         QStringLiteral("从文本文件里导入号码到表格里！")},
+        {QStringLiteral("删除"), QStringLiteral("删除记录"), QStringLiteral("清空表格里的所有数据！")},
+        {QStringLiteral("开奖核对"), QStringLiteral("开奖核对"),
+         QStringLiteral("按照历史数据里相应期数的开奖号码进行中奖比对！")},
+    }};
+    return texts;
+}
+
+void cmmTouZhu_Click(int index) {
+    if (index < 0 || index >= kTouZhuCommands) return;
+    ButtonsDisabled buttons;
+    if (index != kCmdShrink) screen().ui_Set(kShrinkFrame, QStringLiteral("visible"), false);
+    try {
+        runCommand(index);
+    } catch (const StoreError&) {
+        // The general trap: the command ends here and keeps what it wrote.
+    }
+}
+
+void mnu_ShengCeng_Click(int index) {
+    screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("tab"), 3);
+    cmmTouZhu_Click(index);
+}
+
+void cmmSS_Click(int index) {
+    if (index == 0)
+        screen().ui_Set(kShrinkFrame, QStringLiteral("visible"), false);
+    else
+        cmmTouZhu_Click(kCmdShrink);
+}
+
+void cmm_stop_MouseDown() {
+    shared().tingZhi = 1;
+}
+
+IssueNumber get_BiaoGeQiHao() {
+    const auto& grid = pipeline().grid;
+    if (!grid || grid->recordCount() == 0) return 0;
+    return grid->valueAt(0, grid->fieldIndex(QStringLiteral("期号"))).toInt();
+}
+
+std::shared_ptr<Cursor> touZhuBiao() {
+    return pipeline().grid;
+}
+
+void clear_TouZhuBiao() {
+    auto& grid = pipeline().grid;
+    if (!grid) return;
+    grid.reset();
+    screen().ui_Grid(kGrid, nullptr);
+}
+
+void load_TouZhuBiao(IssueNumber issue) {
+    auto& grid = pipeline().grid;
+    if (grid) grid->close();
+    grid = issue < 0
+               ? store_Query(QStringLiteral("select * from 日志表 order by 期号 asc,序号 asc"))
+               : store_Query(QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"),
+                             {issue});
+    screen().ui_Grid(kGrid, grid);
+    static const QStringList hidden{QStringLiteral("ID"),       QStringLiteral("过滤标记"),
+                                    QStringLiteral("缩水标记"), QStringLiteral("精选标记"),
+                                    QStringLiteral("临时数据"), QStringLiteral("缩水公式")};
+    QStringList captions;
+    QList<int> widths;
+    for (int i = 0; i < grid->fieldCount(); ++i) {
+        captions << grid->fieldName(i);
+        widths << (hidden.contains(grid->fieldName(i), Qt::CaseInsensitive) ? 0 : -1);
+    }
+    screen().ui_DressGrid(kGrid, captions, widths);
+}
+
+void delete_TouZhu(IssueNumber issue) {
+    if (issue == 0)
+        store_Execute(QStringLiteral("DELETE FROM 日志表 "));
+    else
+        store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
+    load_TouZhuBiao(issue);
+    log_Append(msg::kDeleteLogged);
+}
+
+int read_QiHao(const QString& answer) {
+    // The number at the head of the text, as the old Val() reads it: blanks are skipped anywhere,
+    // one decimal point, an exponent; reading stops at the first other character.
+    const QString text = QStringLiteral("0") + answer.trimmed().left(7);
+    QString digits;
+    bool point = false;
+    int i = 0;
+    for (; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c == u' ' || c == u'\t' || c == u'\n' || c == u'\r') continue;
+        if (c >= u'0' && c <= u'9') {
+            digits += c;
+        } else if (c == u'.' && !point) {
+            point = true;
+            digits += c;
+        } else {
+            break;
+        }
+    }
+    if (i < text.size() && (text[i] == u'e' || text[i] == u'E' || text[i] == u'd' || text[i] == u'D')) {
+        QString exponent;
+        int j = i + 1;
+        if (j < text.size() && (text[j] == u'+' || text[j] == u'-')) exponent += text[j++];
+        for (; j < text.size() && text[j].isDigit() && text[j] <= u'9'; ++j) exponent += text[j];
+        if (exponent.size() > 0 && exponent.back().isDigit()) digits += QStringLiteral("e") + exponent;
+    }
+    const double value = digits.toDouble();
+    if (!std::isfinite(value) || value > INT32_MAX) return 0;
+    return int(roundHalfEven(value));
+}
+
+}  // namespace dovrex

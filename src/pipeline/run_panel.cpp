@@ -1,0 +1,62 @@
+#include "pipeline/run_panel.h"
+
+#include "app/shared_state.h"
+
+namespace dovrex {
+
+void log_Set(const QString& wholeText) {
+    shared().operationLog = wholeText;
+    screen().ui_Log(shared().operationLog);
+}
+
+void log_CaoZuo(const QString& text, bool keep) {
+    log_Set(keep ? text + kCrLf2 + shared().operationLog : text + kCrLf2);
+}
+
+void log_Append(const QString& line) {
+    log_Set(shared().operationLog + kCrLf2 + line);
+}
+
+namespace {
+
+void openPanel() {
+    Screen& ui = screen();
+    ui.ui_Set(QStringLiteral("FrameStop"), QStringLiteral("visible"), true);
+    ui.ui_Set(QStringLiteral("cmm_stop"), QStringLiteral("enabled"), true);
+    ui.ui_Set(QStringLiteral("Pic_subTouZhu"), QStringLiteral("enabled"), false);
+}
+
+}  // namespace
+
+RunPanel::RunPanel(int total) {
+    openPanel();
+    setTotal(total);
+}
+
+RunPanel::RunPanel(const QString& totalText) {
+    openPanel();
+    screen().ui_Progress(0, 0, 0, true);
+    screen().ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QStringLiteral("0"));
+    screen().ui_Set(QStringLiteral("LabelJinduAll"), QStringLiteral("text"), totalText);
+}
+
+RunPanel::~RunPanel() {
+    Screen& ui = screen();
+    ui.ui_Set(QStringLiteral("FrameStop"), QStringLiteral("visible"), false);
+    ui.ui_Set(QStringLiteral("Pic_subTouZhu"), QStringLiteral("enabled"), true);
+}
+
+void RunPanel::setTotal(int total) {
+    total_ = total;
+    screen().ui_Set(QStringLiteral("LabelJinduAll"), QStringLiteral("text"), QString::number(total));
+    show(0);
+}
+
+void RunPanel::show(int value) {
+    screen().ui_Progress(0, total_, value, true);
+    screen().ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QString::number(value));
+    // About 250 visible steps a pass: more cannot be seen, and each costs the window a repaint.
+    next_ = value + (total_ >= 250 ? total_ / 250 : 1);
+}
+
+}  // namespace dovrex

@@ -1,0 +1,141 @@
+#include "pipeline/ticket_init.h"
+
+#include <vector>
+
+#include "app/shared_state.h"
+#include "filters/condition_store.h"
+#include "pipeline/pick_state.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/prepared.h"
+#include "pipeline/run_panel.h"
+
+namespace dovrex {
+
+namespace {
+
+// Xuhao of the formula for `drags` red numbers, ascending, with one spare 0 behind (no 序号 is 0).
+std::vector<int> readFormula(int drags) {
+    std::vector<int> xuhao;
+    auto c = store_Query(QStringLiteral("select * from Ssgs where Haomagesu=? order by Xuhao ASC"), {drags});
+    xuhao.reserve(size_t(c->recordCount()) + 1);
+    for (; !c->eof(); c->moveNext()) xuhao.push_back(c->intValue(QStringLiteral("Xuhao")));
+    xuhao.push_back(0);
+    return xuhao;
+}
+
+struct Expansion {
+    IssueNumber issue = 0;
+    long long key = 0;  // running ID
+    int serial = 0;     // 序号 of the last row written
+    int counter = 0;    // rows of the issue
+    bool useFormula = false;
+    std::vector<int> formula;  // see readFormula
+    size_t formulaAt = 0;
+};
+
+// The Stop flag is down again when the step ends, on every way out.
+struct LowerStopFlag {
+    ~LowerStopFlag() { shared().tingZhi = 0; }
+};
+
+}  // namespace
+
+int init_TouZhu(IssueNumber issue) {
+    SharedState& s = shared();
+    Screen& ui = screen();
+    s.biaoJiQingLing = 0;
+    if (issue < 1) return 0;
+    if (!check_XuanHao(true)) return 0;
+
+    LowerStopFlag lowerStop;
+    Expansion x;
+    x.issue = issue;
+    {
+        Transaction tx(store());
+        store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号<>?"), {issue});
+        x.key = store().scalar(QStringLiteral("SELECT max(ID) FROM 日志表")).toLongLong();
+        const int existing =
+            store().scalar(QStringLiteral("SELECT count(*) FROM 日志表 WHERE 期号=?"), {issue}).toInt();
+        x.counter = existing;
+        if (existing > 0 && ui.ui_Confirm(msg::kKeepOldTickets)) {
+            store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
+            x.counter = 0;
+        }
+
+        const int bankers = count_HongDan();
+        const int drags = count_HongTuo();
+        x.useFormula = bankers == 0 && drags >= 10 && drags <= 20;
+        if (x.useFormula) x.formula = readFormula(drags);
+
+        RunPanel panel(picks().zhuShu);
+        auto& shu = s.guoLvShuZu;
+        bool red[kRedCount + 1] = {}, banker[kRedCount + 1] = {};
+        load_GuoLvFanWei(1, kRedCount);
+        for (int n = 1; n <= kRedCount; ++n) {
+            red[n] = shu[size_t(n)] >= 1;
+            banker[n] = shu[size_t(n)] == 2;
+        }
+        std::vector<int> blues;
+        load_GuoLvFanWei(kBlueBase + 1, kBlueBase + kBlueCount);
+        for (int n = 1; n <= kBlueCount; ++n)
+            if (shu[size_t(n)] >= 1) blues.push_back(n);
+
+        Prepared insert(
+            x.useFormula
+                ? QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,"
+                                 "缩水公式) VALUES (?,?,?,?,?,?,?,?,?,?,?)")
+                : QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                                 "VALUES (?,?,?,?,?,?,?,?,?,?)"));
+        auto write = [&](const int(&r)[7]) {
+            int held = 0;
+            for (int i = 1; i <= 6; ++i) held += banker[r[i]];
+            if (held < bankers) return;
+            for (int b : blues) {
+                ui.ui_Pump();
+                ++x.serial;
+                insert.bind(1, ++x.key).bind(2, x.serial).bind(3, issue);
+                for (int i = 1; i <= 6; ++i) insert.bind(3 + i, r[i]);
+                insert.bind(10, b);
+                if (x.useFormula) {
+                    int mark = kOutsideFormula;
+                    if (x.formula[x.formulaAt] == x.serial) mark = x.formula[x.formulaAt++];
+                    insert.bind(11, mark);
+                }
+                insert.exec();
+                ++x.counter;
+            }
+        };
+        int r[7] = {};
+        for (r[1] = 1; r[1] <= 28; ++r[1]) {
+            if (!red[r[1]]) continue;
+            for (r[2] = r[1] + 1; r[2] <= 29; ++r[2]) {
+                if (!red[r[2]]) continue;
+                for (r[3] = r[2] + 1; r[3] <= 30; ++r[3]) {
+                    if (!red[r[3]]) continue;
+                    for (r[4] = r[3] + 1; r[4] <= 31; ++r[4]) {
+                        if (!red[r[4]]) continue;
+                        for (r[5] = r[4] + 1; r[5] <= 32; ++r[5]) {
+                            if (!red[r[5]]) continue;
+                            for (r[6] = r[5] + 1; r[6] <= 33; ++r[6])
+                                if (red[r[6]]) write(r);
+                            panel.show(x.counter);
+                            if (s.tingZhi) goto stopped;
+                        }
+                    }
+                }
+            }
+        }
+    stopped:;
+    }
+
+    if (!s.tingZhi) {
+        const QString done =
+            QStringLiteral("初始化选号完成!共 ") + to_QuanJiao(x.counter) + QStringLiteral(" 注！");
+        ui.ui_Message(done);
+        load_TouZhuBiao(issue);
+        log_CaoZuo(done + kCrLf, false);
+    }
+    return x.counter;
+}
+
+}  // namespace dovrex

@@ -51,7 +51,8 @@ public:
     virtual void ui_TimedTip(const QString& text, int /*seconds*/) { ui_Message(text); }
     // Redraws the number buttons of the pick page from the store (after picks changed).
     virtual void ui_RefreshPicks() {}
-    // Dresses a grid's columns: captions, widths (0 hides), in column order.
+    // Dresses a grid's columns: captions, widths in twips (15 to a pixel; 0 hides, negative leaves the
+    // grid's own width), in column order.
     virtual void ui_DressGrid(const QString& /*name*/, const QStringList& /*captions*/, const QList<int>& /*widths*/) {}
 };
 

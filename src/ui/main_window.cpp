@@ -1,26 +1,29 @@
 #include "ui/main_window.h"
 
 #include <QApplication>
-#include <QMainWindow>
-#include <QMessageBox>
 
-#include "app/app_flow.h"
+#include "app/app_paths.h"
+#include "ui/form_main.h"
+#include "ui/program_session.h"
+#include "widgets/ball_art.h"
 
 namespace dovrex {
 
 int runProgram(QApplication& app) {
-    AppFlow flow(AppPaths::standard());
-    AppPaths::seedProgramDir(flow.paths().programDir, AppPaths::shippedDataDir());
-    const StartOutcome outcome = flow.start();
-    if (outcome != StartOutcome::Ready) {
-        QMessageBox::critical(nullptr, QStringLiteral("dovrex"), msg::kDataPackUnreadable);
-        return 1;
-    }
-    QMainWindow w;
-    w.show();
-    const int rc = app.exec();
-    flow.saveAndClose();
-    return rc;
+    return runProgram(app, AppPaths::standard());
+}
+
+int runProgram(QApplication& app, const AppPaths& paths) {
+    app.setWindowIcon(appIcon());
+    ProgramSession session(paths);
+    if (!session.start()) return 1;
+    bool saved = true;
+    QObject::connect(session.window(), &FormMain::exited, &app, [&saved, &app](bool ok) {
+        saved = ok;
+        app.quit();
+    });
+    app.exec();
+    return saved ? 0 : 2;
 }
 
 }  // namespace dovrex

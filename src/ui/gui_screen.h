@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include "app/screen.h"
+
+class QLabel;
+class QProgressBar;
+class QStatusBar;
+class QTableView;
+
+namespace dovrex {
+
+class CursorModel;
+
+// The Screen of the desktop program: boxes, dialogs, the status line and the progress bar, and
+// the controls of the window found by their role names (the objectName of each widget). Widgets
+// outside the main window (secondary windows) are registered by hand.
+class GuiScreen : public QObject, public Screen {
+    Q_OBJECT
+  public:
+    explicit GuiScreen(QObject* parent = nullptr);
+    ~GuiScreen() override;
+
+    // The window that owns the boxes and whose children are looked up by role.
+    void setWindow(QWidget* window);
+    QWidget* window() const { return window_; }
+    // Puts the three panels into the status bar: panel 2 takes the width left over.
+    void setStatusBar(QStatusBar* bar);
+    // The bar ui_Progress drives when no ProgressBar_TouZu_Busy role is on the window.
+    void setProgressBar(QProgressBar* bar);
+    // A widget reachable by its objectName, wherever it lives.
+    void registerRole(QWidget* widget);
+    QWidget* role(const QString& name) const;
+
+    QString statusText(int panel) const;
+    // The model behind a grid, or null while it is unbound.
+    CursorModel* gridModel(const QString& name) const;
+    // Unbinds every grid (before the store closes).
+    void releaseGrids();
+
+    void ui_Message(const QString& text, MessageKind kind = MessageKind::Information) override;
+    bool ui_Confirm(const QString& text) override;
+    QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) override;
+    void ui_Status(int panel, const QString& text) override;
+    void ui_Progress(int min, int max, int value, bool visible) override;
+    QString ui_PickFile(const QString& filter, bool save) override;
+    void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) override;
+    void ui_Pump() override;
+
+    void ui_Log(const QString& wholeText) override;
+    void ui_Set(const QString& role, const QString& property, const QVariant& value) override;
+    void ui_Clipboard(const QString& text) override;
+    void ui_OpenFile(const QString& path) override;
+    void ui_OpenUrl(const QString& url) override;
+    void ui_TimedTip(const QString& text, int seconds) override;
+    void ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) override;
+
+    // The least time between two event runs of ui_Pump.
+    static constexpr int kPumpIntervalMs = 30;
+
+  private:
+    QTableView* grid(const QString& name) const;
+    bool setGridProperty(QTableView* view, const QString& property, const QVariant& value);
+
+    QPointer<QWidget> window_;
+    QPointer<QStatusBar> statusBar_;
+    QPointer<QLabel> panels_[3];
+    QPointer<QProgressBar> progress_;
+    QHash<QString, QPointer<QWidget>> roles_;
+    QElapsedTimer pumpClock_;
+    QString lastDir_;
+};
+
+// Twips of the old screens to pixels of this one (15 twips to a pixel at 96 dpi).
+inline int twipsToPixels(int twips) {
+    return (twips + 7) / 15;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,95 @@
+#include "ui/program_session.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QScreen>
+
+#include "app/shared_state.h"
+#include "ui/form_main.h"
+#include "ui/gui_screen.h"
+#include "ui/history_page.h"
+#include "ui/splash_window.h"
+
+namespace dovrex {
+
+namespace {
+
+// The old screens counted 15360 twips as the line between small and large ball faces.
+bool isSmallScreen() {
+    const QScreen* s = QGuiApplication::primaryScreen();
+    return s && s->geometry().width() * 15 < 15360;
+}
+
+QString outcomeText(StartOutcome outcome) {
+    switch (outcome) {
+        case StartOutcome::AlreadyRunning:
+            return msg::kAlreadyRunning;
+        case StartOutcome::DataPackUnreadable:
+            return msg::kDataPackUnreadable;
+        case StartOutcome::WorkingCopiesLost:
+            return msg::kWorkingCopiesLost;
+        case StartOutcome::BallColorShort:
+            return msg::kInitError;
+        case StartOutcome::Ready:
+            break;
+    }
+    return {};
+}
+
+}  // namespace
+
+ProgramSession::ProgramSession(AppPaths paths, std::unique_ptr<GuiScreen> screen)
+    : flow_(std::move(paths)), screen_(screen ? std::move(screen) : std::make_unique<GuiScreen>()) {}
+
+ProgramSession::~ProgramSession() {
+    if (window_) screen_->releaseGrids();
+    window_.reset();
+    flow_.abandon();
+    if (shared().screen == screen_.get()) shared().screen = nullptr;
+}
+
+bool ProgramSession::start() {
+    // A second start must never reach the working copy of the one that runs.
+    if (!flow_.acquireInstance()) {
+        screen_->ui_Message(msg::kAlreadyRunning, MessageKind::Warning);
+        return false;
+    }
+    shared().screen = screen_.get();
+    AppPaths::seedProgramDir(flow_.paths().programDir, AppPaths::shippedDataDir());
+    if (!flow_.app_Initialize()) {
+        screen_->ui_Message(msg::kDataPackUnreadable, MessageKind::Error);
+        return false;
+    }
+
+    QPointer<SplashWindow> splash = new SplashWindow;
+    splash->showNow();
+    const StartOutcome outcome = openStore();
+    if (outcome != StartOutcome::Ready) {
+        if (splash) splash->close();
+        screen_->ui_Message(outcomeText(outcome), MessageKind::Error);
+        return false;
+    }
+
+    window_ = std::make_unique<FormMain>(flow_, *screen_);
+    window_->fitToScreen();
+    window_->historyPage()->showHistory();
+    window_->selectPage(TopPage::History);
+
+    if (splash) splash->close();
+    window_->show();
+    shared().g_MainCaption = window_->windowTitle();
+
+    if (flow_.history_Status()) offerDownload();
+    return true;
+}
+
+StartOutcome ProgramSession::openStore() {
+    return flow_.openStore(isSmallScreen());
+}
+
+void ProgramSession::offerDownload() {
+    if (screen_->ui_Confirm(msg::kStaleHistory))
+        screen_->ui_Message(kDownloadNotYet, MessageKind::Information);
+}
+
+}  // namespace dovrex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+#include "app/app_flow.h"
+#include "app/app_paths.h"
+#include "ui/gui_screen.h"
+
+namespace dovrex {
+
+class FormMain;
+
+// One run of the program around its window: the start-up sequence up to a ready main window, and
+// the screen that the logic talks to meanwhile. The exit sequence runs when the window closes.
+class ProgramSession {
+  public:
+    // The screen may be a subclass (tests answer the boxes with one); a plain GuiScreen by default.
+    explicit ProgramSession(AppPaths paths, std::unique_ptr<GuiScreen> screen = {});
+    ~ProgramSession();
+    ProgramSession(const ProgramSession&) = delete;
+    ProgramSession& operator=(const ProgramSession&) = delete;
+
+    // Runs the start-up. False when it stopped; the reason has been shown.
+    bool start();
+
+    AppFlow& flow() { return flow_; }
+    GuiScreen& screen() { return *screen_; }
+    FormMain* window() const { return window_.get(); }
+
+  private:
+    StartOutcome openStore();
+    void offerDownload();
+
+    AppFlow flow_;
+    std::unique_ptr<GuiScreen> screen_;
+    std::unique_ptr<FormMain> window_;
+};
+
+// Shown when the player asks for the download, which this version does not have yet.
+inline const QString kDownloadNotYet = QStringLiteral(
+    "本版本尚未提供开奖数据下载功能。\n请在“历史数据”页查看开奖记录，最新开奖号码可暂时手工添加。");
+
+}  // namespace dovrex

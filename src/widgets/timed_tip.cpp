@@ -1,0 +1,57 @@
+#include "widgets/timed_tip.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace dovrex {
+
+namespace {
+QString okCaption(int n) {
+    return QStringLiteral("知道了(%1)").arg(n);
+}
+}  // namespace
+
+TimedTip::TimedTip(const QString& text, int seconds, QWidget* parent)
+    : QDialog(parent), n_(qMax(1, seconds)) {
+    setObjectName(QStringLiteral("frmTip"));
+    setWindowTitle(QStringLiteral("信息提示"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setModal(false);
+
+    description_ = new QLabel(text, this);
+    description_->setObjectName(QStringLiteral("lblDescription"));
+    description_->setWordWrap(true);
+    description_->setMinimumWidth(260);
+    ok_ = new QPushButton(okCaption(n_), this);
+    ok_->setObjectName(QStringLiteral("cmdOK"));
+    ok_->setDefault(true);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok_);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(description_, 1);
+    layout->addLayout(buttons);
+
+    connect(ok_, &QPushButton::clicked, this, [this] {
+        timer_.stop();
+        close();
+    });
+    timer_.setInterval(1000);
+    connect(&timer_, &QTimer::timeout, this, &TimedTip::tick);
+    timer_.start();
+}
+
+void TimedTip::tick() {
+    --n_;
+    if (n_ > 0) {
+        ok_->setText(okCaption(n_));
+        return;
+    }
+    timer_.stop();
+    close();
+}
+
+}  // namespace dovrex

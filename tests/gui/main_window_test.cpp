@@ -1,0 +1,273 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QFrame>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "app/app_flow.h"
+#include "app/shared_state.h"
+#include "history/history_display.h"
+#include "history/history_queries.h"
+#include "store/store.h"
+#include "ui/form_main.h"
+#include "ui/gui_screen.h"
+#include "ui/history_page.h"
+#include "ui/main_window.h"
+#include "ui/program_session.h"
+#include "widgets/cursor_model.h"
+#include "widgets/timed_tip.h"
+
+using namespace dovrex;
+
+namespace {
+
+// Answers every yes/no box with `answer` and keeps what it was shown instead of opening boxes.
+class ScriptedScreen : public GuiScreen {
+  public:
+    bool answer = false;
+    QStringList asked, shown;
+    void ui_Message(const QString& text, MessageKind) override { shown << text; }
+    bool ui_Confirm(const QString& text) override {
+        asked << text;
+        return answer;
+    }
+};
+
+constexpr int kShippedDraws = 3493;
+
+class MainWindowTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(tmp_.isValid());
+        paths_.programDir = tmp_.path() + QStringLiteral("/program");
+        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
+        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
+        Clock::setToday(QDate(2026, 8, 21));
+    }
+    void TearDown() override { Clock::useSystemClock(); }
+
+    // A session whose boxes are answered by a ScriptedScreen.
+    std::unique_ptr<ProgramSession> session(ScriptedScreen*& screen) {
+        auto owned = std::make_unique<ScriptedScreen>();
+        screen = owned.get();
+        return std::make_unique<ProgramSession>(paths_, std::move(owned));
+    }
+
+    static int column(const CursorModel* model, const QString& name) {
+        for (int c = 0; c < model->columnCount(); ++c)
+            if (model->headerData(c, Qt::Horizontal).toString() == name) return c;
+        return -1;
+    }
+
+    QTemporaryDir tmp_;
+    AppPaths paths_;
+};
+
+TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    ASSERT_TRUE(s->start());
+    FormMain* w = s->window();
+    ASSERT_TRUE(w && w->isVisible());
+    EXPECT_EQ(w->windowTitle(), QStringLiteral("双色球 dovrex"));
+    EXPECT_EQ(shared().g_MainCaption, w->windowTitle());
+    EXPECT_FALSE(w->windowIcon().isNull());
+
+    const QStringList tabs{QStringLiteral("过滤条件"), QStringLiteral("其它"), QStringLiteral("历史数据"),
+                           QStringLiteral("投注号码"), QStringLiteral("澄岚彩票网")};
+    ASSERT_EQ(w->tabStrip()->count(), tabs.size());
+    for (int i = 0; i < tabs.size(); ++i) EXPECT_EQ(w->tabStrip()->tabText(i), tabs[i]);
+    EXPECT_EQ(w->tabStrip()->objectName(), QStringLiteral("TabStrip_Top"));
+
+    // The grid, found by its role the way the logic finds it.
+    CursorModel* model = screen->gridModel(kHistoryGrid);
+    ASSERT_NE(model, nullptr);
+    EXPECT_EQ(model->rowCount(), kShippedDraws);
+    QTableView* grid = w->historyPage()->grid();
+    const int issue = column(model, QStringLiteral("期号"));
+    const int date = column(model, QStringLiteral("开奖日期"));
+    ASSERT_GE(issue, 0);
+    ASSERT_GE(date, 0);
+    EXPECT_EQ(model->index(kShippedDraws - 1, issue).data().toString(), QStringLiteral("2026096"));
+    EXPECT_EQ(model->index(kShippedDraws - 1, date).data().toString(), QStringLiteral("2026/08/20"));
+    EXPECT_EQ(grid->columnWidth(issue), 75);
+    EXPECT_EQ(grid->columnWidth(date), 94);
+    for (const char* hidden : {"已完成", "总期号", "遗漏数据"})
+        EXPECT_TRUE(grid->isColumnHidden(column(model, QString::fromUtf8(hidden)))) << hidden;
+    EXPECT_FALSE(grid->isColumnHidden(column(model, QStringLiteral("红球1"))));
+    EXPECT_EQ(model->index(0, column(model, QStringLiteral("蓝球"))).data(Qt::ForegroundRole).value<QColor>(),
+              QColor(Qt::blue));
+    EXPECT_EQ(grid->currentIndex().row(), kShippedDraws - 1);
+
+    // The draw of 2026/08/20 is followed by the one of Sunday 08/23: not stale on the 21st.
+    EXPECT_EQ(screen->statusText(1), msg::kHistoryUpToDate);
+    EXPECT_TRUE(screen->statusText(3).contains(QStringLiteral("2026096 期 于 2026/08/23 开奖")));
+    EXPECT_TRUE(screen->asked.isEmpty());
+}
+
+TEST_F(MainWindowTest, StaleHistoryOffersTheDownload) {
+    Clock::setToday(QDate(2027, 3, 1));
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    screen->answer = true;
+    ASSERT_TRUE(s->start());
+    EXPECT_EQ(screen->statusText(1), msg::kHistoryStale);
+    EXPECT_EQ(screen->asked, QStringList{msg::kStaleHistory});
+    EXPECT_EQ(screen->shown, QStringList{kDownloadNotYet});
+}
+
+TEST_F(MainWindowTest, ExitWritesThePackAndARestartFindsTheChanges) {
+    {
+        ScriptedScreen* screen = nullptr;
+        auto s = session(screen);
+        ASSERT_TRUE(s->start());
+        store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026096"));
+        s->window()->historyPage()->setMode(HistoryShowMode::Newest100);
+        EXPECT_EQ(screen->gridModel(kHistoryGrid)->rowCount(), 100);
+
+        screen->answer = true;
+        bool saved = false;
+        QObject::connect(s->window(), &FormMain::exited, [&](bool ok) { saved = ok; });
+        EXPECT_TRUE(s->window()->close());
+        EXPECT_TRUE(saved);
+        EXPECT_EQ(screen->asked.last(), msg::kConfirmExit);
+        EXPECT_TRUE(QFileInfo::exists(paths_.bakPack()));
+    }
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    ASSERT_TRUE(s->start());
+    EXPECT_EQ(latest_QiHao(), 2026095);
+    CursorModel* model = screen->gridModel(kHistoryGrid);
+    EXPECT_EQ(model->rowCount(), 100);
+    EXPECT_EQ(model->index(99, 0).data().toString(), QStringLiteral("2026095"));
+    EXPECT_TRUE(s->window()->findChild<QRadioButton*>(QStringLiteral("Option_historyShow(1)"))->isChecked());
+    // Without the draw of the 20th the history is a draw behind on the 21st.
+    EXPECT_EQ(screen->statusText(1), msg::kHistoryStale);
+}
+
+TEST_F(MainWindowTest, ExitAnsweredNoKeepsTheWindowAndThePack) {
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    ASSERT_TRUE(s->start());
+    store_Execute(QStringLiteral("DELETE FROM 历史记录"));
+    QFile pack(paths_.dataPack());
+    ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
+    const QByteArray before = pack.readAll();
+    pack.close();
+
+    EXPECT_FALSE(s->window()->close());
+    EXPECT_TRUE(s->window()->isVisible());
+    EXPECT_FALSE(s->window()->hasExited());
+    EXPECT_FALSE(QFileInfo::exists(paths_.bakPack()));
+    ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
+    EXPECT_EQ(pack.readAll(), before);
+}
+
+TEST_F(MainWindowTest, StartsThatMustStopSayWhy) {
+    ScriptedScreen* first = nullptr;
+    auto running = session(first);
+    ASSERT_TRUE(running->start());
+    {
+        ScriptedScreen* second = nullptr;
+        auto s = session(second);
+        EXPECT_FALSE(s->start());
+        EXPECT_EQ(second->shown, QStringList{msg::kAlreadyRunning});
+    }
+    // The first instance keeps its screen and store.
+    EXPECT_EQ(&screen(), first);
+    EXPECT_EQ(latest_QiHao(), 2026096);
+    running.reset();
+
+    QFile pack(paths_.dataPack());
+    ASSERT_TRUE(pack.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    pack.write("ab");
+    pack.close();
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    EXPECT_FALSE(s->start());
+    EXPECT_EQ(screen->shown, QStringList{msg::kDataPackUnreadable});
+}
+
+// The whole program with its real boxes, answered the way a player would: Escape first, which is
+// no, then yes.
+TEST_F(MainWindowTest, RunProgramClosesThroughTheRealConfirmBox) {
+    int boxes = 0;
+    QStringList texts;
+    QTimer player;
+    player.setInterval(40);
+    QObject::connect(&player, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            texts << box->text();
+            if (boxes++ == 0)
+                QTest::keyClick(box, Qt::Key_Escape);
+            else
+                box->button(QMessageBox::Yes)->click();
+            return;
+        }
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top->objectName() == QLatin1String("Form_main") && top->isVisible() && boxes < 2)
+                // Queued: a box opened inside this handler would never see this timer again.
+                QMetaObject::invokeMethod(top, &QWidget::close, Qt::QueuedConnection);
+    });
+    player.start();
+    const int rc = runProgram(*qobject_cast<QApplication*>(QCoreApplication::instance()), paths_);
+    player.stop();
+    EXPECT_EQ(rc, 0);
+    EXPECT_EQ(texts, QStringList({msg::kConfirmExit, msg::kConfirmExit}));
+    EXPECT_TRUE(QFileInfo::exists(paths_.bakPack()));
+}
+
+TEST(GuiScreenTest, SetReachesControlsByRole) {
+    QWidget window;
+    auto* label = new QLabel(&window);
+    label->setObjectName(QStringLiteral("LabelJindu"));
+    auto* frame = new QFrame(&window);
+    frame->setObjectName(QStringLiteral("FrameStop"));
+    auto* button = new QPushButton(&window);
+    button->setObjectName(QStringLiteral("cmmTouZhu"));
+    window.show();
+    GuiScreen gui;
+    gui.setWindow(&window);
+
+    gui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QStringLiteral("１２３"));
+    gui.ui_Set(QStringLiteral("FrameStop"), QStringLiteral("visible"), false);
+    gui.ui_Set(QStringLiteral("cmmTouZhu"), QStringLiteral("enabled"), false);
+    gui.ui_Set(QStringLiteral("cmmTouZhu"), QStringLiteral("caption"), QStringLiteral("第1步：初始化"));
+    gui.ui_Set(QStringLiteral("nothing"), QStringLiteral("text"), QStringLiteral("ignored"));
+    EXPECT_EQ(label->text(), QStringLiteral("１２３"));
+    EXPECT_FALSE(frame->isVisible());
+    EXPECT_FALSE(button->isEnabled());
+    EXPECT_EQ(button->text(), QStringLiteral("第1步：初始化"));
+
+    // A control of a secondary window, registered by hand.
+    QLabel other;
+    other.setObjectName(QStringLiteral("lblDescription"));
+    gui.registerRole(&other);
+    gui.ui_Set(QStringLiteral("lblDescription"), QStringLiteral("text"), QStringLiteral("ok"));
+    EXPECT_EQ(other.text(), QStringLiteral("ok"));
+}
+
+TEST(TimedTipTest, CountsDownAndClosesItself) {
+    QPointer<TimedTip> tip = new TimedTip(QStringLiteral("提示"), 2);
+    tip->show();
+    auto* ok = tip->findChild<QPushButton*>(QStringLiteral("cmdOK"));
+    EXPECT_EQ(ok->text(), QStringLiteral("知道了(2)"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tip && tip->secondsLeft() == 1; }, 1500));
+    EXPECT_EQ(ok->text(), QStringLiteral("知道了(1)"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tip.isNull(); }, 1500));
+}
+
+}  // namespace

@@ -15,7 +15,11 @@ int filter_Run(IssueNumber issue, const FilterDef& def) {
     if (def.run) return def.run(issue, def);
     if (def.prepare) return filter_SharedLoop(issue, def);
     if (def.stopOnEntry && shared().tingZhi) return 0;
-    if (filter_SwitchedOn(def)) log_Append(msg::filterNotProvided(def.label));
+    // Like the loop, it has nothing to say when no ticket is left to look at.
+    if (filter_SwitchedOn(def) &&
+        store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=? and 过滤标记>=0"), {issue})
+                .toInt() > 0)
+        log_Append(msg::filterNotProvided(def.label));
     return 0;
 }
 

@@ -25,7 +25,7 @@ struct FilterRunState {
 FilterRunState& filterRun();
 
 // Runs one filter: its own pass, the shared loop, or, for a family not in this build, a log line
-// when its switch is on (a filter that is off stays silent, as every filter does).
+// when its switch is on and tickets are left (otherwise it stays silent, as every filter does).
 int filter_Run(IssueNumber issue, const FilterDef& def);
 
 // 第2步：过滤: clears the marks, runs every filter in order, rebinds the ticket grid and closes the

@@ -1,0 +1,228 @@
+#include "core/pipeline_fixture.h"
+#include "pipeline/run_panel.h"
+#include "pipeline/ticket_init.h"
+
+namespace dovrex::test {
+namespace {
+
+constexpr IssueNumber kIssue = 2008118;
+const QString kInitLog = QStringLiteral("初始化选号完成!共 ４２０ 注！\r\n\r\n\r\n");
+const QString kLoading =
+    QStringLiteral("\r\n\r\n正载入数据[２００８１１８期]．．．\r\n\r\n当前数据共：４２０注．");
+
+class FilterRunTest : public PipelineTest {
+  protected:
+    // 420 tickets of ten red drags and two blues, as the first step leaves them.
+    void expand() {
+        pickRange(1, 10, kPickDrag);
+        pickRange(101, 102, kPickDrag);
+        ASSERT_EQ(init_TouZhu(kIssue), 420);
+        ui().clear();
+    }
+    static int sum(const Reds& r) { return r[1] + r[2] + r[3] + r[4] + r[5] + r[6]; }
+    // 和值 on, allowing the sums for which `allow` holds.
+    static void allowSums(const std::function<bool(int)>& allow) {
+        for (int v = 0; v <= 183; ++v) set_GuoLvTiaoJian(1000 + v, allow(v) ? 1 : 0);
+        set_ShiYongQingKuang(1, 1);
+    }
+};
+
+TEST_F(FilterRunTest, LoaderIndexing) {
+    auto& a = shared().guoLvShuZu;
+    a.fill(-7);
+    set_GuoLvFanWei(5011, 5017, 2);
+    load_GuoLvFanWei(5011, 5017);  // starts at 5011 % 10 = 1
+    EXPECT_EQ(a[0], -7);
+    for (int i = 1; i <= 7; ++i) EXPECT_EQ(a[size_t(i)], 2) << i;
+    EXPECT_EQ(a[8], -7);
+
+    set_GuoLvFanWei(5070, 5079, 1);
+    load_GuoLvFanWei(5070, 5079);  // 0..9; what lies behind stays
+    for (int i = 0; i <= 9; ++i) EXPECT_EQ(a[size_t(i)], 1) << i;
+    EXPECT_EQ(a[10], -7);
+
+    set_GuoLvTiaoJian(1183, 5);
+    load_GuoLvFanWei(1000, 1190);  // the widest range: 191 rows from index 0
+    EXPECT_EQ(a[183], 5);
+    EXPECT_EQ(a[190], 0);
+    EXPECT_EQ(a[191], -7);
+
+    // Rows missing from a range do not leave gaps: the index counts rows, not IDs.
+    a.fill(-7);
+    set_GuoLvTiaoJian(101, 2);
+    load_GuoLvFanWei(33, 101);  // rows 33, 39 and 101 exist
+    EXPECT_EQ(a[3], 0);
+    EXPECT_EQ(a[4], 0);
+    EXPECT_EQ(a[5], 2);
+    EXPECT_EQ(a[6], -7);
+}
+
+TEST_F(FilterRunTest, NoSwitchOnClearsTheMarksAndKeepsEverything) {
+    expand();
+    store_Execute(
+        QStringLiteral("UPDATE 日志表 SET 过滤标记=1, 缩水标记=2, 精选标记=999, 临时数据=5 WHERE 序号<=10"));
+    shared().biaoJiQingLing = 0;
+    run_GuoLv(kIssue);
+    EXPECT_EQ(shared().operationLog,
+              kInitLog + kLoading + QStringLiteral("\r\n\r\n全部条件过滤完成,余：４２０ 注"));
+    EXPECT_EQ(
+        intScalar(QStringLiteral(
+            "select count(*) from 日志表 where 过滤标记<>0 or 缩水标记<>0 or 精选标记<>0 or 临时数据<>0")),
+        0);
+    EXPECT_EQ(tickets().size(), 420u);
+    EXPECT_EQ(shared().biaoJiQingLing, 1);
+    EXPECT_EQ(ui().lines().filter(QStringLiteral("GRID TDBGrid_RZ 420 rows")).size(), 1);
+    EXPECT_EQ(ui().lines().last(), QStringLiteral("SET mnu_UserQiehuan.enabled = true"));
+}
+
+TEST_F(FilterRunTest, EmptyTableStopsAfterLoading) {
+    shared().operationLog = QStringLiteral("x");
+    run_GuoLv(kIssue);
+    EXPECT_EQ(shared().operationLog, QStringLiteral("x\r\n\r\n表格中无[２００８１１８]期数据．"));
+    EXPECT_TRUE(ui().lines().filter(QStringLiteral("GRID")).isEmpty());
+}
+
+TEST_F(FilterRunTest, LongLogIsReplacedWhenLoading) {
+    expand();
+    shared().operationLog = QString(31, u'x');
+    run_GuoLv(kIssue);
+    EXPECT_EQ(shared().operationLog, kLoading + QStringLiteral("\r\n\r\n全部条件过滤完成,余：４２０ 注"));
+}
+
+TEST_F(FilterRunTest, RejectAllEmptiesTheTable) {
+    expand();
+    set_ShiYongQingKuang(1, 1);   // 和值 on with no value allowed
+    set_ShiYongQingKuang(76, 1);  // the next filter then finds no ticket
+    run_GuoLv(kIssue);
+    EXPECT_EQ(shared().operationLog, kInitLog + kLoading +
+                                         QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：０ 注"
+                                                        "\r\n\r\n全部条件过滤完成,余：０ 注"));
+    EXPECT_TRUE(tickets().empty());
+    // The in-progress line was shown and then replaced by the result line.
+    EXPECT_TRUE(ui().lines().contains(
+        QStringLiteral("LOG ") +
+        ScriptedScreen::oneLine(kInitLog + kLoading +
+                                QStringLiteral("\r\n\r\n[ 和 值 ]过滤正在进行中．．．"))));
+}
+
+TEST_F(FilterRunTest, SurvivorsAreRenumberedInTheirOrder) {
+    expand();
+    allowSums([](int v) { return v % 3 == 0; });
+    const auto before = tickets();
+    run_GuoLv(kIssue);
+    std::vector<int> expectIds;
+    for (const auto& t : before)
+        if (sum(t.reds) % 3 == 0) expectIds.push_back(t.id);
+    const auto after = tickets();
+    ASSERT_EQ(after.size(), expectIds.size());
+    for (size_t i = 0; i < after.size(); ++i) {
+        EXPECT_EQ(after[i].id, expectIds[i]);
+        EXPECT_EQ(after[i].serial, int(i) + 1);
+        EXPECT_EQ(after[i].mark, 1);
+    }
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：") +
+                                               to_QuanJiao(qlonglong(after.size())) +
+                                               QStringLiteral(" 注\r\n\r\n全部条件过滤完成,余：") +
+                                               to_QuanJiao(qlonglong(after.size())) + QStringLiteral(" 注")));
+}
+
+TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
+    expand();
+    allowSums([](int v) { return v % 2 == 0; });
+    const auto before = tickets();
+    ui().stopAfterPumps(420 + 100);  // the loading takes 420, then 100 tickets are decided
+    run_GuoLv(kIssue);
+
+    std::vector<PipelineTest::Ticket> expect;
+    int counter = 0;
+    for (size_t i = 0; i < before.size(); ++i) {
+        PipelineTest::Ticket t = before[i];
+        if (i < 100) {
+            if (sum(t.reds) % 2 != 0) continue;
+            t.serial = ++counter;
+            t.mark = 1;
+        }
+        expect.push_back(t);
+    }
+    const auto after = tickets();
+    ASSERT_EQ(after.size(), expect.size());
+    for (size_t i = 0; i < after.size(); ++i) {
+        EXPECT_EQ(after[i].id, expect[i].id) << i;
+        EXPECT_EQ(after[i].serial, expect[i].serial) << i;
+        EXPECT_EQ(after[i].mark, expect[i].mark) << i;
+    }
+    // No result line of the stopped filter, the stop line instead of the closing one.
+    EXPECT_EQ(shared().operationLog,
+              kInitLog + kLoading +
+                  QStringLiteral("\r\n\r\n[ 和 值 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
+                  to_QuanJiao(qlonglong(expect.size())) + QStringLiteral(" 注"));
+    EXPECT_EQ(shared().tingZhi, 0);
+
+    // A second run starts over on what is left.
+    run_GuoLv(kIssue);
+    for (const auto& t : tickets()) EXPECT_EQ(sum(t.reds) % 2, 0);
+}
+
+TEST_F(FilterRunTest, StopWhileLoadingRunsNoFilter) {
+    expand();
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=5"));
+    allowSums([](int) { return false; });
+    shared().biaoJiQingLing = 1;
+    ui().stopAfterPumps(10);
+    run_GuoLv(kIssue);
+    EXPECT_EQ(tickets().size(), 420u);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 临时数据=0")), 10);
+    EXPECT_EQ(shared().operationLog, kInitLog + QStringLiteral("\r\n\r\n正载入数据[２００８１１８期]．．．"));
+    EXPECT_EQ(shared().biaoJiQingLing, 0);
+    EXPECT_EQ(shared().tingZhi, 0);
+}
+
+TEST_F(FilterRunTest, SwitchedOnFilterOfAMissingFamilyIsNamed) {
+    expand();
+    set_ShiYongQingKuang(76, 1);
+    set_ShiYongQingKuang(22, 1);  // 自定义组3
+    run_GuoLv(kIssue);
+    EXPECT_EQ(shared().operationLog, kInitLog + kLoading + QStringLiteral("\r\n\r\n") +
+                                         msg::filterNotProvided(QStringLiteral("[ 和值尾 ]")) +
+                                         QStringLiteral("\r\n\r\n") +
+                                         msg::filterNotProvided(QStringLiteral("[自定义组3]")) +
+                                         QStringLiteral("\r\n\r\n全部条件过滤完成,余：４２０ 注"));
+}
+
+TEST_F(FilterRunTest, ValueOutOfRangeBreaksThePassWithoutDeleting) {
+    expand();
+    FilterDef def;
+    def.label = QStringLiteral("[测试]");
+    def.switchedOn = [] { return true; };
+    int seen = 0;
+    def.prepare = [&](FilterPass&) {
+        TicketTest t;
+        t.value = [&](const TicketBalls& b) { return ++seen > 3 ? 200 : b.reds[1] == 1 ? 1 : 0; };
+        return t;
+    };
+    shared().guoLvShuZu[0] = 0;
+    shared().guoLvShuZu[1] = 1;
+    EXPECT_THROW(filter_SharedLoop(kIssue, def), StoreError);
+    const auto rows = tickets();
+    EXPECT_EQ(rows.size(), 420u);
+    EXPECT_EQ(rows[0].mark, 1);
+    EXPECT_EQ(rows[2].mark, 1);
+    EXPECT_EQ(rows[3].mark, 0);
+}
+
+TEST_F(FilterRunTest, StartUpUpgradeOfTheSumRange) {
+    EXPECT_FALSE(upgrade_HeZhiFanWei());
+    store_Execute(
+        QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171"
+                       " AND ID<=1190"));
+    store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=1170 WHERE 条件名称='和值'"));
+    EXPECT_TRUE(upgrade_HeZhiFanWei());
+    EXPECT_EQ(
+        intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190 and VALUE=0")),
+        20);
+    EXPECT_EQ(intScalar(QStringLiteral("select 范围max from 快速设置 where 菜单ID=2 and 条件名称='和值'")),
+              1183);
+}
+
+}  // namespace
+}  // namespace dovrex::test

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <vector>
+
+#include "filters/condition_store.h"
+#include "filters/filter_run.h"
+#include "pipeline/pick_state.h"
+#include "pipeline/pipeline_commands.h"
+#include "support/test_support.h"
+
+namespace dovrex::test {
+
+// A fresh store with the pick state, the ticket grid and the filter run state at their start.
+class PipelineTest : public FreshStoreTest {
+  protected:
+    PipelineTest() {
+        picks() = PickState{};
+        filterRun() = FilterRunState{};
+        clear_TouZhuBiao();
+    }
+    ~PipelineTest() override { clear_TouZhuBiao(); }
+
+    static void pickRange(int from, int to, int value) {
+        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);
+    }
+
+    struct Ticket {
+        int id, serial, issue;
+        Reds reds;
+        int blue, mark, formula;
+    };
+    // The tickets of one issue (or all with 0) in ID order.
+    static std::vector<Ticket> tickets(IssueNumber issue = 0) {
+        std::vector<Ticket> out;
+        auto c = store_Query(QStringLiteral("select * from 日志表 where 期号=? or ?=0 order by ID"),
+                             {issue, issue});
+        for (; !c->eof(); c->moveNext()) {
+            Ticket t{c->intValue(QStringLiteral("ID")),      c->intValue(QStringLiteral("序号")),
+                     c->intValue(QStringLiteral("期号")),    {},
+                     c->intValue(QStringLiteral("蓝球")),    c->intValue(QStringLiteral("过滤标记")),
+                     c->intValue(QStringLiteral("缩水公式"))};
+            for (int i = 1; i <= 6; ++i) t.reds[size_t(i)] = c->intValue(QStringLiteral("红球%1").arg(i));
+            out.push_back(t);
+        }
+        return out;
+    }
+
+    // Every six of `reds` in lexicographic order.
+    static std::vector<Reds> sixesOf(const std::vector<int>& reds) {
+        std::vector<Reds> out;
+        Reds r{};
+        std::function<void(int, size_t)> walk = [&](int depth, size_t from) {
+            if (depth > 6) {
+                out.push_back(r);
+                return;
+            }
+            for (size_t i = from; i < reds.size(); ++i) {
+                r[size_t(depth)] = reds[i];
+                walk(depth + 1, i + 1);
+            }
+        };
+        walk(1, 0);
+        return out;
+    }
+};
+
+}  // namespace dovrex::test

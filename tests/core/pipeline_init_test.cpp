@@ -1,0 +1,195 @@
+#include "core/pipeline_fixture.h"
+#include "pipeline/run_panel.h"
+#include "pipeline/ticket_init.h"
+
+namespace dovrex::test {
+namespace {
+
+constexpr IssueNumber kIssue = 2008118;
+
+class InitTest : public PipelineTest {
+  protected:
+    // n red drags from 1 and the blue numbers 1..blues.
+    static void pickDrags(int n, int blues) {
+        pickRange(1, n, kPickDrag);
+        pickRange(101, 100 + blues, kPickDrag);
+    }
+};
+
+TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
+    pickDrags(10, 2);
+    EXPECT_EQ(init_TouZhu(kIssue), 420);
+    const auto rows = tickets();
+    ASSERT_EQ(rows.size(), 420u);
+    const auto sixes = sixesOf({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
+    for (size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i].id, int(i) + 1);
+        EXPECT_EQ(rows[i].serial, int(i) + 1);
+        EXPECT_EQ(rows[i].issue, kIssue);
+        EXPECT_EQ(rows[i].reds, sixes[i / 2]) << i;
+        EXPECT_EQ(rows[i].blue, int(i % 2) + 1) << i;
+        // Ten drags and no banker use the formula; an empty Ssgs puts every ticket outside it.
+        EXPECT_EQ(rows[i].formula, kOutsideFormula);
+    }
+    EXPECT_EQ(ui().messages(), QStringList{QStringLiteral("初始化选号完成!共 ４２０ 注！")});
+    EXPECT_EQ(shared().operationLog, QStringLiteral("初始化选号完成!共 ４２０ 注！\r\n\r\n\r\n"));
+    EXPECT_EQ(get_BiaoGeQiHao(), kIssue);
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("GRID TDBGrid_RZ 420 rows")));
+    EXPECT_EQ(ui().lines().last(), QStringLiteral("LOG 初始化选号完成!共 ４２０ 注！\\n\\n\\n"));
+    // The panel was up during the run and is down again.
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET LabelJinduAll.text = 420")));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET FrameStop.visible = false")));
+    EXPECT_EQ(ui().pumpCount(), 420);
+}
+
+TEST_F(InitTest, BankersAreInEveryTicketAndTurnTheFormulaOff) {
+    pickRange(1, 2, kPickBanker);
+    pickRange(3, 8, kPickDrag);
+    pickRange(101, 101, kPickDrag);
+    EXPECT_EQ(init_TouZhu(kIssue), 15);
+    for (const auto& t : tickets()) {
+        EXPECT_EQ(t.reds[1], 1);
+        EXPECT_EQ(t.reds[2], 2);
+        EXPECT_EQ(t.formula, 0);
+    }
+    // Eleven drags with a banker: still no formula.
+    pickRange(1, 1, kPickBanker);
+    pickRange(2, 12, kPickDrag);
+    init_TouZhu(kIssue);
+    for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
+}
+
+TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
+    for (int x : {3, 7, 7, 100})
+        store_Execute(QStringLiteral("INSERT INTO Ssgs (Haomagesu, Xuhao) VALUES (11, ?)"), {x});
+    store_Execute(QStringLiteral("INSERT INTO Ssgs (Haomagesu, Xuhao) VALUES (12, 1)"));
+    pickDrags(11, 1);
+    EXPECT_EQ(init_TouZhu(kIssue), 462);
+    // The second 7 never matches, so the formula stops there: 100 stays outside.
+    for (const auto& t : tickets())
+        EXPECT_EQ(t.formula, t.serial == 3 || t.serial == 7 ? t.serial : kOutsideFormula) << t.serial;
+
+    // Nine or 21 drags: no formula, the column keeps its default.
+    pickRange(1, 33, kPickNone);
+    pickDrags(9, 1);
+    init_TouZhu(kIssue);
+    for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
+    pickDrags(21, 1);
+    EXPECT_EQ(init_TouZhu(kIssue), 54264);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>0")), 0);
+}
+
+TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
+    pickDrags(6, 2);
+    store_Execute(QStringLiteral("INSERT INTO 日志表 (ID, 期号, 序号) VALUES (50, 2008117, 1)"));
+    EXPECT_EQ(init_TouZhu(kIssue), 2);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 期号=2008117")), 0);
+    EXPECT_EQ(tickets().front().id, 1);  // other issues go before the running key is read
+
+    ui().answerConfirm(false);
+    EXPECT_EQ(init_TouZhu(kIssue), 4);
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM ") +
+                                      ScriptedScreen::oneLine(msg::kKeepOldTickets) +
+                                      QStringLiteral(" -> no")));
+    auto rows = tickets();
+    ASSERT_EQ(rows.size(), 4u);
+    EXPECT_EQ(rows[2].id, 3);
+    EXPECT_EQ(rows[2].serial, 1);  // 序号 starts again: it occurs twice
+    EXPECT_EQ(rows[3].serial, 2);
+    EXPECT_EQ(ui().messages().last(), QStringLiteral("初始化选号完成!共 ４ 注！"));
+
+    ui().answerConfirm(true);
+    EXPECT_EQ(init_TouZhu(kIssue), 2);
+    rows = tickets();
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[0].id, 5);  // behind the rows the answer deleted
+}
+
+TEST_F(InitTest, StopKeepsTheRowsOfTheGroupUnderWay) {
+    pickDrags(10, 2);
+    ui().stopAfterPumps(3);
+    // Stop is looked at after each fifth red: the group 1 2 3 4 5 x holds five sixes, ten tickets.
+    EXPECT_EQ(init_TouZhu(kIssue), 10);
+    EXPECT_EQ(tickets().size(), 10u);
+    EXPECT_TRUE(ui().messages().isEmpty());
+    EXPECT_EQ(get_BiaoGeQiHao(), 0);  // grid not bound
+    EXPECT_EQ(shared().tingZhi, 0);
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Pic_subTouZhu.enabled = true")));
+}
+
+TEST_F(InitTest, NothingToExpand) {
+    EXPECT_EQ(init_TouZhu(0), 0);
+    EXPECT_TRUE(ui().messages().isEmpty());
+    shared().biaoJiQingLing = 1;
+    pickDrags(5, 1);
+    EXPECT_EQ(init_TouZhu(kIssue), 0);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
+    EXPECT_EQ(shared().biaoJiQingLing, 0);
+}
+
+TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
+    EXPECT_EQ(read_QiHao(QStringLiteral("2008118abc")), 2008118);
+    EXPECT_EQ(read_QiHao(QStringLiteral("  2008118  ")), 2008118);
+    EXPECT_EQ(read_QiHao(QStringLiteral("20081189")), 2008118);
+    EXPECT_EQ(read_QiHao(QString()), 0);
+    EXPECT_EQ(read_QiHao(QStringLiteral("abc")), 0);
+    EXPECT_EQ(read_QiHao(QStringLiteral("-5")), 0);
+    EXPECT_EQ(read_QiHao(QStringLiteral("12 34")), 1234);
+    EXPECT_EQ(read_QiHao(QStringLiteral("2008.5")), 2008);
+    EXPECT_EQ(read_QiHao(QStringLiteral("2009.5")), 2010);
+    EXPECT_EQ(read_QiHao(QStringLiteral("2e3")), 2000);
+}
+
+using CommandsTest = InitTest;
+
+TEST_F(CommandsTest, EmptyGridRefusesTheLaterSteps) {
+    for (int index : {kCmdFilter, kCmdSelect, kCmdPrizeCheck}) cmmTouZhu_Click(index);
+    EXPECT_EQ(ui().messages(), QStringList(3, msg::kNoTickets));
+    EXPECT_EQ(ui().lines().filter(QStringLiteral("SET Pic_subTouZhu.enabled = false")).size(), 3);
+    EXPECT_EQ(ui().lines().filter(QStringLiteral("SET Pic_subTouZhu.enabled = true")).size(), 3);
+    EXPECT_EQ(ui().lines().last(), QStringLiteral("SET Pic_subTouZhu.enabled = true"));
+}
+
+TEST_F(CommandsTest, FirstStepFromThePromptThenDelete) {
+    pickDrags(6, 3);
+    ui().answerText(QStringLiteral("2008118abc"));
+    cmmTouZhu_Click(kCmdInit);
+    const QStringList asks = ui().linesStartingWith(QStringLiteral("ASK "));
+    ASSERT_EQ(asks.size(), 1);
+    EXPECT_TRUE(asks[0].startsWith(QStringLiteral("ASK ") + ScriptedScreen::oneLine(msg::kAskIssue)));
+    EXPECT_EQ(tickets(kIssue).size(), 3u);
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET mnu_UserQiehuan.enabled = false")));
+    // The marker columns stay out of sight.
+    const QStringList dress = ui().linesStartingWith(QStringLiteral("DRESS TDBGrid_RZ"));
+    ASSERT_FALSE(dress.isEmpty());
+    for (const char* hidden :
+         {"ID:0", "过滤标记:0", "缩水标记:0", "精选标记:0", "临时数据:0", "缩水公式:0", "序号:-1"})
+        EXPECT_TRUE(dress.last().contains(QString::fromUtf8(hidden))) << hidden;
+
+    ui().answerText(QString());  // cancel: nothing happens
+    cmmTouZhu_Click(kCmdInit);
+    EXPECT_EQ(tickets(kIssue).size(), 3u);
+
+    ui().answerConfirm(false);
+    cmmTouZhu_Click(kCmdDelete);
+    EXPECT_EQ(tickets().size(), 3u);
+    cmmTouZhu_Click(kCmdDelete);
+    EXPECT_TRUE(tickets().empty());
+    EXPECT_EQ(ui().messages().last(), msg::kDeleteDone);
+    EXPECT_TRUE(shared().operationLog.endsWith(kCrLf2 + msg::kDeleteLogged));
+    EXPECT_EQ(get_BiaoGeQiHao(), 0);
+}
+
+TEST_F(CommandsTest, LaterPartsSayNotYet) {
+    pickDrags(6, 1);
+    init_TouZhu(kIssue);
+    ui().clear();
+    for (int index : {kCmdShrink, kCmdSelect, kCmdExport, kCmdImport, kCmdPrizeCheck}) cmmTouZhu_Click(index);
+    const QStringList said = ui().messages();
+    ASSERT_EQ(said.size(), 5);
+    EXPECT_EQ(said[0], msg::notYet(QStringLiteral("第3步：缩水")));
+    EXPECT_EQ(said[4], msg::notYet(QStringLiteral("开奖核对")));
+}
+
+}  // namespace
+}  // namespace dovrex::test

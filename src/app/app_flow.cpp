@@ -129,10 +129,10 @@ bool AppFlow::history_Status() {
     return dovrex::history_Status();
 }
 
-void AppFlow::app_Unload(bool& cancel) {
+bool AppFlow::app_Unload(bool& cancel) {
     cancel = !screen().ui_Confirm(msg::kConfirmExit);
-    if (cancel) return;
-    saveAndClose();
+    if (cancel) return true;
+    return saveAndClose();
 }
 
 bool AppFlow::saveAndClose() {

@@ -60,8 +60,9 @@ class AppFlow {
     // See the free function below.
     bool history_Status();
 
-    // app_Unload: asks "确认要退出吗？" first; on no sets cancel and returns.
-    void app_Unload(bool& cancel);
+    // app_Unload: asks "确认要退出吗？" first; on no sets cancel and returns. Otherwise saves and
+    // closes; false when the pack failed.
+    bool app_Unload(bool& cancel);
     // The exit steps after the question: close cursors, pack to Bak, copy over DataPack.
     // False when the pack failed: DataPack then stays as it was.
     bool saveAndClose();

@@ -8,25 +8,45 @@
 
 namespace dovrex {
 
-QString AppPaths::dataPack() const { return programDir + u'/' + kDataFileName; }
-QString AppPaths::bakDir() const { return programDir + QStringLiteral("/Bak"); }
-QString AppPaths::bakPack() const { return bakDir() + u'/' + kDataFileName; }
-QString AppPaths::workStore() const { return tempDir + u'/' + kDataFileName; }
-QString AppPaths::workAux() const { return tempDir + u'/' + kAuxFileName; }
-QString AppPaths::workStoreCopy() const { return tempDir + QStringLiteral("/dovrex_copy.dat"); }
-QString AppPaths::compactTarget() const { return tempDir + QStringLiteral("/Temp_fu.mdb"); }
-QString AppPaths::lockFile() const { return tempDir + QStringLiteral("/dovrex.lock"); }
-QString AppPaths::helpPage() const { return programDir + QStringLiteral("/dovrexhelp/dovrexHelp.html"); }
+QString AppPaths::dataPack() const {
+    return programDir + u'/' + kDataFileName;
+}
+QString AppPaths::bakDir() const {
+    return programDir + QStringLiteral("/Bak");
+}
+QString AppPaths::bakPack() const {
+    return bakDir() + u'/' + kDataFileName;
+}
+QString AppPaths::workStore() const {
+    return tempDir + u'/' + kDataFileName;
+}
+QString AppPaths::workAux() const {
+    return tempDir + u'/' + kAuxFileName;
+}
+QString AppPaths::workStoreCopy() const {
+    return tempDir + QStringLiteral("/dovrex_copy.dat");
+}
+QString AppPaths::compactTarget() const {
+    return tempDir + QStringLiteral("/Temp_fu.mdb");
+}
+QString AppPaths::lockFile() const {
+    return tempDir + QStringLiteral("/dovrex.lock");
+}
+QString AppPaths::helpPage() const {
+    return programDir + QStringLiteral("/dovrexhelp/dovrexHelp.html");
+}
 
-AppPaths AppPaths::standard() {
+AppPaths AppPaths::standard(bool create) {
     AppPaths p;
     p.programDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     if (p.programDir.isEmpty()) p.programDir = QDir::homePath() + QStringLiteral("/.local/share/dovrex");
     QString user = qEnvironmentVariable("USER");
     if (user.isEmpty()) user = QStringLiteral("user");
     p.tempDir = QDir::tempPath() + QStringLiteral("/dovrex-") + user;
-    QDir().mkpath(p.programDir);
-    QDir().mkpath(p.tempDir);
+    if (create) {
+        QDir().mkpath(p.programDir);
+        QDir().mkpath(p.tempDir);
+    }
     return p;
 }
 

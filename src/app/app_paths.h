@@ -20,8 +20,8 @@ struct AppPaths {
     QString lockFile() const;       // <temp>/dovrex.lock
     QString helpPage() const;       // <program>/dovrexhelp/dovrexHelp.html
 
-    // The per-user folders of an installed program.
-    static AppPaths standard();
+    // The per-user folders of an installed program, made when `create`.
+    static AppPaths standard(bool create = true);
     // The folder with the data shipped beside the executable (build tree or installed share/).
     static QString shippedDataDir();
     // Copies the shipped files into an empty program folder. Existing files are never overwritten.

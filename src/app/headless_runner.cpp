@@ -1,0 +1,263 @@
+#include "app/headless_runner.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "app/app_flow.h"
+#include "app/shared_state.h"
+#include "history/derived_columns.h"
+#include "store/date_value.h"
+#include "store/jet_sql.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+namespace {
+
+QString cellText(const QVariant& v) {
+    if (v.isNull()) return QStringLiteral("NULL");
+    if (v.typeId() == QMetaType::Double) return QString::number(v.toDouble(), 'g', 15);
+    return ScriptedScreen::oneLine(v.toString());
+}
+
+bool cmdOpenFolder(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (a.words.isEmpty()) return r.fail(QStringLiteral("open-folder needs a program folder"));
+    return r.openFolder(a.words.value(0), a.words.value(1));
+}
+
+bool cmdOpenStore(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (a.text.isEmpty()) return r.fail(QStringLiteral("open-store needs a store file"));
+    return r.openStore(a.text);
+}
+
+bool cmdToday(HeadlessRunner& r, const HeadlessArgs& a) {
+    const auto day = parseDateText(a.text);
+    if (!day) return r.fail(QStringLiteral("not a date: ") + a.text);
+    Clock::setToday(toQDate(*day));
+    return true;
+}
+
+bool cmdAnswer(HeadlessRunner& r, const HeadlessArgs& a) {
+    const QString kind = a.words.value(0);
+    const QString rest = a.text.mid(kind.size()).trimmed();
+    if (kind == QLatin1String("yes") || kind == QLatin1String("no"))
+        r.screen().answerConfirm(kind == QLatin1String("yes"));
+    else if (kind == QLatin1String("text"))
+        r.screen().answerText(rest);
+    else if (kind == QLatin1String("file"))
+        r.screen().answerFile(rest);
+    else
+        return r.fail(QStringLiteral("answer yes|no|text <t>|file <path>"));
+    return true;
+}
+
+bool cmdStopAfter(HeadlessRunner& r, const HeadlessArgs& a) {
+    int n = 0;
+    if (!a.intAt(r, 0, n)) return false;
+    shared().tingZhi = 0;
+    r.screen().stopAfterPumps(n);
+    return true;
+}
+
+bool cmdSql(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (!r.requireStore()) return false;
+    if (!translateJetSql(a.text).isSelect) {
+        r.print(QStringLiteral("changed %1").arg(store_Execute(a.text)));
+        return true;
+    }
+    auto c = store_Query(a.text);
+    QStringList cells;
+    for (int i = 0; i < c->fieldCount(); ++i) cells << c->fieldName(i);
+    r.print(cells.join(u'\t'));
+    for (; !c->eof(); c->moveNext()) {
+        cells.clear();
+        for (int i = 0; i < c->fieldCount(); ++i) cells << cellText(c->value(i));
+        r.print(cells.join(u'\t'));
+    }
+    return true;
+}
+
+bool cmdStatus(HeadlessRunner& r, const HeadlessArgs&) {
+    if (!r.requireStore()) return false;
+    r.print(history_Status() ? QStringLiteral("stale") : QStringLiteral("up to date"));
+    return true;
+}
+
+bool cmdRecalc(HeadlessRunner& r, const HeadlessArgs& a) {
+    int from = 0, to = 0;
+    if (!r.requireStore() || !a.intAt(r, 0, from) || !a.intAt(r, 1, to)) return false;
+    recalc_LiShiLie(from, to, true);
+    return true;
+}
+
+bool cmdLog(HeadlessRunner& r, const HeadlessArgs&) {
+    for (const QString& line : shared().operationLog.split(u'\n')) r.print(line);
+    return true;
+}
+
+bool cmdSave(HeadlessRunner& r, const HeadlessArgs&) {
+    return r.save();
+}
+
+bool cmdExit(HeadlessRunner& r, const HeadlessArgs&) {
+    return r.exit();
+}
+
+bool cmdHelp(HeadlessRunner& r, const HeadlessArgs&) {
+    for (const auto& c : headlessCommands())
+        r.print(QStringLiteral("%1 %2").arg(QLatin1String(c.name), QLatin1String(c.usage)).trimmed());
+    return true;
+}
+
+}  // namespace
+
+const QList<HeadlessCommand>& headlessCommands() {
+    static const QList<HeadlessCommand> commands{
+        {"open-folder", "<program folder> [<temp folder>]", cmdOpenFolder},
+        {"open-store", "<store file>", cmdOpenStore},
+        {"today", "yyyy/mm/dd", cmdToday},
+        {"answer", "yes|no|text <t>|file <path>", cmdAnswer},
+        {"stop-after", "<n>", cmdStopAfter},
+        {"sql", "<statement>", cmdSql},
+        {"status", "", cmdStatus},
+        {"recalc", "<from> <to>", cmdRecalc},
+        {"log", "", cmdLog},
+        {"save", "", cmdSave},
+        {"exit", "", cmdExit},
+        {"help", "", cmdHelp},
+        // Commands of the pipeline, filters, analysis ... go here, one line each.
+    };
+    return commands;
+}
+
+bool HeadlessArgs::intAt(HeadlessRunner& runner, int i, int& value) const {
+    bool ok = false;
+    value = words.value(i).toInt(&ok);
+    if (!ok) runner.fail(QStringLiteral("argument %1 is not a number: '%2'").arg(i + 1).arg(words.value(i)));
+    return ok;
+}
+
+HeadlessRunner::HeadlessRunner(std::function<void(const QString&)> out) : out_(std::move(out)) {
+    screen_.listener = [this](const QString& line) { print(line); };
+    previousScreen_ = shared().screen;
+    shared().screen = &screen_;
+}
+
+HeadlessRunner::~HeadlessRunner() {
+    closeAll();
+    if (shared().screen == &screen_) shared().screen = previousScreen_;
+}
+
+void HeadlessRunner::print(const QString& line) {
+    if (out_) out_(line);
+}
+
+bool HeadlessRunner::fail(const QString& why) {
+    print(QStringLiteral("FAILED ") + why);
+    return false;
+}
+
+bool HeadlessRunner::requireStore() {
+    if (shared().g_Store) return true;
+    return fail(QStringLiteral("no store is open (open-folder or open-store first)"));
+}
+
+int HeadlessRunner::runScript(const QString& script) {
+    QString copy = script;
+    QTextStream in(&copy, QIODevice::ReadOnly);
+    return runScript(in);
+}
+
+int HeadlessRunner::runScript(QTextStream& in) {
+    while (!finished_ && !in.atEnd())
+        if (!runLine(in.readLine())) return 1;
+    return 0;
+}
+
+bool HeadlessRunner::runLine(const QString& raw) {
+    const QString line = raw.trimmed();
+    if (line.isEmpty() || line.startsWith(u'#')) return true;
+    print(QStringLiteral("> ") + line);
+    const QString name = line.section(u' ', 0, 0);
+    HeadlessArgs args;
+    args.text = line.mid(name.size()).trimmed();
+    args.words = args.text.split(u' ', Qt::SkipEmptyParts);
+    for (const auto& c : headlessCommands()) {
+        if (name != QLatin1String(c.name)) continue;
+        try {
+            return c.run(*this, args);
+        } catch (const StoreError& e) {
+            return fail(QStringLiteral("store error: ") + e.text);
+        } catch (const std::exception& e) {
+            return fail(QString::fromUtf8(e.what()));
+        }
+    }
+    return fail(QStringLiteral("unknown command '%1' (help lists them)").arg(name));
+}
+
+bool HeadlessRunner::openFolder(const QString& programDir, const QString& tempDir) {
+    if (shared().g_Store) return fail(QStringLiteral("a store is open already"));
+    AppPaths paths;
+    paths.programDir = QFileInfo(programDir).absoluteFilePath();
+    if (!tempDir.isEmpty()) {
+        paths.tempDir = QFileInfo(tempDir).absoluteFilePath();
+    } else if (const AppPaths standard = AppPaths::standard(false);
+               QFileInfo(programDir).canonicalFilePath() ==
+               QFileInfo(standard.programDir).canonicalFilePath()) {
+        // The program's own folder: share its temporary folder, so that the instance lock holds.
+        paths = standard;
+    } else {
+        ownTemp_ = std::make_unique<QTemporaryDir>();
+        paths.tempDir = ownTemp_->path();
+    }
+    flow_ = std::make_unique<AppFlow>(paths);
+    const StartOutcome outcome = flow_->start();
+    if (outcome == StartOutcome::Ready) return true;
+    screen_.ui_Message(startMessage(outcome), MessageKind::Error);
+    flow_.reset();
+    return fail(QStringLiteral("the program folder did not open"));
+}
+
+bool HeadlessRunner::openStore(const QString& file) {
+    if (shared().g_Store) return fail(QStringLiteral("a store is open already"));
+    bareStore_ = Store::open(file);
+    shared().g_Store = bareStore_.get();
+    return true;
+}
+
+bool HeadlessRunner::save() {
+    if (!requireStore()) return false;
+    if (flow_ && !flow_->save()) return fail(QStringLiteral("the pack could not be written"));
+    return true;
+}
+
+bool HeadlessRunner::exit() {
+    if (flow_) {
+        bool cancel = false;
+        const bool saved = flow_->app_Unload(cancel);
+        if (cancel) return true;  // the user said no: work goes on
+        flow_.reset();
+        if (!saved) {
+            closeAll();
+            finished_ = true;
+            return fail(
+                QStringLiteral("the pack could not be written; the program folder keeps its last pack"));
+        }
+    }
+    closeAll();
+    finished_ = true;
+    return true;
+}
+
+void HeadlessRunner::closeAll() {
+    // A folder still open here was never left by `exit`: like a crash, its pack stays as it was.
+    flow_.reset();
+    if (bareStore_ && shared().g_Store == bareStore_.get()) {
+        shared().g_Store = nullptr;
+        shared().g_HistoryCursor.reset();
+    }
+    bareStore_.reset();
+    ownTemp_.reset();
+}
+
+}  // namespace dovrex

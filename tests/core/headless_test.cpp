@@ -1,0 +1,122 @@
+// Scripts through the headless runner: a program folder opened, changed, left and found again.
+#include "app/headless_runner.h"
+#include "support/test_support.h"
+
+namespace dovrex::test {
+namespace {
+
+class HeadlessTest : public ProgramFolderTest {
+  protected:
+    QStringList run(const QString& script, int expectedCode = 0) {
+        QStringList out;
+        HeadlessRunner runner([&out](const QString& line) { out << line; });
+        EXPECT_EQ(runner.runScript(script), expectedCode) << out.join(u'\n').toStdString();
+        return out;
+    }
+    QString folder() const {
+        return QStringLiteral("open-folder %1 %2\n").arg(paths().programDir, paths().tempDir);
+    }
+};
+
+TEST_F(HeadlessTest, ScriptChangesTheFolderAndExitSavesIt) {
+    const QStringList out = run(folder() + QStringLiteral(R"(
+# a draw typed in, its columns computed
+today 2026/01/07
+sql INSERT INTO 历史记录 (期号, 开奖日期, 红球1, 红球2, 红球3, 红球4, 红球5, 红球6, 蓝球) VALUES (2026001, #2026/01/04#, 1, 2, 3, 4, 5, 6, 7)
+recalc 2026001 2026001
+sql select 期号, 和值, 连号, 开奖日期 from 历史记录
+status
+answer no
+exit
+sql UPDATE 过滤条件 SET VALUE=1 WHERE ID=1
+exit
+sql this line is never reached
+)"));
+    EXPECT_TRUE(out.contains(QStringLiteral("changed 1")));
+    EXPECT_TRUE(out.contains(QStringLiteral("期号\t和值\t连号\t开奖日期")));
+    EXPECT_TRUE(out.contains(QStringLiteral("2026001\t21\t6\t46026")));
+    EXPECT_TRUE(out.contains(QStringLiteral("PROGRESS 0..1 0 shown")));
+    EXPECT_TRUE(out.contains(QStringLiteral("STATUS 1 ") +
+                             QStringLiteral(" ◆◇◆→  历史记录： 不完整，请下载或手工添加开奖记录  ←◆◇◆  ")));
+    EXPECT_TRUE(out.contains(QStringLiteral("stale")));
+    EXPECT_EQ(out.filter(QStringLiteral("CONFIRM 确认要退出吗？")),
+              (QStringList{QStringLiteral("CONFIRM 确认要退出吗？ -> no"),
+                           QStringLiteral("CONFIRM 确认要退出吗？ -> yes")}));
+    EXPECT_FALSE(out.contains(QStringLiteral("> sql this line is never reached")));
+    EXPECT_EQ(shared().screen, &ui());  // the runner gave the screen back
+
+    const QStringList again =
+        run(folder() + QStringLiteral("sql select count(*) from 过滤条件 where ID=1 and VALUE=1\n"
+                                      "sql select 期号 from 历史记录\n"));
+    EXPECT_EQ(again.mid(again.size() - 5), (QStringList{QStringLiteral("count(*)"), QStringLiteral("1"),
+                                                        QStringLiteral("> sql select 期号 from 历史记录"),
+                                                        QStringLiteral("期号"), QStringLiteral("2026001")}));
+}
+
+TEST_F(HeadlessTest, OnlyExitAndSaveWriteThePack) {
+    const QByteArray pack = fileBytes(paths().dataPack());
+    run(folder() +
+        QStringLiteral("sql UPDATE 过滤条件 SET VALUE=5 WHERE ID=2\n"));  // no exit: as after a crash
+    EXPECT_EQ(fileBytes(paths().dataPack()), pack);
+    run(folder() +
+        QStringLiteral("sql UPDATE 过滤条件 SET VALUE=5 WHERE ID=2\nsave\n"));  // save packs at once
+    EXPECT_NE(fileBytes(paths().dataPack()), pack);
+    EXPECT_TRUE(run(folder() + QStringLiteral("sql select VALUE from 过滤条件 where ID=2\n"))
+                    .endsWith(QStringLiteral("5")));
+    // A store that cannot start stops the script with the program's words and leaves the pack.
+    run(folder() + QStringLiteral("sql DELETE FROM BallColor\nsave\n"));
+    const QByteArray saved = fileBytes(paths().dataPack());
+    const QStringList out = run(folder() + QStringLiteral("sql select 1\n"), 1);
+    EXPECT_TRUE(out.contains(QStringLiteral("ERROR 程序初始化出错,即将退出。。。")));
+    EXPECT_EQ(fileBytes(paths().dataPack()), saved);
+}
+
+TEST_F(HeadlessTest, FailuresStopTheScript) {
+    QStringList out = run(QStringLiteral("sql select 1\nstatus\n"), 1);
+    EXPECT_TRUE(out.last().startsWith(QStringLiteral("FAILED no store is open")));
+    EXPECT_FALSE(out.contains(QStringLiteral("> status")));
+
+    out = run(QStringLiteral("open-store %1\nsql select nonsense from nowhere\n").arg(seedStore()), 1);
+    EXPECT_TRUE(out.last().startsWith(QStringLiteral("FAILED store error:")));
+    out = run(QStringLiteral("frobnicate\n"), 1);
+    EXPECT_TRUE(out.last().startsWith(QStringLiteral("FAILED unknown command 'frobnicate'")));
+    out = run(QStringLiteral("today 2026/02/30\n"), 1);
+    EXPECT_EQ(out.last(), QStringLiteral("FAILED not a date: 2026/02/30"));
+    out = run(QStringLiteral("open-folder %1/nothing-here\n").arg(paths().programDir), 1);
+    EXPECT_TRUE(out.contains(QStringLiteral("ERROR 数据文件无法打开，请重新下载来安装！")));
+}
+
+TEST_F(HeadlessTest, BareStoreAnswersAndStop) {
+    const QStringList out = run(QStringLiteral("open-store %1\n"
+                                               "sql UPDATE 用户模式 SET 模式=2\n"
+                                               "answer text 张三\n"
+                                               "answer file /tmp/x.txt\n"
+                                               "stop-after 2\n"
+                                               "sql select 模式 from 用户模式\n"
+                                               "help\n"
+                                               "exit\n")
+                                    .arg(seedStore()));
+    EXPECT_TRUE(out.contains(QStringLiteral("2")));
+    EXPECT_TRUE(out.contains(QStringLiteral("stop-after <n>")));
+    EXPECT_EQ(Store::open(seedStore())->scalar(QStringLiteral("select 模式 from 用户模式")).toInt(), 2);
+
+    // The queued answers and the stop reach the logic through the screen.
+    QStringList lines;
+    HeadlessRunner runner([&lines](const QString& line) { lines << line; });
+    ASSERT_TRUE(runner.runLine(QStringLiteral("answer text 张三")));
+    ASSERT_TRUE(runner.runLine(QStringLiteral("answer no")));
+    ASSERT_TRUE(runner.runLine(QStringLiteral("stop-after 2")));
+    EXPECT_EQ(screen().ui_AskText(QStringLiteral("用户名："), QStringLiteral("登录"), QString()),
+              QStringLiteral("张三"));
+    EXPECT_FALSE(screen().ui_Confirm(QStringLiteral("继续？")));
+    screen().ui_Pump();
+    EXPECT_EQ(shared().tingZhi, 0);
+    screen().ui_Pump();
+    EXPECT_EQ(shared().tingZhi, 1);
+    EXPECT_EQ(lines.mid(lines.size() - 3),
+              (QStringList{QStringLiteral("ASK 用户名： | 登录 |  -> 张三"),
+                           QStringLiteral("CONFIRM 继续？ -> no"), QStringLiteral("STOP after 2 pumps")}));
+}
+
+}  // namespace
+}  // namespace dovrex::test

@@ -1,0 +1,149 @@
+// The rows a new store and the shipped files start with.
+#include <QSet>
+
+#include "store/pack.h"
+#include "support/test_support.h"
+
+namespace dovrex::test {
+namespace {
+
+// Every condition id the filters, picks and pages read, by the id layout of the condition table.
+QList<int> allConditionIds() {
+    const QList<QPair<int, int>> ranges{{1, 33},      {39, 39},     {101, 116},   {1000, 1190}, {2000, 2170},
+                                        {3000, 3170}, {3300, 3340}, {3400, 3440}, {3450, 3460}, {3470, 3480},
+                                        {3490, 3500}, {3600, 3630}, {3640, 3739}, {3800, 3899}, {3900, 3901},
+                                        {4000, 4040}, {4050, 4209}, {4500, 4599}, {5001, 5007}, {5011, 5017},
+                                        {5021, 5027}, {5031, 5037}, {5041, 5047}, {5051, 5057}, {5070, 5079}};
+    QList<int> ids;
+    for (const auto& [lo, hi] : ranges)
+        for (int id = lo; id <= hi; ++id) ids << id;
+    return ids;
+}
+
+QList<int> allSwitches() {
+    QList<int> s;
+    for (int i = 1; i <= 47; ++i) s << i;
+    for (int i = 51; i <= 60; ++i) s << i;
+    for (int i = 70; i <= 76; ++i) s << i;
+    return s;
+}
+
+QList<int> column(Store& s, const QString& sql) {
+    QList<int> out;
+    for (auto c = s.query(sql); !c->eof(); c->moveNext()) out << c->intValue(0);
+    return out;
+}
+
+// Each id once, nothing else, every value at 0: a neutral start in which no filter runs.
+void expectConditionTables(Store& s, bool withDefaults) {
+    QStringList tables{QStringLiteral("过滤条件")};
+    if (withDefaults) tables << QStringLiteral("默认过滤条件");
+    for (const QString& t : tables) {
+        SCOPED_TRACE(t.toStdString());
+        EXPECT_EQ(column(s, QStringLiteral("select ID from %1 order by ID asc").arg(t)), allConditionIds());
+        EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from %1 where VALUE<>0").arg(t)).toInt(), 0);
+    }
+    QStringList switches{QStringLiteral("过滤条件使用情况")};
+    if (withDefaults) switches << QStringLiteral("默认过滤条件使用情况");
+    for (const QString& t : switches) {
+        SCOPED_TRACE(t.toStdString());
+        EXPECT_EQ(column(s, QStringLiteral("select 条件 from %1 order by 条件 asc").arg(t)), allSwitches());
+        EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from %1 where 使用情况<>0").arg(t)).toInt(), 0);
+    }
+    EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from 历史数据过滤")).toInt(), 1);
+    EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from 历史数据过滤 where 使用状态<>0")).toInt(), 0);
+}
+
+// The shipped partitions: big 17..33, low tail 0-4, ten tail groups, heads 0-9 10-19 20-29 30-33,
+// steps of 7, 9, 11, 12 counted from 1, each number in one of four intervals, every position open.
+void expectNumberTraits(Store& s) {
+    auto c = s.query(QStringLiteral("select * from 号码特性 ORDER BY INDEX ASC"));
+    ASSERT_EQ(c->recordCount(), 33);
+    for (int n = 1; !c->eof(); c->moveNext(), ++n) {
+        SCOPED_TRACE(n);
+        auto flag = [&](const QString& name) { return c->intValue(name) != 0; };
+        EXPECT_EQ(c->intValue(QStringLiteral("号码")), n);
+        EXPECT_EQ(c->intValue(QStringLiteral("INDEX")), n);
+        EXPECT_EQ(flag(QStringLiteral("大数")), n >= 17);
+        EXPECT_EQ(flag(QStringLiteral("低尾码")), n % 10 <= 4);
+        EXPECT_EQ(flag(QStringLiteral("高尾码")), n % 10 >= 5);
+        const struct {
+            const char16_t* prefix;
+            int groups;
+            int group;
+        } partitions[] = {{u"尾", 10, n % 10},      {u"头", 10, n / 10},         {u"七", 10, (n - 1) % 7},
+                          {u"九", 10, (n - 1) % 9}, {u"十一", 11, (n - 1) % 11}, {u"十二", 12, (n - 1) % 12}};
+        for (const auto& p : partitions)
+            for (int k = 0; k < p.groups; ++k)
+                EXPECT_EQ(flag(QString::fromUtf16(p.prefix) + QString::number(k)), k == p.group)
+                    << QString::fromUtf16(p.prefix).toStdString() << k;
+        int intervals = 0;
+        for (int k = 1; k <= 4; ++k) intervals += flag(QStringLiteral("区间%1").arg(k));
+        EXPECT_EQ(intervals, 1);
+        for (int k = 1; k <= 20; ++k) EXPECT_FALSE(flag(QStringLiteral("自定义组%1").arg(k)));
+        for (int k = 1; k <= 7; ++k) EXPECT_TRUE(flag(QStringLiteral("第%1位").arg(k)));
+    }
+    // The intervals run in order: 区间1 holds the smallest numbers, 区间4 the largest.
+    int last = 0;
+    for (int k = 1; k <= 4; ++k) {
+        const int lo =
+            s.scalar(QStringLiteral("select min(号码) from 号码特性 where 区间%1=1").arg(k)).toInt();
+        EXPECT_GT(lo, last) << k;
+        last = s.scalar(QStringLiteral("select max(号码) from 号码特性 where 区间%1=1").arg(k)).toInt();
+    }
+    EXPECT_EQ(last, 33);
+}
+
+void expectStoreRows(Store& s) {
+    expectConditionTables(s, true);
+    expectNumberTraits(s);
+    EXPECT_EQ(column(s, QStringLiteral("select 号码 from BallColor order by 号码 asc")).size(), 33);
+    EXPECT_EQ(
+        s.scalar(QStringLiteral("select count(distinct 号码) from BallColor where 号码>=1 and 号码<=33"))
+            .toInt(),
+        33);
+    EXPECT_EQ(column(s, QStringLiteral("select 模式 from 用户模式")), QList<int>{0});
+    EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from 用户表 where 用户名='临时用户'")).toInt(), 1);
+    // The 和值 range already reaches 1190, so the start-up migration finds its rows.
+    EXPECT_EQ(s.query(QStringLiteral("select * from 过滤条件 where ID>=1171 and ID<=1190"))->recordCount(),
+              20);
+    EXPECT_EQ(
+        s.scalar(QStringLiteral("select 范围max from 快速设置 where 菜单ID=2 and 条件名称='和值'")).toInt(),
+        1183);
+    EXPECT_EQ(column(s, QStringLiteral("select 序号 from 自定义别名 order by 序号")).size(), 20);
+}
+
+TEST_F(FreshStoreTest, FactoryRows) {
+    expectStoreRows(db());
+}
+
+TEST_F(ShippedStoreTest, FactoryRowsAndTheHistory) {
+    expectStoreRows(db());
+    EXPECT_EQ(intScalar(QStringLiteral("select TOP 1 期号 from 历史记录 order by 期号 asc")), 2003001);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 历史记录 where 已完成<>'Y' or 已完成 is null")),
+              0);
+    // The second file of the pack travels along.
+    EXPECT_FALSE(isPlainStoreFile(shippedPackPath()));
+}
+
+TEST(ShippedFiles, TemplateAndGuestHoldTheFourConditionTables) {
+    for (const QString& name : {kTemplateFileName, kGuestFileName}) {
+        SCOPED_TRACE(name.toStdString());
+        const QString path = QStringLiteral(DOVREX_BUILD_DIR "/data/") + name;
+        ASSERT_TRUE(isPlainStoreFile(path));
+        auto s = Store::open(path);
+        QStringList tables;
+        for (auto c =
+                 s->query(QStringLiteral("select name from sqlite_master where type='table' order by name"));
+             !c->eof(); c->moveNext())
+            tables << c->value(0).toString();
+        EXPECT_EQ(QSet<QString>(tables.begin(), tables.end()),
+                  (QSet<QString>{QStringLiteral("过滤条件"), QStringLiteral("过滤条件使用情况"),
+                                 QStringLiteral("历史数据过滤"), QStringLiteral("号码特性")}));
+        expectConditionTables(*s, false);
+        expectNumberTraits(*s);
+    }
+}
+
+}  // namespace
+}  // namespace dovrex::test

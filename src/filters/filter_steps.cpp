@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
@@ -29,53 +31,74 @@ TicketTest heZhi(FilterPass&) {
             {}};
 }
 
+// The filters that are one switch and one range of condition rows, in run order.
+struct PlainRow {
+    int step;
+    const char16_t* name;
+    const char16_t* label;
+    int switchNo, minId, maxId;
+};
+const PlainRow kPlainRows[] = {
+    {1, u"filter_HeZhi", u"[ 和 值 ]", 1, 1000, 1183},
+    {2, u"filter_HeZhiWei", u"[ 和值尾 ]", 76, 5070, 5079},
+    {3, u"filter_TouShuHeZhi", u"[头数和值]", 43, 4080, 4099},
+    {4, u"filter_WeiShuHeZhi", u"[尾数和值]", 44, 4100, 4159},
+    {5, u"filter_JiShuHeZhi", u"[奇数和值]", 2, 2000, 2170},
+    {6, u"filter_OuShuHeZhi", u"[偶数和值]", 3, 3000, 3170},
+    {7, u"filter_JiShuGeShu", u"[奇数个数]", 10, 3640, 3649},
+    {8, u"filter_OuShuGeShu", u"[偶数个数]", 11, 3650, 3659},
+    {9, u"filter_DaShuGeShu", u"[大数个数]", 12, 3660, 3669},
+    {10, u"filter_XiaoShuGeShu", u"[小数个数]", 13, 3670, 3679},
+    {11, u"filter_GaoWeiMaGeShu", u"[高尾码个数]", 14, 3680, 3689},
+    {12, u"filter_DiWeiMaGeShu", u"[低尾码个数]", 15, 3690, 3699},
+    {13, u"filter_WenDu5", u"[温度值5]", 46, 4160, 4179},
+    {14, u"filter_WenDu10", u"[温度值10]", 47, 4180, 4209},
+    {17, u"filter_KuaDu", u"[ 跨 度 ]", 4, 3300, 3340},
+    {18, u"filter_JianJuMax", u"[最大间距]", 5, 3400, 3440},
+    {19, u"filter_LianHao", u"[连号]", 6, 3450, 3460},
+    {20, u"filter_AC", u"[AC值]", 9, 3600, 3630},
+    {21, u"filter_ChongDie", u"[重叠号]", 7, 3470, 3480},
+    {22, u"filter_XieWeiMa", u"[斜位码]", 8, 3490, 3500},
+    {25, u"filter_WeiShuXingShi", u"[尾数形式]", 37, 4000, 4009},
+    {26, u"filter_JianJu9", u"[间距九]", 38, 4010, 4019},
+    {27, u"filter_JianJu7", u"[间距七]", 39, 4020, 4029},
+    {28, u"filter_JianJu11", u"[间距十一]", 40, 4030, 4040},
+    {29, u"filter_JianJu12", u"[间距十二]", 41, 4050, 4069},
+    {30, u"filter_TouShuXingShi", u"[头数形式]", 42, 4070, 4079},
+};
+
+// A looped filter: `count` slots from `first`, each with its label, switch and rows.
+FilterStep looped(int step, const char16_t* name, int first, int count,
+                  const std::function<void(int, FilterDef&)>& slot) {
+    FilterStep s{step, {}};
+    for (int k = first; k < first + count; ++k) {
+        FilterDef d = plain(name, u"", 0, 0, -1);
+        d.stopOnEntry = true;
+        slot(k, d);
+        s.filters.push_back(d);
+    }
+    return s;
+}
+
 std::vector<FilterStep> buildSteps() {
     std::vector<FilterStep> steps;
-    {
-        FilterDef d = plain(u"filter_HeZhi", u"[ 和 值 ]", 1, 1000, 1183);
-        d.prepare = heZhi;
-        steps.push_back(single(1, d));
+    for (const PlainRow& row : kPlainRows) {
+        steps.push_back(single(row.step, plain(row.name, row.label, row.switchNo, row.minId, row.maxId)));
+        if (row.step == 1) steps.back().filters[0].prepare = heZhi;
     }
-    steps.push_back(single(2, plain(u"filter_HeZhiWei", u"[ 和值尾 ]", 76, 5070, 5079)));
-    steps.push_back(single(3, plain(u"filter_TouShuHeZhi", u"[头数和值]", 43, 4080, 4099)));
-    steps.push_back(single(4, plain(u"filter_WeiShuHeZhi", u"[尾数和值]", 44, 4100, 4159)));
-    steps.push_back(single(5, plain(u"filter_JiShuHeZhi", u"[奇数和值]", 2, 2000, 2170)));
-    steps.push_back(single(6, plain(u"filter_OuShuHeZhi", u"[偶数和值]", 3, 3000, 3170)));
-    steps.push_back(single(7, plain(u"filter_JiShuGeShu", u"[奇数个数]", 10, 3640, 3649)));
-    steps.push_back(single(8, plain(u"filter_OuShuGeShu", u"[偶数个数]", 11, 3650, 3659)));
-    steps.push_back(single(9, plain(u"filter_DaShuGeShu", u"[大数个数]", 12, 3660, 3669)));
-    steps.push_back(single(10, plain(u"filter_XiaoShuGeShu", u"[小数个数]", 13, 3670, 3679)));
-    steps.push_back(single(11, plain(u"filter_GaoWeiMaGeShu", u"[高尾码个数]", 14, 3680, 3689)));
-    steps.push_back(single(12, plain(u"filter_DiWeiMaGeShu", u"[低尾码个数]", 15, 3690, 3699)));
-    steps.push_back(single(13, plain(u"filter_WenDu5", u"[温度值5]", 46, 4160, 4179)));
-    steps.push_back(single(14, plain(u"filter_WenDu10", u"[温度值10]", 47, 4180, 4209)));
-    {
-        FilterStep quJian{15, {}};
-        for (int k = 1; k <= 4; ++k) {
-            FilterDef d = plain(u"filter_QuJian", u"", 15 + k, 3700 + 10 * (k - 1), 3709 + 10 * (k - 1));
-            d.label = QStringLiteral("[区间%1]").arg(k);
-            d.stopOnEntry = true;
-            quJian.filters.push_back(d);
-        }
-        steps.push_back(quJian);
-    }
-    {
-        FilterStep groups{16, {}};
-        for (int k = 1; k <= 20; ++k) {
-            const int base = k <= 10 ? 3800 + 10 * (k - 1) : 4500 + 10 * (k - 11);
-            FilterDef d = plain(u"filter_ZiDingYiZu", u"", k <= 10 ? 19 + k : 40 + k, base, base + 9);
-            d.label = QStringLiteral("[自定义组%1]").arg(k);
-            d.stopOnEntry = true;
-            groups.filters.push_back(d);
-        }
-        steps.push_back(groups);
-    }
-    steps.push_back(single(17, plain(u"filter_KuaDu", u"[ 跨 度 ]", 4, 3300, 3340)));
-    steps.push_back(single(18, plain(u"filter_JianJuMax", u"[最大间距]", 5, 3400, 3440)));
-    steps.push_back(single(19, plain(u"filter_LianHao", u"[连号]", 6, 3450, 3460)));
-    steps.push_back(single(20, plain(u"filter_AC", u"[AC值]", 9, 3600, 3630)));
-    steps.push_back(single(21, plain(u"filter_ChongDie", u"[重叠号]", 7, 3470, 3480)));
-    steps.push_back(single(22, plain(u"filter_XieWeiMa", u"[斜位码]", 8, 3490, 3500)));
+
+    steps.push_back(looped(15, u"filter_QuJian", 1, 4, [](int k, FilterDef& d) {
+        d.label = QStringLiteral("[区间%1]").arg(k);
+        d.switchNo = 15 + k;
+        d.minId = 3700 + 10 * (k - 1);
+        d.maxId = d.minId + 9;
+    }));
+    steps.push_back(looped(16, u"filter_ZiDingYiZu", 1, 20, [](int k, FilterDef& d) {
+        d.label = QStringLiteral("[自定义组%1]").arg(k);
+        d.switchNo = k <= 10 ? 19 + k : 40 + k;
+        d.minId = k <= 10 ? 3800 + 10 * (k - 1) : 4500 + 10 * (k - 11);
+        d.maxId = d.minId + 9;
+    }));
     {
         // On when any of the seven positions is on; reads its tolerance (3901) itself.
         FilterDef d = plain(u"filter_DingWei", u"[号码定位]", 0, 0, -1);
@@ -97,24 +120,15 @@ std::vector<FilterStep> buildSteps() {
         };
         steps.push_back(single(24, d));
     }
-    steps.push_back(single(25, plain(u"filter_WeiShuXingShi", u"[尾数形式]", 37, 4000, 4009)));
-    steps.push_back(single(26, plain(u"filter_JianJu9", u"[间距九]", 38, 4010, 4019)));
-    steps.push_back(single(27, plain(u"filter_JianJu7", u"[间距七]", 39, 4020, 4029)));
-    steps.push_back(single(28, plain(u"filter_JianJu11", u"[间距十一]", 40, 4030, 4040)));
-    steps.push_back(single(29, plain(u"filter_JianJu12", u"[间距十二]", 41, 4050, 4069)));
-    steps.push_back(single(30, plain(u"filter_TouShuXingShi", u"[头数形式]", 42, 4070, 4079)));
-    {
-        FilterStep parity{31, {}};
-        for (int slot = 0; slot <= 5; ++slot) {
-            const int first = slot == 0 ? 5001 : 5001 + 10 * slot;
-            FilterDef d = plain(u"filter_DanShuang", u"", 70 + slot, first, first + 6);
-            d.label = slot == 0 ? QStringLiteral("[排除掉上期单双组合：]")
-                                : QStringLiteral("[排除掉单双组合%1：]").arg(slot);
-            d.stopOnEntry = true;
-            parity.filters.push_back(d);
-        }
-        steps.push_back(parity);
-    }
+    steps.push_back(looped(31, u"filter_DanShuang", 0, 6, [](int slot, FilterDef& d) {
+        d.label = slot == 0 ? QStringLiteral("[排除掉上期单双组合：]")
+                            : QStringLiteral("[排除掉单双组合%1：]").arg(slot);
+        d.switchNo = 70 + slot;
+        d.minId = 5001 + 10 * slot;
+        d.maxId = d.minId + 6;
+    }));
+    std::stable_sort(steps.begin(), steps.end(),
+                     [](const FilterStep& a, const FilterStep& b) { return a.step < b.step; });
     return steps;
 }
 

@@ -27,6 +27,31 @@ class FilterRunTest : public PipelineTest {
     }
 };
 
+TEST(FilterSteps, FixedOrderOfTheRun) {
+    QStringList order;
+    int filterCount = 0;
+    for (const FilterStep& step : filterSteps()) {
+        EXPECT_EQ(step.step, order.size() + 1);
+        order << step.filters.front().label;
+        filterCount += int(step.filters.size());
+    }
+    EXPECT_EQ(order.join(u' '),
+              QStringLiteral(
+                  "[ 和 值 ] [ 和值尾 ] [头数和值] [尾数和值] [奇数和值] [偶数和值] [奇数个数] [偶数个数] "
+                  "[大数个数] [小数个数] [高尾码个数] [低尾码个数] [温度值5] [温度值10] [区间1] [自定义组1] "
+                  "[ 跨 度 ] [最大间距] [连号] [AC值] [重叠号] [斜位码] [号码定位] [历史数据过滤] [尾数形式] "
+                  "[间距九] [间距七] [间距十一] [间距十二] [头数形式] [排除掉上期单双组合：]"));
+    EXPECT_EQ(filterCount, 28 + 4 + 20 + 6);
+    const FilterDef& group11 = filterSteps()[15].filters[10];
+    EXPECT_EQ(group11.switchNo, 51);
+    EXPECT_EQ(group11.minId, 4500);
+    const FilterDef& parity2 = filterSteps()[30].filters[2];
+    EXPECT_EQ(parity2.label, QStringLiteral("[排除掉单双组合2：]"));
+    EXPECT_EQ(parity2.switchNo, 72);
+    EXPECT_EQ(parity2.minId, 5021);
+    EXPECT_EQ(parity2.maxId, 5027);
+}
+
 TEST_F(FilterRunTest, LoaderIndexing) {
     auto& a = shared().guoLvShuZu;
     a.fill(-7);

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -153,12 +154,16 @@ void FormMain::buildMenus() {
 }
 
 void FormMain::showAbout() {
-    QMessageBox::about(this, QStringLiteral("关于 ") + kProgramTitle,
-                       QStringLiteral("<h3>%1 %2</h3>"
-                                      "<p>为双色球彩民准备的选号工具：选定胆码拖码，展开成投注号码，"
-                                      "按几十种条件过滤，再以旋转矩阵缩水，并对照历史开奖记录分析、对奖。</p>"
-                                      "<p>所有数据都保存在本机，退出程序时写入数据文件。</p>")
-                           .arg(kProgramTitle, kProgramVersion));
+    QMessageBox box(QMessageBox::NoIcon, QStringLiteral("关于 ") + kProgramTitle,
+                    QStringLiteral("<h3>%1 %2</h3>"
+                                   "<p>为双色球彩民准备的选号工具：选定胆码拖码，展开成投注号码，"
+                                   "按几十种条件过滤，再以旋转矩阵缩水，并对照历史开奖记录分析、对奖。</p>"
+                                   "<p>所有数据都保存在本机，退出程序时写入数据文件。</p>")
+                        .arg(kProgramTitle, kProgramVersion),
+                    QMessageBox::Ok, this);
+    box.setIconPixmap(appIcon().pixmap(64, 64));
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("确定"));
+    box.exec();
 }
 
 void FormMain::fitToScreen() {

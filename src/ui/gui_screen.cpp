@@ -141,6 +141,7 @@ void GuiScreen::ui_Message(const QString& text, MessageKind kind) {
                                    : kind == MessageKind::Warning ? QMessageBox::Warning
                                                                   : QMessageBox::Information;
     QMessageBox box(icon, kBoxTitle, text, QMessageBox::Ok, window_);
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("确定"));
     box.exec();
 }
 
@@ -154,9 +155,13 @@ bool GuiScreen::ui_Confirm(const QString& text) {
 }
 
 QString GuiScreen::ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) {
-    bool ok = false;
-    const QString reply = QInputDialog::getText(window_, title, prompt, QLineEdit::Normal, defaultText, &ok);
-    return ok ? reply : QString();
+    QInputDialog dialog(window_);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(defaultText);
+    dialog.setOkButtonText(QStringLiteral("确定"));
+    dialog.setCancelButtonText(QStringLiteral("取消"));
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }
 
 void GuiScreen::ui_Status(int panel, const QString& text) {

@@ -9,7 +9,6 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
-#include "domain/game.h"
 #include "store/store.h"
 #include "widgets/cursor_model.h"
 
@@ -103,7 +102,7 @@ void HistoryPage::setMode(HistoryShowMode mode) {
 
 void HistoryPage::updateCount() {
     const int n = model_->rowCount();
-    count_->setText(n > 0 ? QStringLiteral("共 %1 期").arg(to_QuanJiao(n)) : QStringLiteral("暂无记录"));
+    count_->setText(n > 0 ? QStringLiteral("共 %1 期").arg(n) : QStringLiteral("暂无记录"));
 }
 
 }  // namespace dovrex

@@ -1,6 +1,8 @@
 #include "ui/main_window.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
 
 #include "app/app_paths.h"
 #include "ui/form_main.h"
@@ -15,6 +17,10 @@ int runProgram(QApplication& app) {
 
 int runProgram(QApplication& app, const AppPaths& paths) {
     app.setWindowIcon(appIcon());
+    // Qt's own dialogs (file dialog, standard buttons) in Chinese when the translations are there.
+    QTranslator qtTexts;
+    if (qtTexts.load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        app.installTranslator(&qtTexts);
     ProgramSession session(paths);
     if (!session.start()) return 1;
     bool saved = true;

@@ -44,7 +44,9 @@ PlaceholderPage::PlaceholderPage(const QString& title, const QString& note, QWid
     auto* text = new QLabel(note, this);
     text->setAlignment(Qt::AlignCenter);
     text->setWordWrap(true);
-    text->setMaximumWidth(520);
+    // A centred wrapped label gets no height for its width from the layout: give it both.
+    text->setFixedWidth(text->fontMetrics().horizontalAdvance(QStringLiteral("选")) * 30);
+    text->setMinimumHeight(text->heightForWidth(text->width()));
     text->setStyleSheet(QStringLiteral("color: #666666;"));
 
     auto* layout = new QVBoxLayout(this);

@@ -20,6 +20,7 @@ void paintBall(QPainter& painter, const QRectF& rect, const QColor& colour, cons
     if (!number.isEmpty()) {
         QFont font = painter.font();
         font.setBold(true);
+        font.setLetterSpacing(QFont::PercentageSpacing, 100);
         font.setPixelSize(qMax(6, int(rect.height() * 0.42)));
         painter.setFont(font);
         painter.setPen(Qt::white);

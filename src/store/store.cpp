@@ -1,9 +1,9 @@
 #include "store/store.h"
 
+#include <sqlite3.h>
 #include <QFile>
 #include <QFileInfo>
 #include <cmath>
-#include <sqlite3.h>
 
 #include "store/jet_sql.h"
 
@@ -17,7 +17,7 @@ QString sqliteMessage(sqlite3* db, const QString& sql) {
 
 // Owns one prepared statement that is not cached.
 class Statement {
-public:
+  public:
     Statement(sqlite3* db, const QString& sql) : db_(db) {
         const QByteArray utf8 = sql.toUtf8();
         if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &stmt_, nullptr) != SQLITE_OK)
@@ -26,7 +26,7 @@ public:
     ~Statement() { sqlite3_finalize(stmt_); }
     sqlite3_stmt* get() const { return stmt_; }
 
-private:
+  private:
     sqlite3* db_;
     sqlite3_stmt* stmt_ = nullptr;
 };
@@ -91,7 +91,9 @@ QVariant columnValue(sqlite3_stmt* stmt, int col) {
     }
 }
 
-QString quoteName(const QString& name) { return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"'; }
+QString quoteName(const QString& name) {
+    return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
 
 bool sameValue(const QVariant& a, const QVariant& b) {
     if (a.isNull() || b.isNull()) return a.isNull() && b.isNull();
@@ -106,7 +108,8 @@ std::unique_ptr<Store> Store::open(const QString& path, bool createIfMissing) {
     store->path_ = path;
     int flags = SQLITE_OPEN_READWRITE | (createIfMissing ? SQLITE_OPEN_CREATE : 0);
     if (sqlite3_open_v2(path.toUtf8().constData(), &store->db_, flags, nullptr) != SQLITE_OK) {
-        const QString msg = store->db_ ? QString::fromUtf8(sqlite3_errmsg(store->db_)) : QStringLiteral("open");
+        const QString msg =
+            store->db_ ? QString::fromUtf8(sqlite3_errmsg(store->db_)) : QStringLiteral("open");
         throw StoreError(msg + QStringLiteral(" [") + path + u']');
     }
     // The working copy reaches the disc only through the pack at exit, so no fsync per statement.
@@ -163,10 +166,31 @@ QVariant Store::scalar(const QString& sql, const QVariantList& params) {
     return c->recordCount() > 0 ? c->value(0) : QVariant();
 }
 
-void Store::clearTable(const QString& name) { execute(QStringLiteral("DELETE FROM ") + name); }
+void Store::clearTable(const QString& name) {
+    execute(QStringLiteral("DELETE FROM ") + name);
+}
+
+QString Store::rowIdAlias(const QString& table) {
+    if (auto it = rowIdAliases_.find(table); it != rowIdAliases_.end()) return *it;
+    QString alias;
+    int keys = 0;
+    Statement stmt(db_, QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)));
+    while (sqlite3_step(stmt.get()) == SQLITE_ROW) {
+        if (sqlite3_column_int(stmt.get(), 5) == 0) continue;
+        ++keys;
+        const QString type =
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 2)));
+        if (type.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0)
+            alias = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 1)));
+    }
+    if (keys != 1) alias.clear();
+    rowIdAliases_.insert(table, alias);
+    return alias;
+}
 
 bool Store::tableExists(const QString& name) {
-    return scalar(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' AND name=?"), {name}).toInt() > 0;
+    return scalar(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' AND name=?"), {name})
+               .toInt() > 0;
 }
 
 QStringList Store::columnNames(const QString& table) {
@@ -243,7 +267,9 @@ std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& par
 
 // ---- Cursor ----
 
-int Cursor::fieldIndex(const QString& name) const { return index_.value(name.toLower(), -1); }
+int Cursor::fieldIndex(const QString& name) const {
+    return index_.value(name.toLower(), -1);
+}
 
 int Cursor::checkedColumn(const QString& name) const {
     const int i = fieldIndex(name);
@@ -278,7 +304,9 @@ QVariant Cursor::value(int pos) const {
     return cells_[size_t(row_) * totalColumns_ + pos];
 }
 
-QVariant Cursor::value(const QString& name) const { return value(checkedColumn(name)); }
+QVariant Cursor::value(const QString& name) const {
+    return value(checkedColumn(name));
+}
 
 QVariant Cursor::valueAt(int row, int pos) const {
     if (row < 0 || row >= rowCount_ || pos < 0 || pos >= visibleColumns_) return {};
@@ -295,7 +323,9 @@ void Cursor::setValue(int pos, const QVariant& v) {
     if (std::find(dirty_.begin(), dirty_.end(), pos) == dirty_.end()) dirty_.push_back(pos);
 }
 
-void Cursor::setValue(const QString& name, const QVariant& v) { setValue(checkedColumn(name), v); }
+void Cursor::setValue(const QString& name, const QVariant& v) {
+    setValue(checkedColumn(name), v);
+}
 
 void Cursor::flush() {
     if (!dirty_.empty() || adding_) update();
@@ -331,6 +361,7 @@ void Cursor::update() {
         params << cells_[base + rowIdColumn_];
         sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid=?").arg(quoteName(table_), sets.join(u','));
     }
+    const std::vector<int> written = std::move(dirty_);
     dirty_.clear();
     const bool wasAdding = adding_;
     adding_ = false;
@@ -342,7 +373,26 @@ void Cursor::update() {
         throw StoreError(msg);
     }
     sqlite3_reset(stmt);
-    if (wasAdding) cells_[base + rowIdColumn_] = qlonglong(sqlite3_last_insert_rowid(store_->handle()));
+    if (wasAdding) {
+        // The new row as the table made it: its identity and the defaults of the columns not set.
+        const qlonglong rowId = sqlite3_last_insert_rowid(store_->handle());
+        cells_[base + rowIdColumn_] = rowId;
+        sqlite3_stmt* reread =
+            store_->cachedStatement(QStringLiteral("SELECT * FROM %1 WHERE rowid=?").arg(quoteName(table_)));
+        sqlite3_bind_int64(reread, 1, rowId);
+        if (sqlite3_step(reread) == SQLITE_ROW) {
+            for (int i = 0; i < sqlite3_column_count(reread); ++i) {
+                const int c = fieldIndex(QString::fromUtf8(sqlite3_column_name(reread, i)));
+                if (c >= 0) cells_[base + c] = columnValue(reread, i);
+            }
+        }
+        sqlite3_reset(reread);
+    } else if (const QString alias = store_->rowIdAlias(table_); !alias.isEmpty()) {
+        // Writing the key of a table whose key is its row id moves the row: follow it.
+        const int c = fieldIndex(alias);
+        if (c >= 0 && std::find(written.begin(), written.end(), c) != written.end())
+            cells_[base + rowIdColumn_] = cells_[base + c];
+    }
 }
 
 void Cursor::addNew() {

@@ -17,7 +17,7 @@ class Cursor;
 
 // A failed statement. Commands catch it in their general trap and keep what they wrote.
 class StoreError : public std::runtime_error {
-public:
+  public:
     explicit StoreError(const QString& message) : std::runtime_error(message.toStdString()), text(message) {}
     QString text;
 };
@@ -25,7 +25,7 @@ public:
 // One connection to a store file. Statements are written in the program's dialect (see jet_sql.h);
 // values typed by the user are bound as parameters ('?') rather than pasted into the text.
 class Store {
-public:
+  public:
     // store_Open: opens read-write; throws StoreError when the file is not a store.
     static std::unique_ptr<Store> open(const QString& path, bool createIfMissing = false);
     ~Store();
@@ -53,19 +53,22 @@ public:
 
     // Prepared statement cache for the cursor's write-backs; statements stay valid until close.
     sqlite3_stmt* cachedStatement(const QString& sql);
+    // The column that is the table's row id (an INTEGER PRIMARY KEY), or empty.
+    QString rowIdAlias(const QString& table);
 
-private:
+  private:
     Store() = default;
     sqlite3* db_ = nullptr;
     QString path_;
     int transactionDepth_ = 0;
     QHash<QString, sqlite3_stmt*> cache_;
+    QHash<QString, QString> rowIdAliases_;
 };
 
 // RAII: groups the writes of one pass into one transaction, committed when the pass ends, whether
 // it ends normally, on Stop or on an error. Passes never roll back.
 class Transaction {
-public:
+  public:
     explicit Transaction(Store& store) : store_(store) { store_.begin(); }
     ~Transaction() {
         try {
@@ -76,7 +79,7 @@ public:
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-private:
+  private:
     Store& store_;
 };
 
@@ -84,7 +87,7 @@ private:
 // (case-insensitive) or 0-based position, and writable in place when it comes from one table.
 // Moving off a changed row writes it, as the desktop database's cursors do.
 class Cursor {
-public:
+  public:
     int recordCount() const { return rowCount_; }
     int fieldCount() const { return visibleColumns_; }
     QString fieldName(int pos) const { return names_.value(pos); }
@@ -115,7 +118,7 @@ public:
     void close();
     bool updatable() const { return !table_.isEmpty(); }
 
-private:
+  private:
     friend class Store;
     Cursor() = default;
     int checkedColumn(const QString& name) const;

@@ -202,6 +202,30 @@ TEST_F(FreshStoreTest, CursorAddNewAppendsARow) {
     EXPECT_EQ(intScalar(QStringLiteral("select 红球1 from 日志表 where 序号=2")), 0);
 }
 
+TEST_F(FreshStoreTest, AddedRowShowsItsIdAndDefaults) {
+    auto c = db().query(QStringLiteral("SELECT * FROM 日志表 WHERE 期号=2020001"));
+    c->addNew();
+    c->setValue(QStringLiteral("期号"), 2020001);
+    c->update();
+    const int id = c->intValue(QStringLiteral("ID"));
+    EXPECT_GT(id, 0);
+    EXPECT_EQ(c->value(QStringLiteral("过滤标记")).toInt(), 0);
+    EXPECT_FALSE(c->value(QStringLiteral("缩水标记")).isNull());
+    EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 日志表 where ID=?"), {id}), 2020001);
+}
+
+TEST_F(FreshStoreTest, RowKeepsItsPlaceWhenItsKeyChanges) {
+    addDraw(2020001, QStringLiteral("2020/01/02"), makeReds(1, 2, 3, 4, 5, 6));
+    addDraw(2020003, QStringLiteral("2020/01/05"), makeReds(1, 2, 3, 4, 5, 7));
+    auto c = db().query(QStringLiteral("select * from 历史记录 order by 期号 asc"));
+    c->setValue(QStringLiteral("期号"), 2020002);  // the issue is the table's key
+    c->update();
+    c->setValue(QStringLiteral("和值"), 21);
+    c->update();
+    EXPECT_EQ(intScalar(QStringLiteral("select 和值 from 历史记录 where 期号=2020002")), 21);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 历史记录")), 2);
+}
+
 TEST_F(FreshStoreTest, JoinsAndAggregatesRefuseWrites) {
     const QStringList readOnly{
         QStringLiteral("select count(*) from 过滤条件"),

@@ -100,13 +100,24 @@ QStringList splitTopLevelCommas(const QString& s) {
     return parts;
 }
 
+// A #...# literal: the day number, with the time of day as its fraction when one is given.
+std::optional<double> dateLiteral(const QString& text) {
+    static const QRegularExpression time(QStringLiteral(R"(\s(\d{1,2}):(\d{2})(?::(\d{2}))?\s*$)"));
+    const auto day = parseDateText(text);
+    if (!day) return std::nullopt;
+    const auto m = time.match(text);
+    if (!m.hasMatch()) return day;
+    const int seconds = m.captured(1).toInt() * 3600 + m.captured(2).toInt() * 60 + m.captured(3).toInt();
+    return *day + seconds / 86400.0;
+}
+
 }  // namespace
 
 JetSql translateJetSql(const QString& statement) {
     JetSql out;
     auto pieces = splitQuoted(statement);
 
-    static const QRegularExpression dateLiteral(QStringLiteral(R"(#([^#]+)#)"));
+    static const QRegularExpression dateLiteralRe(QStringLiteral(R"(#([^#]+)#)"));
     static const QRegularExpression bareIndex(
         QStringLiteral(R"((?<![\w"])(?<!CREATE )(?<!UNIQUE )(?<!DROP )INDEX(?![\w"]))"));
     static const QRegularExpression numberThenWord(
@@ -116,12 +127,12 @@ JetSql translateJetSql(const QString& statement) {
         // #date# literals → day numbers
         QString t;
         int last = 0;
-        auto it = dateLiteral.globalMatch(p.text);
+        auto it = dateLiteralRe.globalMatch(p.text);
         while (it.hasNext()) {
             const auto m = it.next();
             t += p.text.mid(last, m.capturedStart() - last);
-            const auto value = parseDateText(m.captured(1));
-            t += value ? QString::number(*value, 'f', 6) : m.captured(0);
+            const auto value = dateLiteral(m.captured(1));
+            t += value ? QString::number(*value, 'g', 17) : m.captured(0);
             last = m.capturedEnd();
         }
         t += p.text.mid(last);

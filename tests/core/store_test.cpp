@@ -74,6 +74,15 @@ TEST_F(DialectTest, DateLiteralsCompareAsDays) {
               (QStringList{QStringLiteral("2019/12/31"), QStringLiteral("2020/01/01")}));
     EXPECT_EQ(names(QStringLiteral("select 用户名 from 用户表 where 最后登陆时间=#2020/1/2#")),
               QStringList{QStringLiteral("2020/01/02")});
+    // A time of day in the literal counts; without one the day starts at midnight.
+    db().execute(QStringLiteral("INSERT INTO 用户表 (用户名, 最后登陆时间) VALUES ('noon', ?)"),
+                 {toDateValue(QDate(2020, 1, 3)) + 0.5});
+    EXPECT_EQ(names(QStringLiteral("select 用户名 from 用户表 where 最后登陆时间=#2020/01/03 12:00:00#")),
+              QStringList{QStringLiteral("noon")});
+    EXPECT_TRUE(names(QStringLiteral("select 用户名 from 用户表 where 最后登陆时间<=#2020/01/03 11:59#"))
+                    .contains(QStringLiteral("2020/01/02")));
+    EXPECT_FALSE(names(QStringLiteral("select 用户名 from 用户表 where 最后登陆时间<=#2020/01/03#"))
+                     .contains(QStringLiteral("noon")));
     // A date inside a string literal is text.
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 用户表 where 用户名='#2020/01/01#'")), 0);
 }

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 
 #include "app/shared_state.h"
 #include "domain/game.h"
@@ -143,12 +144,14 @@ bool AppFlow::saveAndClose() {
 bool AppFlow::save() {
     QDir().mkpath(paths_.bakDir());
     if (!pack(paths_.workStore(), paths_.workAux(), paths_.bakPack())) return false;
-    // The pack is written to the side first, so a failure leaves the last good one whole.
-    const QString temp = paths_.dataPack() + QStringLiteral(".new");
-    QFile::remove(temp);
-    if (!QFile::copy(paths_.bakPack(), temp)) return false;
-    QFile::remove(paths_.dataPack());
-    return QFile::rename(temp, paths_.dataPack());
+    // The pack is written to the side first, so a failure leaves the last good one whole; the copy
+    // over DataPack replaces it in one step, so there is never a moment without one.
+    QFile bak(paths_.bakPack());
+    if (!bak.open(QIODevice::ReadOnly)) return false;
+    const QByteArray bytes = bak.readAll();
+    QSaveFile target(paths_.dataPack());
+    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size()) return false;
+    return target.commit();
 }
 
 void AppFlow::abandon() {

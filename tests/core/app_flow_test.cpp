@@ -51,6 +51,8 @@ TEST_F(AppFlowTest, ChangeSurvivesACleanExit) {
     }
     EXPECT_TRUE(QFileInfo::exists(paths().bakPack()));
     EXPECT_EQ(fileBytes(paths().bakPack()), fileBytes(paths().dataPack()));
+    EXPECT_EQ(QDir(paths().programDir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              (QStringList{QStringLiteral("Bak"), kDataFileName}));
     EXPECT_EQ(markAfterStart(), 5);
 }
 

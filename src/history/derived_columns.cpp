@@ -18,19 +18,23 @@ struct NumberTables {
     int diWei[34] = {}, gaoWei[34] = {};
     int quJian[34][4] = {};
     int ziDingYi[34][10] = {};
-    int wei[34][10] = {}, qi[34][10] = {}, jiu[34][10] = {}, shiYi[34][11] = {}, shiEr[34][12] = {}, tou[34][10] = {};
+    int wei[34][10] = {}, qi[34][10] = {}, jiu[34][10] = {}, shiYi[34][11] = {}, shiEr[34][12] = {},
+        tou[34][10] = {};
     int touShu[34] = {}, weiShu[34] = {};
     int jiHe[34] = {}, ouHe[34] = {}, jiShu[34] = {}, ouShu[34] = {};
 };
 
-bool flagAt(const Cursor& c, int pos) { return c.value(pos).toInt() != 0; }
+bool flagAt(const Cursor& c, int pos) {
+    return c.value(pos).toInt() != 0;
+}
 
 template <int N>
 void readGroups(int (&table)[34][N], const QString& prefix, bool ordered) {
     QStringList cols;
     for (int k = 0; k < N; ++k) cols << prefix + QString::number(k);
-    auto c = store_Query(QStringLiteral("select 号码,%1 from 号码特性 %2")
-                             .arg(cols.join(u','), ordered ? QStringLiteral(" ORDER BY INDEX ASC") : QString()));
+    auto c =
+        store_Query(QStringLiteral("select 号码,%1 from 号码特性 %2")
+                        .arg(cols.join(u','), ordered ? QStringLiteral(" ORDER BY INDEX ASC") : QString()));
     for (; !c->eof(); c->moveNext()) {
         const int x = c->intValue(0);
         if (x < 1 || x > 33) continue;
@@ -49,12 +53,14 @@ void readQuJian(NumberTables& t) {
 
 NumberTables readNumberTables() {
     NumberTables t;
-    for (auto c = store_Query(QStringLiteral("select 号码,大数 from 号码特性  ORDER BY INDEX ASC")); !c->eof(); c->moveNext()) {
+    for (auto c = store_Query(QStringLiteral("select 号码,大数 from 号码特性  ORDER BY INDEX ASC"));
+         !c->eof(); c->moveNext()) {
         const int x = c->intValue(0);
         if (x < 1 || x > 33) continue;
         (flagAt(*c, 1) ? t.daShu : t.xiaoShu)[x] = 1;
     }
-    for (auto c = store_Query(QStringLiteral("select 号码,低尾码 from 号码特性  ORDER BY INDEX ASC")); !c->eof(); c->moveNext()) {
+    for (auto c = store_Query(QStringLiteral("select 号码,低尾码 from 号码特性  ORDER BY INDEX ASC"));
+         !c->eof(); c->moveNext()) {
         const int x = c->intValue(0);
         if (x < 1 || x > 33) continue;
         (flagAt(*c, 1) ? t.diWei : t.gaoWei)[x] = 1;
@@ -62,7 +68,8 @@ NumberTables readNumberTables() {
     readQuJian(t);
     {
         auto c = store_Query(QStringLiteral(
-            "select 号码,自定义组1,自定义组2,自定义组3,自定义组4,自定义组5,自定义组6,自定义组7,自定义组8,自定义组9,"
+            "select "
+            "号码,自定义组1,自定义组2,自定义组3,自定义组4,自定义组5,自定义组6,自定义组7,自定义组8,自定义组9,"
             "自定义组10 from 号码特性  "));
         for (; !c->eof(); c->moveNext()) {
             const int x = c->intValue(0);
@@ -93,6 +100,19 @@ NumberTables readNumberTables() {
 Reds readReds(const Cursor& c, int firstRedPos) {
     Reds r{};
     for (int i = 1; i <= 6; ++i) r[size_t(i)] = c.intValue(firstRedPos + i - 1);
+    return r;
+}
+
+// The reds of the current row, checked: a number outside 1..33 stops the pass at that row (the rows
+// before it stay written).
+Reds checkedReds(const Cursor& c, int firstRedPos) {
+    const Reds r = readReds(c, firstRedPos);
+    for (int i = 1; i <= 6; ++i)
+        if (r[size_t(i)] < 1 || r[size_t(i)] > kRedCount)
+            throw StoreError(QStringLiteral("期号 %1: 红球%2 = %3")
+                                 .arg(c.value(QStringLiteral("期号")).toString())
+                                 .arg(i)
+                                 .arg(r[size_t(i)]));
     return r;
 }
 
@@ -131,8 +151,10 @@ int temperatureAt(const std::vector<Reds>& draws, size_t index, int n) {
 
 void recalc_LiShiLie(IssueNumber from, IssueNumber to, bool showProgress) {
     const IssueNumber start = prev_QiHao(from, 1);
-    auto c = store_Query(
-        QStringLiteral("select * from 历史记录 where 期号>=%1 and 期号<=%2 ORDER BY 期号 ASC").arg(start).arg(to));
+    auto c =
+        store_Query(QStringLiteral("select * from 历史记录 where 期号>=%1 and 期号<=%2 ORDER BY 期号 ASC")
+                        .arg(start)
+                        .arg(to));
     if (c->recordCount() == 0) return;
     const NumberTables t = readNumberTables();
     Screen& ui = screen();
@@ -141,20 +163,21 @@ void recalc_LiShiLie(IssueNumber from, IssueNumber to, bool showProgress) {
     const int red1 = c->fieldIndex(QStringLiteral("红球1"));
     Reds prev{};
     if (c->recordCount() > 1) {
-        prev = readReds(*c, red1);
+        prev = checkedReds(*c, red1);
         c->moveNext();
     }
     const QStringList derived = [] {
-        QStringList cols{QStringLiteral("和值"), QStringLiteral("奇数和值"), QStringLiteral("偶数和值"),
-                         QStringLiteral("奇数个数"), QStringLiteral("偶数个数"), QStringLiteral("大数个数"),
-                         QStringLiteral("小数个数"), QStringLiteral("高尾码个数"), QStringLiteral("低尾码个数")};
+        QStringList cols{
+            QStringLiteral("和值"),     QStringLiteral("奇数和值"),   QStringLiteral("偶数和值"),
+            QStringLiteral("奇数个数"), QStringLiteral("偶数个数"),   QStringLiteral("大数个数"),
+            QStringLiteral("小数个数"), QStringLiteral("高尾码个数"), QStringLiteral("低尾码个数")};
         for (int k = 1; k <= 4; ++k) cols << QStringLiteral("区间%1").arg(k);
         for (int k = 1; k <= 10; ++k) cols << QStringLiteral("自定义组%1").arg(k);
-        cols << QStringLiteral("跨度") << QStringLiteral("最大间距") << QStringLiteral("AC值") << QStringLiteral("连号")
-             << QStringLiteral("重叠号") << QStringLiteral("斜位码") << QStringLiteral("尾数形式") << QStringLiteral("间距七")
-             << QStringLiteral("间距九") << QStringLiteral("间距十一") << QStringLiteral("间距十二")
-             << QStringLiteral("头数形式") << QStringLiteral("头数和值") << QStringLiteral("尾数和值")
-             << QStringLiteral("已完成");
+        cols << QStringLiteral("跨度") << QStringLiteral("最大间距") << QStringLiteral("AC值")
+             << QStringLiteral("连号") << QStringLiteral("重叠号") << QStringLiteral("斜位码")
+             << QStringLiteral("尾数形式") << QStringLiteral("间距七") << QStringLiteral("间距九")
+             << QStringLiteral("间距十一") << QStringLiteral("间距十二") << QStringLiteral("头数形式")
+             << QStringLiteral("头数和值") << QStringLiteral("尾数和值") << QStringLiteral("已完成");
         return cols;
     }();
     std::vector<int> pos;
@@ -164,7 +187,7 @@ void recalc_LiShiLie(IssueNumber from, IssueNumber to, bool showProgress) {
         Transaction tx(store());
         int done = 0;
         for (; !c->eof(); ++done) {
-            const Reds cur = readReds(*c, red1);
+            const Reds cur = checkedReds(*c, red1);
             int k = 0;
             auto put = [&](const QVariant& v) { c->setValue(pos[size_t(k++)], v); };
             put(sum(t.jiHe, cur) + sum(t.ouHe, cur));
@@ -215,10 +238,11 @@ int calc_WenDu(IssueNumber issue, int n) {
         QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 where 期号=%1").arg(issue));
     if (own->recordCount() == 0) return 0;
     const IssueNumber start = prev_QiHao(issue, n);
-    auto before = store_Query(QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 where 期号<%1 "
-                                             "and 期号>=%2")
-                                  .arg(issue)
-                                  .arg(start));
+    auto before =
+        store_Query(QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 where 期号<%1 "
+                                   "and 期号>=%2")
+                        .arg(issue)
+                        .arg(start));
     int hits[34] = {};
     for (; !before->eof(); before->moveNext())
         for (int i = 0; i < 6; ++i) {
@@ -239,9 +263,9 @@ void recalc_WenDu(IssueNumber from, IssueNumber to, bool showProgress) {
     std::vector<Reds> draws;
     std::vector<IssueNumber> issues;
     {
-        auto all = store_Query(
-            QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 where 期号<=%1 order by 期号 asc")
-                .arg(to));
+        auto all = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 "
+                                              "where 期号<=%1 order by 期号 asc")
+                                   .arg(to));
         draws.reserve(size_t(all->recordCount()));
         for (; !all->eof(); all->moveNext()) {
             issues.push_back(all->intValue(0));
@@ -252,7 +276,8 @@ void recalc_WenDu(IssueNumber from, IssueNumber to, bool showProgress) {
         }
     }
     auto c = store_Query(
-        QStringLiteral("select 期号, 温度值5, 温度值10 from 历史记录 where 期号>=%1 and 期号<=%2 order by 期号 asc")
+        QStringLiteral(
+            "select 期号, 温度值5, 温度值10 from 历史记录 where 期号>=%1 and 期号<=%2 order by 期号 asc")
             .arg(from)
             .arg(to));
     Screen& ui = screen();
@@ -273,8 +298,10 @@ void recalc_WenDu(IssueNumber from, IssueNumber to, bool showProgress) {
 void recalc_QuJian(IssueNumber from, IssueNumber to) {
     Screen& ui = screen();
     ui.ui_Message(QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。"));
-    auto c = store_Query(
-        QStringLiteral("select * from 历史记录 where 期号>=%1 and 期号<=%2 ORDER BY 期号 ASC").arg(from).arg(to));
+    auto c =
+        store_Query(QStringLiteral("select * from 历史记录 where 期号>=%1 and 期号<=%2 ORDER BY 期号 ASC")
+                        .arg(from)
+                        .arg(to));
     NumberTables t;
     readQuJian(t);
     const int red1 = c->fieldIndex(QStringLiteral("红球1"));
@@ -283,7 +310,7 @@ void recalc_QuJian(IssueNumber from, IssueNumber to) {
     ui.ui_Progress(0, c->recordCount(), 0, true);
     Transaction tx(store());
     for (int done = 0; !c->eof(); ++done) {
-        const Reds cur = readReds(*c, red1);
+        const Reds cur = checkedReds(*c, red1);
         for (int k = 0; k < 4; ++k) c->setValue(pos[k], sumGroup(t.quJian, cur, k));
         c->update();
         c->moveNext();

@@ -136,6 +136,17 @@ TEST_F(DerivedColumnsTest, IntervalsRecountedAfterTheyChange) {
     expectColumns(B, QStringLiteral("自定义组1=4"));
 }
 
+TEST_F(DerivedColumnsTest, BadNumberStopsThePassAtItsRow) {
+    fourDraws();
+    store_Execute(QStringLiteral("UPDATE 历史记录 SET 红球6=40 WHERE 期号=?"), {C});
+    recalc_LiShiLie(A, A, false);
+    EXPECT_THROW(recalc_LiShiLie(A, D, false), StoreError);
+    EXPECT_EQ(readRow(B)[QStringLiteral("和值")].toInt(), 99);  // written before the fault, and kept
+    EXPECT_TRUE(readRow(C)[QStringLiteral("和值")].isNull());
+    EXPECT_TRUE(readRow(D)[QStringLiteral("和值")].isNull());
+    EXPECT_THROW(recalc_LiShiLie(D, D, false), StoreError);  // C as the predecessor
+}
+
 TEST_F(DerivedColumnsTest, TemperatureCountsOnlyTheDrawsBefore) {
     fourDraws();
     EXPECT_EQ(calc_WenDu(D, 5), 3);

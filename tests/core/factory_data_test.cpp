@@ -1,5 +1,8 @@
 // The rows a new store and the shipped files start with.
+#include <QFile>
 #include <QSet>
+
+#include "store/date_value.h"
 
 #include "store/pack.h"
 #include "support/test_support.h"
@@ -124,6 +127,24 @@ TEST_F(ShippedStoreTest, FactoryRowsAndTheHistory) {
               0);
     // The second file of the pack travels along.
     EXPECT_FALSE(isPlainStoreFile(shippedPackPath()));
+
+    // Every line of the published list is a row, date and numbers as written there.
+    QFile tsv(QStringLiteral(DOVREX_HISTORY_TSV));
+    ASSERT_TRUE(tsv.open(QIODevice::ReadOnly | QIODevice::Text));
+    QStringList lines = QString::fromUtf8(tsv.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    lines.removeFirst();  // the head line
+    auto c = store_Query(
+        QStringLiteral("select 期号,开奖日期,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 历史记录 "
+                       "order by 期号 asc"));
+    ASSERT_EQ(c->recordCount(), lines.size());
+    for (const QString& line : std::as_const(lines)) {
+        const QStringList cells = line.trimmed().split(u'\t');
+        ASSERT_EQ(cells.size(), 9) << line.toStdString();
+        QStringList stored{c->value(0).toString(), dateText(c->value(1).toDouble())};
+        for (int i = 2; i < 9; ++i) stored << twoDigits(c->intValue(i));
+        ASSERT_EQ(stored, (QStringList{cells[0], cells[1]} << cells.mid(2)));
+        c->moveNext();
+    }
 }
 
 TEST(ShippedFiles, TemplateAndGuestHoldTheFourConditionTables) {

@@ -20,22 +20,6 @@ bool isSmallScreen() {
     return s && s->geometry().width() * 15 < 15360;
 }
 
-QString outcomeText(StartOutcome outcome) {
-    switch (outcome) {
-        case StartOutcome::AlreadyRunning:
-            return msg::kAlreadyRunning;
-        case StartOutcome::DataPackUnreadable:
-            return msg::kDataPackUnreadable;
-        case StartOutcome::WorkingCopiesLost:
-            return msg::kWorkingCopiesLost;
-        case StartOutcome::BallColorShort:
-            return msg::kInitError;
-        case StartOutcome::Ready:
-            break;
-    }
-    return {};
-}
-
 }  // namespace
 
 ProgramSession::ProgramSession(AppPaths paths, std::unique_ptr<GuiScreen> screen)
@@ -66,7 +50,7 @@ bool ProgramSession::start() {
     const StartOutcome outcome = openStore();
     if (outcome != StartOutcome::Ready) {
         if (splash) splash->close();
-        screen_->ui_Message(outcomeText(outcome), MessageKind::Error);
+        screen_->ui_Message(startMessage(outcome), MessageKind::Error);
         return false;
     }
 

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStatusBar>
@@ -201,6 +202,21 @@ TEST_F(MainWindowTest, StartsThatMustStopSayWhy) {
     EXPECT_EQ(screen->shown, QStringList{msg::kDataPackUnreadable});
 }
 
+TEST_F(MainWindowTest, NewestHundredWithFewerDrawsShowsThemAll) {
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    ASSERT_TRUE(s->start());
+    store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号<2026047"));
+    s->window()->historyPage()->setMode(HistoryShowMode::Newest100);
+    EXPECT_EQ(screen->gridModel(kHistoryGrid)->rowCount(), 50);
+    EXPECT_EQ(read_HistoryShowMode(), HistoryShowMode::Newest100);
+
+    store_Execute(QStringLiteral("DELETE FROM 历史记录"));
+    s->window()->historyPage()->setMode(HistoryShowMode::All);
+    EXPECT_EQ(screen->gridModel(kHistoryGrid)->rowCount(), 0);
+    EXPECT_EQ(read_HistoryShowMode(), HistoryShowMode::All);
+}
+
 // The whole program with its real boxes, answered the way a player would: Escape first, which is
 // no, then yes.
 TEST_F(MainWindowTest, RunProgramClosesThroughTheRealConfirmBox) {
@@ -258,6 +274,44 @@ TEST(GuiScreenTest, SetReachesControlsByRole) {
     gui.registerRole(&other);
     gui.ui_Set(QStringLiteral("lblDescription"), QStringLiteral("text"), QStringLiteral("ok"));
     EXPECT_EQ(other.text(), QStringLiteral("ok"));
+}
+
+TEST(GuiScreenTest, ProgressAndGridsGoToTheirControls) {
+    QWidget window;
+    auto* busy = new QProgressBar(&window);
+    busy->setObjectName(QStringLiteral("ProgressBar_TouZu_Busy"));
+    auto* grid = new QTableView(&window);
+    grid->setObjectName(QStringLiteral("TDBGrid_RZ"));
+    QProgressBar fallback;
+    GuiScreen gui;
+    gui.setWindow(&window);
+    gui.setProgressBar(&fallback);
+
+    gui.ui_Progress(0, 500, 120, true);
+    EXPECT_EQ(busy->maximum(), 500);
+    EXPECT_EQ(busy->value(), 120);
+    EXPECT_EQ(fallback.value(), -1);  // untouched: the page's own bar is there
+
+    auto store = Store::open(QStringLiteral(":memory:"), true);
+    store->execute(QStringLiteral("CREATE TABLE t (期号 INTEGER, 开奖日期 REAL, 临时数据 REAL, 备注 TEXT)"));
+    store->execute(QStringLiteral("INSERT INTO t VALUES (2026096, ?, 7.0, NULL)"),
+                   {toDateValue(QDate(2026, 8, 20))});
+    gui.ui_Grid(QStringLiteral("TDBGrid_RZ"), store->query(QStringLiteral("select * from t")));
+    gui.ui_DressGrid(QStringLiteral("TDBGrid_RZ"), {QStringLiteral("期号"), QStringLiteral("日期")},
+                     {0, 1410, -1});
+    CursorModel* model = gui.gridModel(QStringLiteral("TDBGrid_RZ"));
+    ASSERT_NE(model, nullptr);
+    EXPECT_TRUE(grid->isColumnHidden(0));
+    EXPECT_EQ(grid->columnWidth(1), 94);
+    EXPECT_GT(grid->columnWidth(2), 0);
+    EXPECT_EQ(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("日期"));
+    EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), QStringLiteral("临时数据"));
+    EXPECT_EQ(model->index(0, 1).data().toString(), QStringLiteral("2026/08/20"));
+    EXPECT_EQ(model->index(0, 2).data().toString(), QStringLiteral("7"));
+    EXPECT_EQ(model->index(0, 3).data().toString(), QString());
+
+    gui.releaseGrids();
+    EXPECT_EQ(model->rowCount(), 0);
 }
 
 TEST(TimedTipTest, CountsDownAndClosesItself) {

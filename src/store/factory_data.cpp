@@ -103,6 +103,12 @@ const QuickRow kQuickRows[] = {
 
 }  // namespace
 
+QStringList defaultMirrorAddresses() {
+    return {QStringLiteral("https://dovrex.example/ssq/list.txt"),
+            QStringLiteral("https://mirror2.dovrex.example/ssq/list.txt"),
+            QStringLiteral("https://mirror3.dovrex.example/ssq/list.txt")};
+}
+
 void seedConditionTables(Store& store) {
     Transaction tx(store);
     fillConditions(store, QStringLiteral("过滤条件"));
@@ -145,6 +151,9 @@ void seedFactoryData(Store& store) {
         store.execute(QStringLiteral("INSERT INTO 分析表号码组 VALUES (%1)").arg(marks.join(u',')), v);
     }
 
+    const QStringList mirrors = defaultMirrorAddresses();
+    for (int i = 0; i < mirrors.size(); ++i)
+        store.execute(QStringLiteral("INSERT INTO 下载地址 (序号, 地址) VALUES (?, ?)"), {i + 1, mirrors[i]});
     store.execute(QStringLiteral("INSERT INTO 用户模式 (模式) VALUES (0)"));
     store.execute(QStringLiteral("INSERT INTO 用户表 (用户名, 密码, 最后登陆时间) VALUES ('临时用户', '', ?)"),
                   {toDateValue(Clock::today())});

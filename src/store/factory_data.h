@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QPair>
+#include <QStringList>
 
 namespace dovrex {
 
@@ -14,6 +15,9 @@ class Store;
 QList<QPair<int, int>> conditionIdRanges();
 // Switch numbers of 过滤条件使用情况.
 QList<int> switchNumbers();
+
+// The three mirrors of the draw list download as shipped (rows 1..3 of 下载地址), editable later.
+QStringList defaultMirrorAddresses();
 
 // Fills the four condition tables (过滤条件, 过滤条件使用情况, 历史数据过滤, 号码特性) with factory rows.
 void seedConditionTables(Store& store);

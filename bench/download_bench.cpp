@@ -1,0 +1,66 @@
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include "app/shared_state.h"
+#include "bench.h"
+#include "history/draw_download.h"
+#include "history/draw_list.h"
+#include "history/history_queries.h"
+#include "store/factory_data.h"
+#include "store/schema.h"
+#include "store/store.h"
+#include "support/draw_list_server.h"
+
+namespace {
+
+using namespace dovrex;
+
+// The whole published history downloaded from a server on the loopback into an empty store, as a
+// user would: one download after another until the latest draw stays put, recounts included.
+const bench::Register wholeHistory("download", [] {
+    QByteArray list;
+    int draws = 0;
+    {
+        bench::ShippedStore shipped;
+        const QList<DrawRecord> all = read_DrawRecords(store());
+        draws = int(all.size());
+        list = format_DrawList(all);
+    }
+    DrawListServer server;
+    if (!server.start()) return;
+    server.setPage(QStringLiteral("/ssq/list.txt"), list);
+
+    QTemporaryDir dir;
+    auto fresh = Store::open(dir.filePath(QStringLiteral("work.dat")), true);
+    createWorkStoreSchema(*fresh);
+    seedFactoryData(*fresh);
+    shared().g_Store = fresh.get();
+    const QString url = server.url(QStringLiteral("/ssq/list.txt"));
+    save_MirrorAddresses({url, url, url});
+
+    QElapsedTimer t;
+    t.start();
+    int downloads = 0;
+    for (IssueNumber before = -1; before != latest_QiHao() && downloads < 20; ++downloads) {
+        before = latest_QiHao();
+        if (download_KaiJiang() != DownloadResult::Updated) break;
+    }
+    const double ms = double(t.nsecsElapsed()) / 1e6;
+    const int stored = store().scalar(QStringLiteral("select count(*) from 历史记录")).toInt();
+    bench::report(
+        QStringLiteral("download of the whole history from the loopback (%1 of %2 draws, %3 downloads, "
+                       "recounts included)")
+            .arg(stored)
+            .arg(draws)
+            .arg(downloads),
+        ms, QStringLiteral("ms"));
+
+    // The usual case: the list fetched again with the history complete.
+    t.restart();
+    download_KaiJiang();
+    bench::report(QStringLiteral("one download onto a complete history"), double(t.nsecsElapsed()) / 1e6,
+                  QStringLiteral("ms"));
+    shared().g_Store = nullptr;
+});
+
+}  // namespace

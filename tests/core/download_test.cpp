@@ -1,0 +1,272 @@
+// The draw list: its reading, its generator, and the download from a server on the loopback.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QStringEncoder>
+
+#include "history/draw_download.h"
+#include "history/draw_list.h"
+#include "history/history_queries.h"
+#include "store/factory_data.h"
+#include "store/pack.h"
+#include "store/schema.h"
+#include "support/draw_list_server.h"
+#include "support/test_support.h"
+
+using namespace dovrex;
+using namespace dovrex::test;
+
+namespace {
+
+const QString kListPath = QStringLiteral("/ssq/list.txt");
+
+// Every column of every draw from..to, in issue order.
+QList<QVariantList> historyRows(Store& s, IssueNumber from = 0, IssueNumber to = 9999999) {
+    QStringList cols;
+    for (const QString& c : schema::historyColumns()) cols << u'"' + c + u'"';
+    auto c = s.query(QStringLiteral("select %1 from 历史记录 where 期号>=? and 期号<=? order by 期号")
+                         .arg(cols.join(u',')),
+                     {from, to});
+    QList<QVariantList> rows;
+    for (; !c->eof(); c->moveNext()) {
+        QVariantList v;
+        for (int i = 0; i < c->fieldCount(); ++i) v << c->value(i);
+        rows << v;
+    }
+    return rows;
+}
+
+int historyCount(Store& s) {
+    return s.scalar(QStringLiteral("select count(*) from 历史记录")).toInt();
+}
+
+}  // namespace
+
+TEST(DrawList, CleaningKeepsDigitsAndSlashesAndFoldsEverythingElse) {
+    EXPECT_EQ(clean_Shuju(QStringLiteral("\uFEFF双色球 336\r\n2003001  2003/02/23,10 11")),
+              QStringLiteral("#336#2003001#2003/02/23#10#11"));
+    EXPECT_TRUE(is_DrawList(clean_Shuju(QStringLiteral("<p>336</p>2003001"))));
+    EXPECT_FALSE(is_DrawList(clean_Shuju(QStringLiteral("336 2003001"))));     // no head before the mark
+    EXPECT_FALSE(is_DrawList(clean_Shuju(QStringLiteral("v1 336 2003001"))));  // a header with a digit
+    EXPECT_FALSE(is_DrawList(QString()));
+}
+
+TEST(DrawList, ADrawIsReadAtItsFixedPlacesAndBadBallsAreFolded) {
+    const QString text = clean_Shuju(QStringLiteral(
+        "x336 2003001 2003/02/23 10 11 12 13 26 28 11\n2003002 2003/02/27 99 34 00 20 21 26 20\n"
+        "2003003 2003/13/02 01 07 10 23 28 32 16\n2003004 2003/03/06 04 06 07 10 13 25 0"));
+    DrawRecord d;
+    ASSERT_TRUE(parse_QiHao(2003001, text, d));
+    EXPECT_EQ(d.issue, 2003001);
+    EXPECT_EQ(dateText(d.date), QStringLiteral("2003/02/23"));
+    EXPECT_EQ(d.reds, makeReds(10, 11, 12, 13, 26, 28));
+    EXPECT_EQ(d.blue, 11);
+    ASSERT_TRUE(parse_QiHao(2003002, text, d));
+    EXPECT_EQ(d.reds, makeReds(31, 0, 0, 20, 21, 26));  // 99 and 34 folded modulo 34
+    EXPECT_EQ(d.blue, 3);                               // 20 modulo 17
+    EXPECT_FALSE(parse_QiHao(2003003, text, d));        // a date that does not read
+    EXPECT_FALSE(parse_QiHao(2003004, text, d));        // cut before the end of its blue
+    EXPECT_FALSE(parse_QiHao(2003005, text, d));
+}
+
+TEST(DrawList, TheIndexFindsWhatAPlainSearchFinds) {
+    // A repeated issue (the first place counts), an issue inside a longer number, a short number.
+    const QString text = clean_Shuju(
+        QStringLiteral("x336 2003001 2003/02/23 10 11 12 13 26 28 11 2003001 2003/02/24 01 02 03 04 05 06 07 "
+                       "12003002 2003/02/27 01 02 03 04 05 06 07 99 2003/03/01 01 02 03 04 05 06 07 200300 "
+                       "2003003 2003/03/02 01 "
+                       "02 03 04 05 06 07"));
+    const DrawListText list(text);
+    for (IssueNumber x : {2003001, 2003002, 2003003, 2003004, 99, 200300, 3001}) {
+        DrawRecord plain, indexed;
+        EXPECT_EQ(list.find(x), text.indexOf(QString::number(x) + u'#')) << x;
+        EXPECT_EQ(parse_QiHao(x, list, indexed), parse_QiHao(x, text, plain)) << x;
+        EXPECT_EQ(indexed.date, plain.date) << x;
+        EXPECT_EQ(indexed.reds, plain.reds) << x;
+    }
+}
+
+TEST(DrawList, TheGeneratedListReadsBackEveryDraw) {
+    ScopedStore shipped(ScopedStore::Kind::Shipped,
+                        QDir::temp().filePath(QStringLiteral("dovrex-drawlist-test.dat")));
+    const QList<DrawRecord> draws = read_DrawRecords(shipped.store());
+    ASSERT_GT(draws.size(), 3000);
+    const QString text = clean_Shuju(QString::fromUtf8(format_DrawList(draws)));
+    ASSERT_TRUE(is_DrawList(text));
+    for (const DrawRecord& want : draws) {
+        DrawRecord got;
+        ASSERT_TRUE(parse_QiHao(want.issue, text, got)) << want.issue;
+        EXPECT_EQ(got.date, want.date);
+        EXPECT_EQ(got.reds, want.reds);
+        EXPECT_EQ(got.blue, want.blue);
+    }
+    QFile::remove(shipped.file());
+}
+
+// A fresh store as the shared one, the shipped history as the reference and the source of the
+// list, and a server that serves the list on every mirror.
+class DownloadTest : public FreshStoreTest {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(unpack(shippedPackPath(), tempPath(QStringLiteral("ref.dat")),
+                           tempPath(QStringLiteral("ref.aux"))));
+        reference = Store::open(tempPath(QStringLiteral("ref.dat")));
+        allDraws = read_DrawRecords(*reference);
+        ASSERT_TRUE(server.start());
+        server.setPage(kListPath, format_DrawList(allDraws));
+        useMirrors({server.url(kListPath), server.url(kListPath), server.url(kListPath)});
+        set_PageTimeout(2000);
+    }
+    void TearDown() override { set_PageTimeout(30000); }
+
+    void useMirrors(const QStringList& urls) { save_MirrorAddresses(urls); }
+
+    // Every row of the store in use equals the reference, column for column.
+    void expectAsReference(IssueNumber to) {
+        const QList<QVariantList> got = historyRows(db()), want = historyRows(*reference, 0, to);
+        ASSERT_EQ(got.size(), want.size());
+        for (int i = 0; i < got.size(); ++i) ASSERT_EQ(got[i], want[i]) << "row of " << got[i][0].toInt();
+    }
+
+    void expectFailure(const char* what) {
+        const int rows = historyCount(db());
+        const int mirror = shared().g_MirrorIndex;
+        ui().clear();
+        EXPECT_EQ(download_KaiJiang(), DownloadResult::Failed) << what;
+        EXPECT_EQ(ui().messages(), QStringList{ScriptedScreen::oneLine(msg::kDownloadFailed)}) << what;
+        EXPECT_EQ(shared().g_MirrorIndex, (mirror + 1) % 3) << what;
+        EXPECT_EQ(historyCount(db()), rows) << what;
+    }
+
+    std::unique_ptr<Store> reference;
+    QList<DrawRecord> allDraws;
+    DrawListServer server;
+};
+
+TEST_F(DownloadTest, AnEmptyHistoryFillsUpToTheEndOfItsRangeAndTheNextDownloadGoesOn) {
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kDownloadDone});
+    EXPECT_EQ(latest_QiHao(), 2006001);
+    expectAsReference(2006001);
+    EXPECT_FALSE(ui().progress().visible);
+    EXPECT_TRUE(ui().lastStatus(2).isEmpty());
+    EXPECT_FALSE(ui().linesStartingWith(QStringLiteral("STATUS 2 ") + msg::kDownloading).isEmpty());
+
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(latest_QiHao(), 2009001);
+    expectAsReference(2009001);
+    EXPECT_EQ(shared().g_MirrorIndex, 0);
+    EXPECT_EQ(server.requests(), 2);
+}
+
+TEST_F(DownloadTest, AHistoryTenDrawsShortGetsThemAndNothingElseChanges) {
+    // Start from the shipped history, derived columns and all, less its ten newest draws.
+    const IssueNumber cutoff = allDraws[allDraws.size() - 11].issue;
+    const QList<QVariantList> kept = historyRows(*reference, 0, cutoff);
+    {
+        QStringList cols, marks;
+        for (const QString& c : schema::historyColumns())
+            cols << u'"' + c + u'"', marks << QStringLiteral("?");
+        Transaction tx(db());
+        for (const QVariantList& row : kept)
+            db().execute(QStringLiteral("insert into 历史记录 (%1) values (%2)")
+                             .arg(cols.join(u','), marks.join(u',')),
+                         row);
+    }
+    ASSERT_EQ(historyRows(db()), kept);
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(historyRows(db(), 0, cutoff), kept);
+    expectAsReference(allDraws.last().issue);
+    EXPECT_EQ(historyCount(db()), kept.size() + 10);
+}
+
+TEST_F(DownloadTest, AListWithHolesLeavesTheHoles) {
+    QList<DrawRecord> holed;
+    for (const DrawRecord& d : allDraws)
+        if (d.issue < 2004010 || d.issue > 2004019) holed << d;
+    server.setPage(kListPath, format_DrawList(holed));
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(
+        intScalar(QStringLiteral("select count(*) from 历史记录 where 期号 between 2004010 and 2004019")), 0);
+    EXPECT_EQ(
+        historyCount(db()),
+        reference->scalar(QStringLiteral("select count(*) from 历史记录 where 期号<=2006001")).toInt() - 10);
+    EXPECT_EQ(
+        intScalar(QStringLiteral("select count(*) from 历史记录 where 和值 is null or 温度值10 is null")), 0);
+}
+
+TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
+    server.setPage(kListPath,
+                   "<html><head><title>双色球</title></head><body>2003001 2003/02/23</body></html>",
+                   "text/html; charset=utf-8");
+    expectFailure("a page that is not a draw list");
+    useMirrors({server.url(QStringLiteral("/nothing.txt")), server.url(QStringLiteral("/nothing.txt")),
+                server.url(QStringLiteral("/nothing.txt"))});
+    expectFailure("a missing page");
+    EXPECT_EQ(shared().g_MirrorIndex, 2);
+
+    server.setMode(DrawListServer::Mode::Silent);
+    set_PageTimeout(300);
+    QElapsedTimer t;
+    t.start();
+    expectFailure("a server that never answers");
+    EXPECT_LT(t.elapsed(), 5000);
+    EXPECT_EQ(shared().g_MirrorIndex, 0) << "after three failures the first mirror again";
+    EXPECT_GT(ui().pumpCount(), 0) << "the window is kept alive while waiting";
+
+    server.stop();
+    expectFailure("a server that is down");
+    useMirrors({QStringLiteral("not an address"), QString(), QString()});
+    shared().g_MirrorIndex = 0;
+    expectFailure("an address that does not read");
+}
+
+TEST_F(DownloadTest, TheNextMirrorIsAskedAfterAFailure) {
+    useMirrors({server.url(QStringLiteral("/gone.txt")), server.url(kListPath), server.url(kListPath)});
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Failed);
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(latest_QiHao(), 2006001);
+}
+
+TEST_F(DownloadTest, ACutBodyStoresTheDrawsItHolds) {
+    const QByteArray whole = format_DrawList(allDraws.mid(0, 200));
+    server.setPage(kListPath, whole);
+    server.setMode(DrawListServer::Mode::Truncated, whole.size() / 2 + 5);
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    const int kept = historyCount(db());
+    EXPECT_GT(kept, 90);
+    EXPECT_LT(kept, 110);
+    const IssueNumber last = latest_QiHao();
+    EXPECT_EQ(last, allDraws[kept - 1].issue);
+    expectAsReference(last);
+}
+
+TEST_F(DownloadTest, MirrorAddressesAreKeptInTheStore) {
+    db().execute(QStringLiteral("delete from 下载地址"));
+    EXPECT_EQ(load_MirrorAddresses(), defaultMirrorAddresses());
+    save_MirrorAddresses(
+        {QStringLiteral("http://a.example/l.txt"), QString(), QStringLiteral(" http://c.example/l.txt ")});
+    EXPECT_EQ(load_MirrorAddresses(),
+              (QStringList{QStringLiteral("http://a.example/l.txt"), defaultMirrorAddresses()[1],
+                           QStringLiteral("http://c.example/l.txt")}));
+    EXPECT_EQ(mirror_Address(5), QStringLiteral("http://c.example/l.txt"));
+}
+
+TEST_F(DownloadTest, TheLookupOpensAnIssuesPageOnlyWhenItTellsOfADraw) {
+    const QByteArray gbk = QStringEncoder("GBK")(QStringLiteral("<html>双色球 2008118 开奖</html>"));
+    server.setPage(QStringLiteral("/ssq/08118.html"), gbk, "text/html; charset=GBK");
+    EXPECT_EQ(lookup_Address(2008118), server.url(QStringLiteral("/ssq/08118.html")));
+
+    ui().answerText(QStringLiteral("2008118"));
+    EXPECT_EQ(cmm_kuaisusezi(), LookupResult::Opened);
+    EXPECT_EQ(ui().linesStartingWith(QStringLiteral("OPENURL ")),
+              QStringList{QStringLiteral("OPENURL ") + server.url(QStringLiteral("/ssq/08118.html"))});
+
+    ui().answerText(QStringLiteral("2008119"));
+    EXPECT_EQ(cmm_kuaisusezi(), LookupResult::NotFound);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kLookupMissing});
+    ui().answerText(QString());
+    EXPECT_EQ(cmm_kuaisusezi(), LookupResult::Cancelled);
+}

@@ -6,6 +6,7 @@
 #include "app/app_flow.h"
 #include "app/shared_state.h"
 #include "history/derived_columns.h"
+#include "history/history_headless.h"
 #include "store/date_value.h"
 #include "store/jet_sql.h"
 #include "store/store.h"
@@ -125,6 +126,12 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"save", "", cmdSave},
         {"exit", "", cmdExit},
         {"help", "", cmdHelp},
+        {"draw-add", "<issue> <yyyy/mm/dd> <r1> .. <r6> <blue>", headless_DrawAdd},
+        {"draw-delete", "[<issue>]", headless_DrawDelete},
+        {"draw-search", "<column>=<text>...", headless_DrawSearch},
+        {"download", "[<url>]", headless_Download},
+        {"lookup", "[<issue>]", headless_Lookup},
+        {"mirrors", "[<url1> <url2> <url3>]", headless_Mirrors},
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;

@@ -159,10 +159,11 @@ QString mirror_Address(int index) {
     return load_MirrorAddresses().value(((index % kMirrorCount) + kMirrorCount) % kMirrorCount);
 }
 
-bool fetch_KaiJiang() {
+bool fetch_KaiJiang(const QString& address) {
     Screen& ui = screen();
     shared().tingZhi = 0;
-    const DrawListText list(clean_Shuju(get_Page(mirror_Address(shared().g_MirrorIndex))));
+    const DrawListText list(
+        clean_Shuju(get_Page(address.isEmpty() ? mirror_Address(shared().g_MirrorIndex) : address)));
     if (!is_DrawList(list.text())) return false;
 
     const IssueNumber latest = latest_QiHao();
@@ -188,10 +189,10 @@ bool fetch_KaiJiang() {
     return true;
 }
 
-DownloadResult download_KaiJiang() {
+DownloadResult download_KaiJiang(const QString& address) {
     Screen& ui = screen();
     try {
-        if (fetch_KaiJiang()) {
+        if (fetch_KaiJiang(address)) {
             ui.ui_Message(msg::kDownloadDone);
             return DownloadResult::Updated;
         }

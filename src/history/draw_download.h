@@ -52,17 +52,17 @@ void save_MirrorAddresses(const QStringList& addresses);
 // The address of mirror `index` (0..2, taken modulo 3).
 QString mirror_Address(int index);
 
-// fetch_KaiJiang: fetches the list from the mirror in use and stores every draw it holds from ten
-// issues before the latest to 3000 after, then recomputes the derived columns of the first draw and
-// of that range. False, with nothing written, when the page is not a draw list.
-bool fetch_KaiJiang();
+// fetch_KaiJiang: fetches the list from the mirror in use (or from `address` when one is given) and stores
+// every draw it holds from ten issues before the latest to 3000 after, then recomputes the derived columns of
+// the first draw and of that range. False, with nothing written, when the page is not a draw list.
+bool fetch_KaiJiang(const QString& address = {});
 
 // cmmUpdateHistory_Click(1) without its buttons and pages: the fetch, then "已成功更新!" or the
 // five-line failure message with the move to the next mirror. Error: a store failure ended the run
 // silently, keeping the draws stored so far. After Updated the window moves the entry boxes on
 // (advance_Entry) and redraws its pages; after any result it calls history_Status.
 enum class DownloadResult { Updated, Failed, Error };
-DownloadResult download_KaiJiang();
+DownloadResult download_KaiJiang(const QString& address = {});
 
 // The page of one issue on the mirror in use: beside the list, the last five digits of the issue
 // and ".html".

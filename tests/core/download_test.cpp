@@ -6,8 +6,10 @@
 #include <QFile>
 #include <QStringEncoder>
 
+#include "app/headless_runner.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
+#include "history/draw_records.h"
 #include "history/history_queries.h"
 #include "store/factory_data.h"
 #include "store/pack.h"
@@ -269,4 +271,42 @@ TEST_F(DownloadTest, TheLookupOpensAnIssuesPageOnlyWhenItTellsOfADraw) {
     EXPECT_EQ(ui().messages(), QStringList{msg::kLookupMissing});
     ui().answerText(QString());
     EXPECT_EQ(cmm_kuaisusezi(), LookupResult::Cancelled);
+}
+
+TEST_F(DownloadTest, TheHeadlessCommandsEnterSearchDeleteAndDownload) {
+    const QString file = tempPath(QStringLiteral("headless.dat"));
+    makeFreshStoreFile(file);
+    shared().g_Store = nullptr;  // the runner opens its own
+    QStringList out;
+    HeadlessRunner runner([&out](const QString& line) { out << line; });
+    const int code =
+        runner.runScript(QStringLiteral("open-store %1\n"
+                                        "mirrors http://127.0.0.1:1/a.txt http://127.0.0.1:1/b.txt "
+                                        "http://127.0.0.1:1/c.txt\n"
+                                        "download %2\n"
+                                        "draw-add 2006002 2006/01/03 28 7 13 16 21 26 9\n"
+                                        "draw-add 2006003 2006/01/05 34 4 5 6 16 20 12\n"
+                                        "draw-search 红球1=1 蓝球=03\n"
+                                        "draw-delete 2006002\n"
+                                        "draw-delete 2006002\n")
+                             .arg(file, server.url(kListPath)));
+    EXPECT_EQ(code, 1) << out.join(u'\n').toStdString();  // the bad entry stops the script
+    EXPECT_TRUE(out.contains(QStringLiteral("updated, next mirror 1")));
+    EXPECT_TRUE(out.contains(QStringLiteral("stored 2006002, next 2006003 on 2006/01/05")));
+    EXPECT_TRUE(out.contains(QStringLiteral("ERROR ") + msg::kBadEntry));
+    EXPECT_EQ(out.last(), QStringLiteral("FAILED draw not stored"));
+
+    out.clear();
+    EXPECT_EQ(runner.runScript(
+                  QStringLiteral("draw-search 红球1=1 蓝球=03\ndraw-delete 2006002\ndraw-delete 2006002\n"
+                                 "download\n")),
+              0);
+    const int matches = reference
+                            ->scalar(QStringLiteral(
+                                "select count(*) from 历史记录 where 期号<=2006001 and 红球1=1 and 蓝球=3"))
+                            .toInt();
+    EXPECT_TRUE(out.contains(QStringLiteral("found %1").arg(matches)));
+    EXPECT_TRUE(out.contains(QStringLiteral("deleted")));
+    EXPECT_TRUE(out.contains(QStringLiteral("missing")));
+    EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2")));
 }

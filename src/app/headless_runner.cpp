@@ -7,6 +7,7 @@
 #include "app/shared_state.h"
 #include "history/derived_columns.h"
 #include "history/history_headless.h"
+#include "pipeline/pipeline_headless.h"
 #include "store/date_value.h"
 #include "store/jet_sql.h"
 #include "store/store.h"
@@ -132,6 +133,17 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"download", "[<url>]", headless_Download},
         {"lookup", "[<issue>]", headless_Lookup},
         {"mirrors", "[<url1> <url2> <url3>]", headless_Mirrors},
+        {"pick", "<0|1|2> <id|a-b>...", headless_Pick},
+        {"click", "<button index>", headless_Click},
+        {"mode", "red|blue <1 drag|2 banker>", headless_Mode},
+        {"clear-picks", "red|blue", headless_ClearPicks},
+        {"picks", "", headless_Picks},
+        {"condition", "<value> <id|a-b>...", headless_Condition},
+        {"switch", "<n|a-b>... on|off", headless_Switch},
+        {"init", "<issue>", headless_Init},
+        {"filter", "[<issue>]", headless_Filter},
+        {"delete", "[<issue>]", headless_Delete},
+        {"command", "<0..7>", headless_Command},
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;

@@ -11,13 +11,16 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <algorithm>
 #include <functional>
 
 #include "app/app_flow.h"
+#include "ui/conditions_page.h"
 #include "ui/gui_screen.h"
 #include "ui/help_page.h"
 #include "ui/history_page.h"
 #include "ui/placeholder_page.h"
+#include "ui/window_parts.h"
 #include "widgets/ball_art.h"
 
 namespace dovrex {
@@ -64,15 +67,42 @@ FormMain::FormMain(AppFlow& flow, GuiScreen& screen, QWidget* parent)
 
     buildPages();
     buildMenus();
+    installParts();
+}
+
+std::vector<WindowPart>& windowParts() {
+    static std::vector<WindowPart> parts;
+    return parts;
+}
+
+void FormMain::installParts() {
+    std::vector<WindowPart> parts = windowParts();
+    std::stable_sort(parts.begin(), parts.end(),
+                     [](const WindowPart& a, const WindowPart& b) { return a.order < b.order; });
+    for (const WindowPart& part : parts) part.install(*this);
+}
+
+ConditionsPage* FormMain::conditionsPage() const {
+    return qobject_cast<ConditionsPage*>(page(TopPage::Conditions));
+}
+
+QMenu* FormMain::menu(const QString& title) {
+    QMenu* helpMenu = nullptr;
+    for (QAction* a : menuBar()->actions()) {
+        if (!a->menu()) continue;
+        if (a->text() == title) return a->menu();
+        if (a->menu()->objectName() == QLatin1String("mnu_HelpMenu")) helpMenu = a->menu();
+    }
+    auto* m = new QMenu(title, menuBar());
+    if (helpMenu)
+        menuBar()->insertMenu(helpMenu->menuAction(), m);
+    else
+        menuBar()->addMenu(m);
+    return m;
 }
 
 void FormMain::buildPages() {
-    tabs_->addTab(
-        new PlaceholderPage(QStringLiteral("过滤条件"),
-                            QStringLiteral("选号、初始化、过滤与缩水：在这里选定红蓝球的胆码和拖码，"
-                                           "展开成投注号码，再按各项条件过滤、缩水。"),
-                            tabs_),
-        QStringLiteral("过滤条件"));
+    tabs_->addTab(new ConditionsPage(tabs_), QStringLiteral("过滤条件"));
     tabs_->addTab(
         new PlaceholderPage(QStringLiteral("其它"),
                             QStringLiteral("遗漏统计、概率分析、走势图、幸运号码与生日选号等工具。"), tabs_),
@@ -146,6 +176,7 @@ void FormMain::buildMenus() {
               [this] { screen_.ui_OpenFile(flow_.paths().programDir); });
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("帮助(&H)"));
+    help->setObjectName(QStringLiteral("mnu_HelpMenu"));
     QAction* manual = menuEntry(help, QStringLiteral("mnu_Help"), QStringLiteral("使用帮助(&H)"), this,
                                 [this] { selectPage(TopPage::Web); });
     manual->setShortcut(QKeySequence::HelpContents);

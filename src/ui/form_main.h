@@ -3,12 +3,14 @@
 #include <QMainWindow>
 
 class QAction;
+class QMenu;
 class QProgressBar;
 class QTabWidget;
 
 namespace dovrex {
 
 class AppFlow;
+class ConditionsPage;
 class GuiScreen;
 class HistoryPage;
 
@@ -28,6 +30,11 @@ class FormMain : public QMainWindow {
     void setPage(TopPage which, QWidget* page);
     void selectPage(TopPage which);
     HistoryPage* historyPage() const;
+    ConditionsPage* conditionsPage() const;
+    // The menu of that title (e.g. "工具(&T)"), made before 帮助 when it does not exist yet.
+    QMenu* menu(const QString& title);
+    AppFlow& flow() const { return flow_; }
+    GuiScreen& guiScreen() const { return screen_; }
 
     // Sized for the screen it is on, centred.
     void fitToScreen();
@@ -44,6 +51,7 @@ class FormMain : public QMainWindow {
   private:
     void buildPages();
     void buildMenus();
+    void installParts();
     void showAbout();
 
     AppFlow& flow_;

@@ -1,0 +1,23 @@
+// The 下载地址设置 entry of the 数据 menu.
+#include <QMenu>
+
+#include "ui/form_main.h"
+#include "ui/mirror_settings_dialog.h"
+#include "ui/window_parts.h"
+
+namespace dovrex {
+namespace {
+
+const RegisterWindowPart mirrorSettings("mirror settings", 100, [](FormMain& window) {
+    QMenu* data = window.menu(QStringLiteral("数据(&D)"));
+    data->addSeparator();
+    QAction* action = data->addAction(QStringLiteral("下载地址设置..."));
+    action->setObjectName(QStringLiteral("mnu_DownloadAddresses"));
+    QObject::connect(action, &QAction::triggered, &window, [&window] {
+        MirrorSettingsDialog dialog(&window);
+        dialog.exec();
+    });
+});
+
+}  // namespace
+}  // namespace dovrex

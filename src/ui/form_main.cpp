@@ -19,6 +19,7 @@
 #include "ui/gui_screen.h"
 #include "ui/help_page.h"
 #include "ui/history_page.h"
+#include "ui/other_page.h"
 #include "ui/placeholder_page.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"
@@ -82,6 +83,10 @@ void FormMain::installParts() {
     for (const WindowPart& part : parts) part.install(*this);
 }
 
+OtherPage* FormMain::otherPage() const {
+    return qobject_cast<OtherPage*>(page(TopPage::Other));
+}
+
 ConditionsPage* FormMain::conditionsPage() const {
     return qobject_cast<ConditionsPage*>(page(TopPage::Conditions));
 }
@@ -103,10 +108,7 @@ QMenu* FormMain::menu(const QString& title) {
 
 void FormMain::buildPages() {
     tabs_->addTab(new ConditionsPage(tabs_), QStringLiteral("过滤条件"));
-    tabs_->addTab(
-        new PlaceholderPage(QStringLiteral("其它"),
-                            QStringLiteral("遗漏统计、概率分析、走势图、幸运号码与生日选号等工具。"), tabs_),
-        QStringLiteral("其它"));
+    tabs_->addTab(new OtherPage(tabs_), QStringLiteral("其它"));
     tabs_->addTab(new HistoryPage(tabs_), QStringLiteral("历史数据"));
     tabs_->addTab(
         new PlaceholderPage(

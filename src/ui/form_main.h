@@ -11,6 +11,7 @@ namespace dovrex {
 
 class AppFlow;
 class ConditionsPage;
+class OtherPage;
 class GuiScreen;
 class HistoryPage;
 
@@ -31,6 +32,7 @@ class FormMain : public QMainWindow {
     void selectPage(TopPage which);
     HistoryPage* historyPage() const;
     ConditionsPage* conditionsPage() const;
+    OtherPage* otherPage() const;
     // The menu of that title (e.g. "工具(&T)"), made before 帮助 when it does not exist yet.
     QMenu* menu(const QString& title);
     AppFlow& flow() const { return flow_; }

@@ -8,7 +8,9 @@
 #include "app/shared_state.h"
 #include "domain/game.h"
 #include "history/history_queries.h"
+#include "store/condition_files.h"
 #include "store/pack.h"
+#include "users/users.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -62,6 +64,7 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
     try {
         store_ = Store::open(paths_.workStore());
         shared().g_Store = store_.get();
+        shared().paths = paths_;
         shared().g_HistoryCursor = store_->query(QStringLiteral("SELECT * FROM 历史记录  ORDER BY 期号 ASC"));
 
         auto colors = store_->query(QStringLiteral("select * from BallColor order by 号码 asc"));
@@ -137,6 +140,9 @@ bool AppFlow::app_Unload(bool& cancel) {
 }
 
 bool AppFlow::saveAndClose() {
+    // In multi-user mode the current user's condition set goes to their file first.
+    if (shared().g_UserMode == kMultiUserMode && shared().g_Store && !shared().g_CurrentUser.isEmpty())
+        save_ChengYuanWenJian(shared().g_CurrentUser);
     abandon();
     return save();
 }

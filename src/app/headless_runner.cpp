@@ -8,6 +8,7 @@
 #include "history/derived_columns.h"
 #include "history/history_headless.h"
 #include "pipeline/pipeline_headless.h"
+#include "users/users_headless.h"
 #include "store/date_value.h"
 #include "store/jet_sql.h"
 #include "store/store.h"
@@ -144,6 +145,12 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"filter", "[<issue>]", headless_Filter},
         {"delete", "[<issue>]", headless_Delete},
         {"command", "<0..7>", headless_Command},
+        {"user-mode", "[1|2]", headless_UserMode},
+        {"login", "<name> [<password>]", headless_Login},
+        {"users", "", headless_Users},
+        {"export-conditions", "<file>", headless_ExportConditions},
+        {"import-conditions", "<file>", headless_ImportConditions},
+        {"restore-defaults", "", headless_RestoreDefaults},
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "app/app_paths.h"
 #include "app/screen.h"
 #include "store/store.h"
 
@@ -16,6 +17,8 @@ struct SharedState {
     Store* g_Store = nullptr;
     // The long-lived cursor behind the history grid.
     std::shared_ptr<Cursor> g_HistoryCursor;
+    // The program and temporary folders of the running program.
+    AppPaths paths;
     // Where every ui_* call goes.
     Screen* screen = nullptr;
 

@@ -1,4 +1,5 @@
 #include "ui/gui_screen.h"
+#include "ui/user_dialogs.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -274,6 +275,18 @@ void GuiScreen::ui_Set(const QString& roleName, const QString& property, const Q
         return;
     }
     w->setProperty(property.toUtf8().constData(), value);
+}
+
+int GuiScreen::ui_ChooseUserMode() {
+    FirstRunDialog dialog(window_);
+    dialog.exec();
+    return dialog.chosenMode();
+}
+
+bool GuiScreen::ui_Login() {
+    LoginDialog dialog(window_);
+    dialog.exec();
+    return dialog.loggedIn();
 }
 
 void GuiScreen::ui_Clipboard(const QString& text) {

@@ -23,6 +23,11 @@ class CursorModel;
 class GuiScreen : public QObject, public Screen {
     Q_OBJECT
   public:
+    // frmFirstrun: 1 single-user, 2 multi-user, 0 when the player leaves the program instead.
+    virtual int ui_ChooseUserMode();
+    // frmODBCLogon, modal: true once someone logged in, false after 退出系统.
+    virtual bool ui_Login();
+
     explicit GuiScreen(QObject* parent = nullptr);
     ~GuiScreen() override;
 

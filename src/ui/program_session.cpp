@@ -4,11 +4,15 @@
 #include <QPointer>
 #include <QScreen>
 
+#include <QAction>
+
 #include "app/shared_state.h"
+#include "store/condition_files.h"
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"
 #include "ui/history_page.h"
 #include "ui/splash_window.h"
+#include "users/users.h"
 
 namespace dovrex {
 
@@ -62,8 +66,26 @@ bool ProgramSession::start() {
     if (splash) splash->close();
     window_->show();
     shared().g_MainCaption = window_->windowTitle();
+    if (!chooseUser()) return false;
 
     if (flow_.history_Status()) offerDownload();
+    upgrade_TiaoJian();
+    return true;
+}
+
+bool ProgramSession::chooseUser() {
+    int mode = read_UserMode();
+    if (mode == 0) {
+        mode = screen_->ui_ChooseUserMode();
+        if (mode == 0) return false;  // 退出系统: nothing is saved
+        write_UserMode(mode);
+    }
+    shared().g_UserMode = mode;
+    if (QAction* switchUser = window_->findChild<QAction*>(QStringLiteral("mnu_UserQiehuan")))
+        switchUser->setVisible(mode >= kMultiUserMode);
+    if (mode < kMultiUserMode) return true;
+    if (!screen_->ui_Login()) return false;
+    window_->setWindowTitle(mainCaptionForUser());
     return true;
 }
 

@@ -30,6 +30,8 @@ class ProgramSession {
   private:
     StartOutcome openStore();
     void offerDownload();
+    // First-run mode choice and, in multi-user mode, the login. False when the player left.
+    bool chooseUser();
 
     AppFlow flow_;
     std::unique_ptr<GuiScreen> screen_;

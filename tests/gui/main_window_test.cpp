@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QAction>
 #include <QFrame>
 #include <QHeaderView>
 #include <QLabel>
@@ -28,6 +29,8 @@
 #include "ui/history_page.h"
 #include "ui/main_window.h"
 #include "ui/program_session.h"
+#include "users/users.h"
+#include "store/condition_files.h"
 #include "widgets/cursor_model.h"
 #include "widgets/timed_tip.h"
 
@@ -44,6 +47,17 @@ class ScriptedScreen : public GuiScreen {
     bool ui_Confirm(const QString& text) override {
         asked << text;
         return answer;
+    }
+    // The first-run choice and the login, answered without their windows.
+    int mode = 1;
+    QString user, password;
+    int ui_ChooseUserMode() override { return mode; }
+    bool ui_Login() override {
+        const bool saved = answer;
+        answer = true;  // a new user is created without asking twice
+        const bool ok = login_Submit(user, password) == LoginResult::LoggedIn;
+        answer = saved;
+        return ok;
     }
 };
 
@@ -224,8 +238,15 @@ TEST_F(MainWindowTest, RunProgramClosesThroughTheRealConfirmBox) {
     QStringList texts;
     QTimer player;
     player.setInterval(40);
+    bool askedMode = false;
     QObject::connect(&player, &QTimer::timeout, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (modal && modal->objectName() == QLatin1String("frmFirstrun")) {
+            askedMode = true;  // the first start asks for the mode: single-user
+            modal->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+            return;
+        }
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
             texts << box->text();
             if (boxes++ == 0)
                 QTest::keyClick(box, Qt::Key_Escape);
@@ -242,6 +263,7 @@ TEST_F(MainWindowTest, RunProgramClosesThroughTheRealConfirmBox) {
     const int rc = runProgram(*qobject_cast<QApplication*>(QCoreApplication::instance()), paths_);
     player.stop();
     EXPECT_EQ(rc, 0);
+    EXPECT_TRUE(askedMode);
     EXPECT_EQ(texts, QStringList({msg::kConfirmExit, msg::kConfirmExit}));
     EXPECT_TRUE(QFileInfo::exists(paths_.bakPack()));
 }
@@ -322,6 +344,55 @@ TEST(TimedTipTest, CountsDownAndClosesItself) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return tip && tip->secondsLeft() == 1; }, 1500));
     EXPECT_EQ(ok->text(), QStringLiteral("知道了(1)"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return tip.isNull(); }, 1500));
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(MainWindowTest, FirstRunModeAndLogin) {
+    {
+        // Leaving at the first-run question ends the start and writes nothing.
+        ScriptedScreen* screen = nullptr;
+        auto s = session(screen);
+        screen->mode = 0;
+        const QByteArray pack = [&] {
+            QFile f(paths_.dataPack());
+            f.open(QIODevice::ReadOnly);
+            return f.readAll();
+        }();
+        EXPECT_FALSE(s->start());
+        QFile f(paths_.dataPack());
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        EXPECT_EQ(f.readAll(), pack);
+    }
+    {
+        // Multi-user mode: the login names the user in the caption and shows the switch entry.
+        ScriptedScreen* screen = nullptr;
+        auto s = session(screen);
+        screen->mode = 2;
+        screen->user = QStringLiteral("alice");
+        screen->password = QStringLiteral("pw");
+        ASSERT_TRUE(s->start());
+        EXPECT_EQ(s->window()->windowTitle(), QStringLiteral("双色球 dovrex  —— alice"));
+        QAction* switchUser = s->window()->findChild<QAction*>(QStringLiteral("mnu_UserQiehuan"));
+        ASSERT_NE(switchUser, nullptr);
+        EXPECT_TRUE(switchUser->isVisible());
+        store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID=1100"));
+        screen->answer = true;
+        s->window()->close();  // saves alice's set at exit
+        EXPECT_TRUE(QFile::exists(userFilePath(QStringLiteral("alice"))));
+    }
+    {
+        // The mode is asked once; alice finds her set again at the next start.
+        ScriptedScreen* screen = nullptr;
+        auto s = session(screen);
+        screen->mode = 0;  // would leave, if it were asked
+        screen->user = QStringLiteral("alice");
+        screen->password = QStringLiteral("pw");
+        ASSERT_TRUE(s->start());
+        EXPECT_EQ(store().scalar(QStringLiteral("select VALUE from 过滤条件 where ID=1100")).toInt(), 1);
+    }
 }
 
 }  // namespace

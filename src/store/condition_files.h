@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+
+namespace dovrex {
+
+class Store;
+
+// A condition set travels between the store and files: the user's file (<name>.udovrex), an
+// exported file (*.dovrex) and the template TJmode.tjmod. All are store files holding the four
+// condition tables 过滤条件, 过滤条件使用情况, 号码特性 and 历史数据过滤, with the same rows in the
+// same order. There is no header and no check: a copy goes row by row and ends where the source ends.
+
+namespace msg {
+inline const QString kTemplateMissing = QStringLiteral("数据模板文件丢失无法导出，请重新安装！");
+inline const QString kUserFileBroken = QStringLiteral("用户文件丢失或损坏,无法打开！");
+inline const QString kImportFormatError = QStringLiteral("文件格式错误无法导入数据！");
+inline const QString kImportDone = QStringLiteral("导入完成！");
+inline const QString kExportDone = QStringLiteral("导出完成！");
+inline const QString kOverwriteFile = QStringLiteral("要覆盖这个文件吗？");
+inline const QString kDefaultsRestored = QStringLiteral("全部过滤条件已还原为默认值！");
+inline const QString kConditionFileFilter = QStringLiteral("过滤条件 (*.dovrex);;全部文件 (*)");
+}  // namespace msg
+
+inline const QString kGuestUser = QStringLiteral("临时用户");
+
+// Walks the four condition tables of both stores together, writing each target row from the
+// source row. Throws StoreError when a statement fails; rows written before stay written.
+void copy_TiaoJian(Store& from, Store& to);
+
+// The shared store's set into the user's file (nothing for the guest). False when the template
+// is missing (the message is shown).
+bool save_ChengYuanWenJian(const QString& user);
+// The user's file into the shared store. False when it is missing or unreadable (message shown).
+bool load_ChengYuanWenJian(const QString& user);
+
+// Export of the set to a file the user picks; import from one; restore of the factory defaults.
+// Each talks to the user through the screen. Return true when they did their work.
+bool daocu_Click();
+bool daoru_Click();
+bool huanyuan_Click();
+
+// The same without dialogs, for scripts and tests: export to `path` (asking before overwriting),
+// import from `path`.
+bool export_TiaoJian(const QString& path);
+bool import_TiaoJian(const QString& path);
+
+// Brings older data up to the condition ids 1171..1190, in the store, the template and the guest's
+// file. False when the template or the guest's file is missing (message shown).
+bool upgrade_TiaoJian();
+
+QString userFilePath(const QString& user);
+QString templatePath();
+
+}  // namespace dovrex

@@ -1,0 +1,226 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "store/condition_files.h"
+#include "store/factory_data.h"
+#include "support/test_support.h"
+#include "users/users.h"
+
+namespace dovrex {
+namespace {
+
+// A fresh store in a program folder that holds the shipped template and guest file.
+class ConditionFilesTest : public test::FreshStoreTest {
+  protected:
+    void SetUp() override {
+        shared().paths = paths();
+        QDir().mkpath(paths().programDir);
+        QDir().mkpath(paths().tempDir);
+        for (const QString& name : {kTemplateFileName, kGuestFileName})
+            ASSERT_TRUE(QFile::copy(QStringLiteral(DOVREX_BUILD_DIR "/data/") + name,
+                                    paths().programDir + u'/' + name));
+    }
+    static int value(int id) {
+        return test::intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=?"), {id});
+    }
+    static int switchOn(int n) {
+        return test::intScalar(QStringLiteral("select 使用情况 from 过滤条件使用情况 where 条件=?"), {n});
+    }
+    // A recognisable set: some values, a switch, a custom group, the history filter.
+    static void makeSet(int v) {
+        store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID IN (1, 1100, 3305, 5079)"), {v});
+        store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=? WHERE 条件 IN (1, 76)"),
+                      {v > 0});
+        store_Execute(QStringLiteral("UPDATE 号码特性 SET 自定义组3=? WHERE 号码 IN (7, 8)"), {v > 0});
+        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=?, 匹配值=?"), {v > 0, v > 0 ? 4 : 6});
+    }
+    static void expectSet(int v) {
+        for (int id : {1, 1100, 3305, 5079}) EXPECT_EQ(value(id), v) << id;
+        EXPECT_EQ(switchOn(76), v > 0 ? 1 : 0);
+        EXPECT_EQ(test::intScalar(QStringLiteral("select 自定义组3 from 号码特性 where 号码=8")),
+                  v > 0 ? 1 : 0);
+        EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), v > 0 ? 4 : 6);
+    }
+    QString exportPath() const { return tempPath(QStringLiteral("set.dovrex")); }
+};
+
+TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
+    makeSet(1);
+    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    EXPECT_TRUE(ui().messages().contains(msg::kExportDone));
+    makeSet(0);
+    expectSet(0);
+    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    EXPECT_TRUE(ui().messages().contains(msg::kImportDone));
+    expectSet(1);
+
+    // Exporting over an existing file asks; no leaves it as it was.
+    const QByteArray before = test::fileBytes(exportPath());
+    makeSet(0);
+    ui().answerConfirm(false);
+    EXPECT_FALSE(export_TiaoJian(exportPath()));
+    EXPECT_EQ(test::fileBytes(exportPath()), before);
+}
+
+TEST_F(ConditionFilesTest, AShortFileKeepsTheRowsItDoesNotReach) {
+    makeSet(1);
+    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    {
+        auto file = Store::open(exportPath());
+        file->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=3000"));
+    }
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=7"));
+    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    EXPECT_EQ(value(1100), 1);  // reached
+    EXPECT_EQ(value(1101), 0);
+    EXPECT_EQ(value(3305), 7);  // beyond the file's rows: kept
+    EXPECT_EQ(value(5079), 7);
+}
+
+TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
+    makeSet(1);
+    const QString junk = tempPath(QStringLiteral("junk.dovrex"));
+    {
+        QFile f(junk);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("01 02 03 04 05 06+07\n");
+    }
+    EXPECT_FALSE(import_TiaoJian(junk));
+    EXPECT_TRUE(ui().messages().contains(msg::kImportFormatError));
+    expectSet(1);
+
+    // A store without the condition tables is refused the same way.
+    const QString other = tempPath(QStringLiteral("other.dovrex"));
+    { Store::open(other, true)->execute(QStringLiteral("CREATE TABLE t (x)")); }
+    EXPECT_FALSE(import_TiaoJian(other));
+    expectSet(1);
+
+    // A file cut short: whatever it holds before the damage may arrive, nothing crashes.
+    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    QByteArray bytes = test::fileBytes(exportPath());
+    bytes.truncate(bytes.size() / 3);
+    QFile cut(exportPath());
+    ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
+    cut.write(bytes);
+    cut.close();
+    import_TiaoJian(exportPath());
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1284);
+}
+
+TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {
+    makeSet(1);
+    ASSERT_TRUE(huanyuan_Click());
+    EXPECT_EQ(value(1100), 0);
+    EXPECT_EQ(switchOn(76), 0);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 号码特性 where 第1位<>0 or 自定义组3<>0")),
+              0);
+    EXPECT_TRUE(ui().messages().contains(msg::kDefaultsRestored));
+
+    // A store from before the 和值 range grew: rows 1171..1190 come back everywhere, once.
+    store_Execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171 AND ID<=1190"));
+    {
+        Store::open(templatePath())
+            ->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171 AND ID<=1190"));
+    }
+    store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=170 WHERE 条件名称='和值'"));
+    ASSERT_TRUE(upgrade_TiaoJian());
+    ASSERT_TRUE(upgrade_TiaoJian());
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190")),
+              20);
+    EXPECT_EQ(Store::open(templatePath())
+                  ->scalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190"))
+                  .toInt(),
+              20);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 范围max from 快速设置 where 条件名称='和值'")), 1183);
+
+    QFile::remove(templatePath());
+    EXPECT_FALSE(upgrade_TiaoJian());
+    EXPECT_TRUE(ui().messages().contains(msg::kTemplateMissing));
+}
+
+class UsersTest : public ConditionFilesTest {
+  protected:
+    void SetUp() override {
+        ConditionFilesTest::SetUp();
+        write_UserMode(kMultiUserMode);
+        Clock::setToday(QDate(2026, 11, 1));
+    }
+};
+
+TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
+    ui().answerConfirm(true);
+    ASSERT_EQ(login_Submit(QStringLiteral("alice"), QStringLiteral("Secret")), LoginResult::LoggedIn);
+    makeSet(1);
+    beginUserSwitch();
+    ui().answerConfirm(true);
+    ASSERT_EQ(login_Submit(QStringLiteral("bob"), QString()), LoginResult::LoggedIn);
+    // A new user starts from the default values and switches, with the history filter reset.
+    for (int id : {1, 1100, 3305, 5079}) EXPECT_EQ(value(id), 0) << id;
+    EXPECT_EQ(switchOn(76), 0);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=9 WHERE ID=1100"));
+    beginUserSwitch();
+
+    // Names match without regard to case, passwords with it.
+    EXPECT_EQ(login_Submit(QStringLiteral("ALICE"), QStringLiteral("secret")), LoginResult::Refused);
+    EXPECT_TRUE(ui().messages().contains(msg::kWrongPassword));
+    ASSERT_EQ(login_Submit(QStringLiteral("ALICE"), QStringLiteral("Secret")), LoginResult::LoggedIn);
+    EXPECT_EQ(shared().g_CurrentUser, QStringLiteral("alice"));
+    expectSet(1);
+    beginUserSwitch();
+    ASSERT_EQ(login_Submit(QStringLiteral("bob"), QString()), LoginResult::LoggedIn);
+    EXPECT_EQ(value(1100), 9);
+
+    // The guest logs in without a password and leaves no file of its own behind.
+    const QByteArray guestFile = test::fileBytes(userFilePath(kGuestUser));
+    ASSERT_EQ(login_Submit(kGuestUser, QStringLiteral("anything")), LoginResult::LoggedIn);
+    makeSet(1);
+    beginUserSwitch();
+    EXPECT_EQ(test::fileBytes(userFilePath(kGuestUser)), guestFile);
+}
+
+TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
+    ui().answerConfirm(true);
+    ASSERT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("pw")), LoginResult::LoggedIn);
+    EXPECT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("' or '1'='1")), LoginResult::Refused);
+    EXPECT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("pw")), LoginResult::LoggedIn);
+
+    for (const QString& bad :
+         {QStringLiteral("../x"), QStringLiteral("a/b"), QStringLiteral("a\\b"), QStringLiteral("a\tb")}) {
+        EXPECT_EQ(login_Submit(bad, QString()), LoginResult::Refused) << bad.toStdString();
+    }
+    EXPECT_TRUE(ui().messages().contains(msg::kBadUserName));
+    EXPECT_EQ(login_Submit(QStringLiteral("  "), QString()), LoginResult::Refused);
+    EXPECT_TRUE(ui().messages().contains(msg::kEmptyUserName));
+
+    ui().answerConfirm(false);  // an unknown name, and the offer to create it declined
+    EXPECT_EQ(login_Submit(QStringLiteral("nobody"), QString()), LoginResult::Refused);
+    EXPECT_FALSE(userNames().contains(QStringLiteral("nobody")));
+}
+
+TEST_F(UsersTest, AUserAway30DaysIsPurgedWithTheFileAndTicketsGoAtLogin) {
+    ui().answerConfirm(true);
+    ASSERT_EQ(login_Submit(QStringLiteral("carol"), QString()), LoginResult::LoggedIn);
+    ui().answerConfirm(true);
+    ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
+    ASSERT_TRUE(QFile::exists(userFilePath(QStringLiteral("carol"))));
+    store_Execute(QStringLiteral("INSERT INTO 日志表 (序号, 期号) VALUES (1, 2026097)"));
+
+    Clock::setToday(QDate(2026, 11, 30));  // 29 days on: nobody goes
+    ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
+    EXPECT_TRUE(userNames().contains(QStringLiteral("carol")));
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 日志表")), 0);
+
+    Clock::setToday(QDate(2026, 12, 1));  // 30 days since carol came: she goes, with her file
+    ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
+    EXPECT_FALSE(userNames().contains(QStringLiteral("carol")));
+    EXPECT_FALSE(QFile::exists(userFilePath(QStringLiteral("carol"))));
+    EXPECT_TRUE(userNames().contains(kGuestUser));
+    EXPECT_TRUE(userNames().contains(QStringLiteral("dave")));
+}
+
+}  // namespace
+}  // namespace dovrex

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace dovrex {
+
+// What the condition pages show and write, without the widgets: the lines of each value list with
+// the condition row behind each line, the switch of each page, the range texts, the custom group
+// summaries and the report of every setting (查看全部).
+
+// One line of a value list and the 过滤条件 row its tick writes.
+struct ConditionLine {
+    QString text;
+    int id = 0;
+};
+
+// A value list of a condition page with its switch.
+struct ConditionList {
+    QString caption;  // "使用“和值”过滤"
+    int switchNo = 0;
+    QList<ConditionLine> lines;
+};
+
+// The lists of a condition page (1-based tab of the condition pages): one for tabs 2..10, 16..26,
+// two for the count pages 11..13, four for the interval page 14; none for the others.
+QList<ConditionList> conditionLists(int tab);
+
+// A tick: writes 1 or 0 into the line's row.
+void set_ConditionLine(const ConditionLine& line, bool allowed);
+bool conditionLineAllowed(const ConditionLine& line);
+
+// Runs of allowed values of a range condition, e.g. "［３-８］ , ［１０］" as "[3-8] , [10]" in
+// full-width digits: codes 1..5 (和值, 奇数和值, 偶数和值, 跨度, 最大间距) and 22..25 (头数和值,
+// 尾数和值, 温度值5, 温度值10). Empty for other codes.
+QString text_FanWei(int code);
+// The same runs for any id range, counting values from `base`, joined by `separator`; plain digits.
+QString rangeRuns(int minId, int maxId, int base, const QString& separator);
+
+// "双", "单" or "*" for each of seven parity values.
+QString text_DanShuang(const QList<int>& values);
+
+// The line of custom group k (1..20) in the group list: alias, members and allowed counts.
+QString zuLieBiaoLine(int k);
+QStringList list_ZuLieBiao();
+
+// The report of every current setting, as tab 30 shows it.
+QString make_BaoGao();
+
+// Quick settings: the range text of a 快速设置 row, and the submit of all rows' texts (keyed by
+// 编号). apply_KuaiSu returns false when a text was refused (the message has been shown).
+QString text_KuaiSuFanWei(int no);
+bool apply_KuaiSu(const QHash<int, QString>& texts);
+
+}  // namespace dovrex

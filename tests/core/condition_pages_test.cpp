@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include "filters/condition_pages.h"
+#include "filters/condition_store.h"
+#include "support/test_support.h"
+
+namespace dovrex {
+namespace {
+
+class ConditionPagesTest : public test::FreshStoreTest {
+  protected:
+    static QStringList reportLines() {
+        QStringList lines = make_BaoGao().split(QStringLiteral("\n\n"));
+        lines.removeAll(QString());
+        return lines;
+    }
+    static QString reportLine(const QString& label) {
+        for (const QString& l : reportLines())
+            if (l.startsWith(label)) return l.mid(label.size());
+        return QStringLiteral("<missing>");
+    }
+    // The quick settings row of a condition, by its name.
+    static int quickRow(const QString& name) {
+        return test::intScalar(QStringLiteral("select 编号 from 快速设置 where 条件名称=?"), {name});
+    }
+};
+
+TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndShowWhatIsAllowed) {
+    const auto lists = conditionLists(7);
+    ASSERT_EQ(lists.size(), 1);
+    EXPECT_EQ(lists[0].caption, QStringLiteral("使用“连号”过滤"));
+    EXPECT_EQ(lists[0].switchNo, 6);
+    ASSERT_EQ(lists[0].lines.size(), 11);
+    EXPECT_EQ(lists[0].lines[5].text, QStringLiteral("连号=3+2"));
+    EXPECT_EQ(lists[0].lines[5].id, 3455);
+    set_ConditionLine(lists[0].lines[5], true);
+    EXPECT_EQ(get_GuoLvTiaoJian(3455), 1);
+    EXPECT_TRUE(conditionLineAllowed(lists[0].lines[5]));
+    set_ConditionLine(lists[0].lines[5], false);
+    EXPECT_EQ(get_GuoLvTiaoJian(3455), 0);
+
+    // The line set of each page, and the pairs of the count pages.
+    EXPECT_EQ(conditionLists(2)[0].lines.first().text, QStringLiteral("和值=15"));
+    EXPECT_EQ(conditionLists(2)[0].lines.last().id, 1183);
+    const auto counts = conditionLists(13);
+    ASSERT_EQ(counts.size(), 2);
+    EXPECT_EQ(counts[1].caption, QStringLiteral("使用“低尾码个数”过滤"));
+    EXPECT_EQ(counts[1].switchNo, 15);
+    EXPECT_EQ(counts[1].lines[2].id, 3692);
+    EXPECT_EQ(conditionLists(14)[3].lines[6].id, 3736);
+    EXPECT_EQ(conditionLists(14)[3].switchNo, 19);
+    EXPECT_EQ(conditionLists(21)[0].lines.size(), 9);
+    EXPECT_EQ(conditionLists(21)[0].lines[8].text, QStringLiteral("6"));
+    EXPECT_EQ(conditionLists(20)[0].lines[9].id, 4059);
+    EXPECT_TRUE(conditionLists(1).isEmpty());
+}
+
+TEST_F(ConditionPagesTest, RangeTextsPrintRunsOfAllowedValues) {
+    set_GuoLvFanWei(1020, 1030, 1);
+    set_GuoLvTiaoJian(1040, 1);
+    set_GuoLvTiaoJian(1183, 1);
+    EXPECT_EQ(text_FanWei(1), QStringLiteral("[２０-３０] , [４０] , [１８３]"));
+    EXPECT_EQ(text_FanWei(2), QString());
+    EXPECT_EQ(text_FanWei(6), QString());
+    set_GuoLvTiaoJian(4180, 1);
+    EXPECT_EQ(text_FanWei(25), QStringLiteral("[０]"));
+    EXPECT_EQ(text_DanShuang({0, 1, 2, 1, 0, 2, 1}), QStringLiteral("双单*单双*单"));
+}
+
+TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
+    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral(" 未 使 用"));
+    set_ShiYongQingKuang(1, 1);
+    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QString());
+    set_GuoLvFanWei(1100, 1102, 1);
+    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral("[１００-１０２]"));
+
+    set_ShiYongQingKuang(6, 1);
+    set_GuoLvTiaoJian(3450, 1);
+    set_GuoLvTiaoJian(3452, 1);
+    EXPECT_EQ(reportLine(QStringLiteral(" 连号取值范围： ")), QStringLiteral("（0）（2+2）"));
+    set_ShiYongQingKuang(10, 1);
+    set_GuoLvTiaoJian(3643, 1);
+    EXPECT_EQ(reportLine(QStringLiteral(" 奇数个数取值范围： ")), QStringLiteral("３  "));
+
+    // Picks, positions, custom groups, history match, parity patterns and the shrink.
+    set_GuoLvTiaoJian(5, 1);
+    set_GuoLvTiaoJian(12, 2);
+    set_GuoLvTiaoJian(107, 1);
+    EXPECT_EQ(reportLine(QStringLiteral(" 红球“拖码”： ")), QStringLiteral("０５  "));
+    EXPECT_EQ(reportLine(QStringLiteral(" 红球“胆码”： ")), QStringLiteral("１２  "));
+    EXPECT_EQ(reportLine(QStringLiteral(" 蓝球“拖码”： ")), QStringLiteral("０７  "));
+    EXPECT_EQ(reportLine(QStringLiteral(" 第 ７ 位允许开出的号码： ")), QStringLiteral(" 未 使 用"));
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 第7位=0 WHERE 号码>2"));
+    set_ShiYongQingKuang(36, 1);
+    EXPECT_EQ(reportLine(QStringLiteral(" 第 ７ 位允许开出的号码： ")), QStringLiteral("０１  ０２  "));
+
+    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")), QStringLiteral("—— 未 使 用 "));
+    set_ShiYongQingKuang(22, 1);
+    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")), QStringLiteral("（ 无 号 码 ）（条 件 未 设 置）"));
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 自定义组3=1 WHERE 号码 IN (3, 13)"));
+    set_GuoLvTiaoJian(3821, 1);
+    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")),
+              QStringLiteral("号码：（０３,１３） 允许开出个数（１个,）"));
+
+    store_Execute(
+        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2025001, 最大值=2026096, 匹配值=5"));
+    EXPECT_EQ(reportLine(QStringLiteral(" 历史数据过滤： ")),
+              QStringLiteral(" 过滤掉与 ２０２５００１ ～ ２０２６０９６ 期,匹配值为： ５ 及以上的号码."));
+    set_ShiYongQingKuang(72, 1);
+    for (int p = 1; p <= 7; ++p) set_GuoLvTiaoJian(5020 + p, p % 3);
+    set_ShiYongQingKuang(70, 1);
+    const QStringList lines = reportLines();
+    const int pattern = lines.indexOf(QStringLiteral(" √ 排除掉单双组合： 单*双单*双单"));
+    EXPECT_GE(pattern, 0);
+    EXPECT_EQ(lines.value(pattern + 1), QStringLiteral(" √ 【排除掉上一期的单双组合形式】"));
+    set_GuoLvTiaoJian(3900, 6);
+    EXPECT_EQ(reportLine(QStringLiteral(" 缩 水 类 型： ")), QStringLiteral("保六型"));
+    EXPECT_EQ(lines.last(), QStringLiteral(" 缩水智能优化： 未 使 用"));
+}
+
+TEST_F(ConditionPagesTest, QuickSettingsWriteRangesFromText) {
+    const int span = quickRow(QStringLiteral("跨度"));
+    const int ac = quickRow(QStringLiteral("AC值"));
+    QHash<int, QString> texts;
+    auto rows = store_Query(QStringLiteral("select 编号 from 快速设置"));
+    for (; !rows->eof(); rows->moveNext()) texts.insert(rows->intValue(0), QStringLiteral("[0]"));
+
+    texts[span] = QStringLiteral("【1－5】，[7]");
+    texts[ac] = QStringLiteral("1-5");
+    ASSERT_TRUE(apply_KuaiSu(texts));
+    EXPECT_TRUE(ui().messages().contains(QStringLiteral("条件设置完成！")));
+    for (int id = 3300; id <= 3310; ++id)
+        EXPECT_EQ(get_GuoLvTiaoJian(id), id >= 3301 && id <= 3305 || id == 3307) << id;
+    EXPECT_EQ(text_KuaiSuFanWei(span), QStringLiteral("[1-5],[7]"));
+    EXPECT_EQ(text_KuaiSuFanWei(ac), QStringLiteral("[1-5]"));
+
+    texts[span] = QStringLiteral("[5-1]");  // an empty range: the earlier ticks go all the same
+    texts[ac] = QStringLiteral("[28-99]");  // cut at the end of the range
+    ASSERT_TRUE(apply_KuaiSu(texts));
+    EXPECT_EQ(text_KuaiSuFanWei(span), QString());
+    EXPECT_EQ(text_KuaiSuFanWei(ac), QStringLiteral("[28-30]"));
+
+    texts[span] = QStringLiteral("[]");
+    EXPECT_FALSE(apply_KuaiSu(texts));
+    EXPECT_TRUE(ui().messages().contains(
+        QStringLiteral("未设置[跨度的范围！(你可以自己设置，也可以点击下面的还原为默认值按钮)")));
+    texts[span] = QStringLiteral("[1-x]");
+    EXPECT_FALSE(apply_KuaiSu(texts));
+    EXPECT_EQ(
+        ui().messages().last(),
+        QStringLiteral(
+            "你设置的[跨度的范围包含非法字符！(只允许‘0123456789[]-’中的字符，如：[1-5]或者[5]是合法的)"));
+    EXPECT_EQ(text_KuaiSuFanWei(ac), QStringLiteral("[28-30]"));  // a refused submit writes nothing
+}
+
+}  // namespace
+}  // namespace dovrex

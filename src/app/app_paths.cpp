@@ -70,13 +70,17 @@ bool AppPaths::seedProgramDir(const QString& programDir, const QString& shippedD
         const QString target = programDir + u'/' + f.fileName();
         if (!QFileInfo::exists(target)) ok = QFile::copy(f.absoluteFilePath(), target) && ok;
     }
-    // The help pages live in a folder of their own.
+    // The help pages live in a folder of their own. Nobody edits them, so a newer manual of a
+    // newer program replaces the old copy.
     const QString helpSource = shippedDir + QStringLiteral("/dovrexhelp");
     if (QFileInfo(helpSource).isDir()) {
         QDir().mkpath(programDir + QStringLiteral("/dovrexhelp"));
         for (const QFileInfo& f : QDir(helpSource).entryInfoList(QDir::Files)) {
             const QString target = programDir + QStringLiteral("/dovrexhelp/") + f.fileName();
-            if (!QFileInfo::exists(target)) QFile::copy(f.absoluteFilePath(), target);
+            const QFileInfo old(target);
+            if (old.exists() && old.lastModified() >= f.lastModified()) continue;
+            QFile::remove(target);
+            QFile::copy(f.absoluteFilePath(), target);
         }
     }
     return ok;

@@ -17,6 +17,7 @@
 #include "app/app_flow.h"
 #include "ui/conditions_page.h"
 #include "ui/gui_screen.h"
+#include "app/help_text.h"
 #include "ui/help_page.h"
 #include "ui/history_page.h"
 #include "ui/other_page.h"
@@ -180,7 +181,16 @@ void FormMain::buildMenus() {
     QMenu* help = menuBar()->addMenu(QStringLiteral("帮助(&H)"));
     help->setObjectName(QStringLiteral("mnu_HelpMenu"));
     QAction* manual = menuEntry(help, QStringLiteral("mnu_Help"), QStringLiteral("使用帮助(&H)"), this,
-                                [this] { selectPage(TopPage::Web); });
+                                [this] {
+                                    // F1 opens the manual at the section of the page in use.
+                                    const int from = tabs_->currentIndex();
+                                    auto* conditions = qobject_cast<ConditionsPage*>(page(TopPage::Conditions));
+                                    const int section =
+                                        helpSectionForPage(from, conditions ? conditions->currentTab() : 0);
+                                    selectPage(TopPage::Web);
+                                    if (auto* help = qobject_cast<HelpPage*>(page(TopPage::Web)))
+                                        help->showSection(section);
+                                });
     manual->setShortcut(QKeySequence::HelpContents);
     help->addSeparator();
     menuEntry(help, QStringLiteral("mnu_About"), QStringLiteral("关于(&A)"), this, [this] { showAbout(); });

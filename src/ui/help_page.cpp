@@ -11,7 +11,7 @@ namespace dovrex {
 HelpPage::HelpPage(const QString& helpFile, QWidget* parent) : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
     if (QFileInfo::exists(helpFile)) {
-        auto* browser = new QTextBrowser(this);
+        auto* browser = browser_ = new QTextBrowser(this);
         browser->setObjectName(QStringLiteral("WebBrowser_Merrowin"));
         browser->setOpenExternalLinks(true);
         browser->setReadOnly(true);
@@ -32,6 +32,10 @@ HelpPage::HelpPage(const QString& helpFile, QWidget* parent) : QWidget(parent) {
     layout->addStretch();
     layout->addWidget(note);
     layout->addStretch();
+}
+
+void HelpPage::showSection(int n) {
+    if (browser_) browser_->scrollToAnchor(QStringLiteral("s%1").arg(n));
 }
 
 }  // namespace dovrex

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class QTextBrowser;
+
 namespace dovrex {
 
 // The 澄岚彩票网 page: the local help page of the program folder, read-only, with links opening in
@@ -11,8 +13,11 @@ class HelpPage : public QWidget {
   public:
     explicit HelpPage(const QString& helpFile, QWidget* parent = nullptr);
     bool showsHelp() const { return showsHelp_; }
+    // Scrolls to section n (1..5) of the manual.
+    void showSection(int n);
 
   private:
+    QTextBrowser* browser_ = nullptr;
     bool showsHelp_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include "calendar/almanac.h"
 #include "calendar/bazi_haoma.h"
 #include "calendar/nongli.h"
 
@@ -85,4 +86,43 @@ TEST_F(BaziPick, NumberingWrapsPastTheTableStart) {
     const QString r = make_BaziReport(at(1990, 5, 17, 8, 30), QDate(2010, 6, 1), QString(), s);
     EXPECT_TRUE(r.contains("27(金)\r\n28(水) 29(水) ")) << r.right(80).toStdString();
     EXPECT_TRUE(r.endsWith("33(火) "));
+}
+
+TEST_F(BaziPick, FixedBirthsGiveFixedTickets) {
+    // Today pinned to 2024-06-01 (甲辰, number 01). 1990-05-17 08:30 is 庚午 辛巳 壬午 甲辰: 庚午 is
+    // number 35 (08 and 15), 辛巳 24, 壬午 23, 甲辰 01; the elements rank 金 火 土 木 水, giving 14
+    // and 23; the blue is the first 金 pillar below 33 from the table's end, 癸卯 = 02.
+    struct Case {
+        QDateTime birth;
+        const char* pillars;
+        const char* ticket;
+    };
+    const Case cases[] = {
+        {at(1990, 5, 17, 8, 30), "庚午辛巳壬午甲辰", "08 15 24 23 01 14+02"},
+        {at(1984, 2, 4, 23, 30), "甲子丙寅己巳甲子", "05 04 12 27 09 18+05"},
+        {at(2024, 2, 4, 16, 0), "甲辰丙寅戊戌庚申", "01 12 27 07 09 20+12"},
+        {at(1965, 6, 1, 10, 0), "乙巳辛巳丙戌癸巳", "06 24 19 12 15 23+01"},
+    };
+    for (const Case& c : cases) {
+        BaziState s;
+        EXPECT_EQ(pick(c.birth, &s), c.ticket) << c.pillars;
+        EXPECT_EQ(s.baZiZi, c.pillars);
+    }
+    pick(at(1965, 6, 1, 10, 0));
+    EXPECT_TRUE(
+        report.startsWith("出生日期时间：\r\n1965/06/01 10:00\r\n\r\n生辰八字(年月日时)：\r\n\r\n"
+                          "乙巳 辛巳 丙戌 癸巳\r\n\r\n乙巳年生——火命（覆灯火）\r\n\r\n八字五行——\r\n\r\n"
+                          "金—— 2\r\n木—— 1\r\n水—— 1\r\n火—— 2.95\r\n土—— 1.05\r\n\r\n"))
+        << report.toStdString();
+}
+
+TEST_F(BaziPick, SpringTermOfTheAlmanacDecidesTheYear) {
+    // 立春 2023 fell at 10:42:21; the almanac's list is used when the year has one.
+    const QString terms = getJieQistr(2023, "小寒", -1, true);
+    ASSERT_FALSE(terms.isEmpty());
+    BaziState before, after;
+    make_BaziReport(at(2023, 2, 4, 10, 40), today, terms, before);
+    make_BaziReport(at(2023, 2, 4, 10, 45), today, terms, after);
+    EXPECT_TRUE(before.baZiZi.startsWith("壬寅癸丑"));
+    EXPECT_TRUE(after.baZiZi.startsWith("癸卯甲寅"));
 }

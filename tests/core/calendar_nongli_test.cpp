@@ -51,24 +51,34 @@ TEST_F(NongLi, SpringFestivalOfManyYears) {
 }
 
 TEST_F(NongLi, EveryDayFollowsTheDayBefore) {
-    // Over the whole range each day is the next of its predecessor, months have the table's lengths,
-    // and the leap month comes right after the month of its number.
+    // Over the whole range each day is the next of its predecessor, months have the table's lengths
+    // (29 or 30), the leap month comes right after the month of its number, and a lunar year has
+    // 12 months, or 13 with a leap month, and the table's count of days.
     QString prev = solar2Lunar(QDate(1901, 1, 1));
+    int monthsInYear = 0, daysInYear = 0;
     for (QDate d(1901, 1, 2); d <= QDate(2100, 12, 31); d = d.addDays(1)) {
         const QString cur = solar2Lunar(d);
         const int pd = prev.mid(7, 2).toInt(), cd = cur.mid(7, 2).toInt();
+        ++daysInYear;
         if (cd != 1) {
             ASSERT_EQ(cur.left(7), prev.left(7)) << d.toString(Qt::ISODate).toStdString();
             ASSERT_EQ(cd, pd + 1);
         } else {
+            ++monthsInYear;
             const int y = prev.mid(1, 4).toInt(), m = prev.mid(5, 2).toInt();
             const int len = prev.startsWith('1') ? get_LeapMonthDays(y) : get_LunarMonthDays(y, m);
+            ASSERT_TRUE(len == 29 || len == 30);
             ASSERT_EQ(pd, len) << d.toString(Qt::ISODate).toStdString();
             if (cur.startsWith('1')) {
                 ASSERT_EQ(cur.mid(1, 6), prev.mid(1, 6));
                 ASSERT_EQ(get_LeapMonth(y), m);
-            } else if (m == 12 && !prev.startsWith('1')) {
+            } else if (m == 12 && (!prev.startsWith('1') || get_LeapMonth(y) == 12)) {
                 ASSERT_EQ(cur.mid(1, 6), QStringLiteral("%1").arg(y + 1) + "01");
+                if (y > 1901) {  // 1901 starts in the middle of its year
+                    ASSERT_EQ(monthsInYear, get_LeapMonth(y) ? 13 : 12) << y;
+                    ASSERT_EQ(daysInYear, get_LunarYearDays(y)) << y;
+                }
+                monthsInYear = daysInYear = 0;
             } else if (!prev.startsWith('1')) {
                 ASSERT_EQ(cur.mid(5, 2).toInt(), m + 1);
             }
@@ -86,6 +96,11 @@ TEST_F(NongLi, MonthTableLookups) {
     EXPECT_EQ(get_LeapMonthDays(2023), 29);
     EXPECT_EQ(get_LeapMonthDays(1941), 30);  // 1D8A6
     EXPECT_EQ(get_LeapMonthDays(2024), 0);
+    // The table as it stands decides, also where the sky would move a big month (see the almanac).
+    EXPECT_EQ(NongLiXinXi[1954 - 1900], 0x0A5D0);
+    EXPECT_EQ(NongLiXinXi[2085 - 1900], 0x06B55);
+    EXPECT_EQ(get_LunarMonthDays(1954, 10), 30);
+    EXPECT_EQ(get_LunarMonthDays(1954, 11), 29);
     EXPECT_EQ(get_LunarYearDays(2023), 384);
     EXPECT_EQ(get_LunarYearDays(2024), 354);
 }

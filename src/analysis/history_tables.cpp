@@ -215,6 +215,23 @@ std::vector<HitBar> calc_BlueRecentHits(IssueNumber fromIssue, IssueNumber toIss
     return recentHits(fromIssue, toIssue, false);
 }
 
+FenXiZu read_FenXiZu() {
+    FenXiZu member{};
+    auto c = store_Query(groupSelect(groupSource(false)));
+    for (c->moveFirst(); !c->eof(); c->moveNext()) {
+        const int n = c->intValue(0);
+        if (n < 1 || n > kRedCount) continue;
+        for (int i = 1; i <= 20; ++i) member[size_t(n)][size_t(i)] = c->value(i).toBool();
+    }
+    return member;
+}
+
+void write_FenXiZu(int number, int group, bool member) {
+    if (number < 1 || number > kRedCount || group < 1 || group > 20) return;
+    store_Execute(QStringLiteral("UPDATE 分析表号码组 SET 号码组合%1=? WHERE 号码=?").arg(group),
+                  {member ? 1 : 0, number});
+}
+
 IssueRange fill_IssueCombos() {
     IssueRange range;
     auto c = store_Query(QStringLiteral("select 期号 from 历史记录 order by 期号 DESC"));

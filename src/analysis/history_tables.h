@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <vector>
 
 #include "domain/game.h"
@@ -24,6 +25,12 @@ int fill_FenXiBiao(IssueNumber fromIssue, IssueNumber toIssue);
 int fill_ZiDingYiBiao(IssueNumber fromIssue, IssueNumber toIssue);
 // The 21 captions of those grids: 期号, then the members of each group as "01 02 ...".
 QStringList fenXiBiao_Captions(bool custom);
+
+// The 20 groups of 分析表号码组 (frmOptions): member[n][g] for number 1..33 and group 1..20.
+using FenXiZu = std::array<std::array<bool, 21>, kRedCount + 1>;
+FenXiZu read_FenXiZu();
+// One tick of frmOptions: writes whether number n belongs to group g at once.
+void write_FenXiZu(int number, int group, bool member);
 
 // 最近N期开出次数统计: hits per number in the range, as the chart shows them.
 struct HitBar {

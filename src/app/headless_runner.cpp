@@ -228,8 +228,9 @@ bool HeadlessRunner::openFolder(const QString& programDir, const QString& tempDi
     if (!tempDir.isEmpty()) {
         paths.tempDir = QFileInfo(tempDir).absoluteFilePath();
     } else if (const AppPaths standard = AppPaths::standard(false);
+               !QFileInfo(programDir).canonicalFilePath().isEmpty() &&
                QFileInfo(programDir).canonicalFilePath() ==
-               QFileInfo(standard.programDir).canonicalFilePath()) {
+                   QFileInfo(standard.programDir).canonicalFilePath()) {
         // The program's own folder: share its temporary folder, so that the instance lock holds.
         paths = standard;
     } else {

@@ -94,8 +94,9 @@ StartOutcome ProgramSession::openStore() {
 }
 
 void ProgramSession::offerDownload() {
-    if (screen_->ui_Confirm(msg::kStaleHistory))
-        screen_->ui_Message(kDownloadNotYet, MessageKind::Information);
+    if (!screen_->ui_Confirm(msg::kStaleHistory)) return;
+    window_->selectPage(TopPage::History);
+    if (HistoryPage* page = window_->historyPage()) page->downloadDraws();
 }
 
 }  // namespace dovrex

@@ -38,8 +38,4 @@ class ProgramSession {
     std::unique_ptr<FormMain> window_;
 };
 
-// Shown when the player asks for the download, which this version does not have yet.
-inline const QString kDownloadNotYet = QStringLiteral(
-    "本版本尚未提供开奖数据下载功能。\n请在“历史数据”页查看开奖记录，最新开奖号码可暂时手工添加。");
-
 }  // namespace dovrex

@@ -82,6 +82,8 @@ QVariant CursorModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant CursorModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    // The field behind a column, whatever its caption (the search row builds its terms from it).
+    if (role == Qt::UserRole && orientation == Qt::Horizontal) return fieldName(section);
     if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
     if (orientation == Qt::Vertical) return section + 1;
     if (section < captions_.size() && !captions_[section].isEmpty()) return captions_[section];

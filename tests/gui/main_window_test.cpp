@@ -16,11 +16,16 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QDateEdit>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
 #include "app/app_flow.h"
 #include "app/shared_state.h"
+#include "history/draw_download.h"
+#include "history/draw_list.h"
+#include "support/draw_list_server.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
 #include "store/store.h"
@@ -134,14 +139,43 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
 }
 
 TEST_F(MainWindowTest, StaleHistoryOffersTheDownload) {
+    // A list served on the loopback: the newest draws come back after they were lost.
+    DrawListServer server;
+    ASSERT_TRUE(server.start());
+    {
+        ScriptedScreen* screen = nullptr;
+        auto s = session(screen);
+        ASSERT_TRUE(s->start());
+        server.setPage(QStringLiteral("/ssq.txt"), format_DrawList(read_DrawRecords(store())));
+        store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号>=2026090"));
+        save_MirrorAddresses({server.url(QStringLiteral("/ssq.txt")), server.url(QStringLiteral("/ssq.txt")),
+                              server.url(QStringLiteral("/ssq.txt"))});
+        screen->answer = true;
+        s->window()->close();
+    }
     Clock::setToday(QDate(2027, 3, 1));
     ScriptedScreen* screen = nullptr;
     auto s = session(screen);
     screen->answer = true;
     ASSERT_TRUE(s->start());
-    EXPECT_EQ(screen->statusText(1), msg::kHistoryStale);
     EXPECT_EQ(screen->asked, QStringList{msg::kStaleHistory});
-    EXPECT_EQ(screen->shown, QStringList{kDownloadNotYet});
+    EXPECT_EQ(screen->shown, QStringList{msg::kDownloadDone});
+    EXPECT_EQ(latest_QiHao(), 2026096);
+    // The entry row moves on to the draw after the newest, and the page shows the distribution.
+    HistoryPage* page = s->window()->historyPage();
+    EXPECT_EQ(page->entryBox(0)->text(), QStringLiteral("2026097"));
+    EXPECT_EQ(page->datePicker()->date(), QDate(2026, 8, 23));
+    EXPECT_EQ(page->view(), HistoryView::Distribution);
+    // Still stale in 2027: the list ends in 2026.
+    EXPECT_EQ(screen->statusText(1), msg::kHistoryStale);
+
+    // A mirror that refuses: the five-line message, and the next download asks the next mirror.
+    server.stop();
+    screen->shown.clear();
+    shared().g_MirrorIndex = 0;
+    page->downloadDraws();
+    EXPECT_EQ(screen->shown, QStringList{msg::kDownloadFailed});
+    EXPECT_EQ(shared().g_MirrorIndex, 1);
 }
 
 TEST_F(MainWindowTest, ExitWritesThePackAndARestartFindsTheChanges) {

@@ -1,0 +1,45 @@
+// The 数据 menu's entries of the history page: the chart view, hand entry and the download.
+#include <QAction>
+#include <QMenu>
+
+#include "ui/form_main.h"
+#include "ui/history_page.h"
+#include "ui/window_parts.h"
+
+namespace dovrex {
+namespace {
+
+QAction* addEntry(QMenu* menu, QAction* before, const QString& name, const QString& text, FormMain& window,
+                  const std::function<void(HistoryPage&)>& run) {
+    auto* action = new QAction(text, menu);
+    action->setObjectName(name);
+    menu->insertAction(before, action);
+    QObject::connect(action, &QAction::triggered, &window, [&window, run] {
+        window.selectPage(TopPage::History);
+        if (HistoryPage* page = window.historyPage()) run(*page);
+    });
+    return action;
+}
+
+const RegisterWindowPart historyMenus("history menus", 20, [](FormMain& window) {
+    QMenu* data = window.menu(QStringLiteral("数据(&D)"));
+    // After 历史数据, before the display modes.
+    QAction* before = data->actions().value(1);
+    addEntry(data, before, QStringLiteral("mnu_HistoryTubiao"), QStringLiteral("图表模式(&C)"), window,
+             [](HistoryPage& p) { p.setView(HistoryView::Distribution); });
+    addEntry(data, before, QStringLiteral("mnu_InputKaiJian"), QStringLiteral("手工添加开奖号码(&I)"), window,
+             [](HistoryPage& p) { p.promptEntry(); });
+    QAction* update =
+        addEntry(data, before, QStringLiteral("mnu_AutoUpdate"), QStringLiteral("下载最新开奖数据(&U)"),
+                 window, [](HistoryPage& p) { p.downloadDraws(); });
+    QAction* input = window.findChild<QAction*>(QStringLiteral("mnu_InputKaiJian"));
+    if (HistoryPage* page = window.historyPage()) {
+        QObject::connect(page, &HistoryPage::busyChanged, &window, [update, input](bool busy) {
+            update->setEnabled(!busy);
+            input->setEnabled(!busy);
+        });
+    }
+});
+
+}  // namespace
+}  // namespace dovrex

@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/app_flow.h"
+#include "app/shared_state.h"
+#include "history/draw_records.h"
+#include "history/history_queries.h"
+#include "pipeline/pick_state.h"
+#include "store/store.h"
+#include "ui/fenbu_grid.h"
+#include "ui/form_main.h"
+#include "ui/history_page.h"
+#include "ui/program_session.h"
+#include "widgets/cursor_model.h"
+#include "widgets/search_row.h"
+
+using namespace dovrex;
+
+namespace {
+
+// Keeps the boxes' texts and answers questions from a queue instead of opening them.
+class BoxScreen : public GuiScreen {
+  public:
+    QStringList shown;
+    QStringList replies;
+    void ui_Message(const QString& text, MessageKind) override { shown << text; }
+    bool ui_Confirm(const QString&) override { return false; }
+    QString ui_AskText(const QString&, const QString&, const QString& defaultText) override {
+        return replies.isEmpty() ? defaultText : replies.takeFirst();
+    }
+    int ui_ChooseUserMode() override { return 1; }
+};
+
+class HistoryPageTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(tmp_.isValid());
+        paths_.programDir = tmp_.path() + QStringLiteral("/program");
+        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
+        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
+        Clock::setToday(QDate(2026, 8, 21));
+        auto owned = std::make_unique<BoxScreen>();
+        screen_ = owned.get();
+        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        ASSERT_TRUE(session_->start());
+        page_ = session_->window()->historyPage();
+        session_->window()->selectPage(TopPage::History);
+    }
+    void TearDown() override {
+        session_.reset();
+        Clock::useSystemClock();
+    }
+
+    void type(const QStringList& balls) {
+        for (int i = 0; i < balls.size(); ++i) {
+            QLineEdit* box = page_->entryBox(i + 1);
+            box->clear();
+            QTest::keyClicks(box, balls[i]);
+        }
+    }
+    QAbstractButton* button(const char* name) const {
+        return page_->findChild<QAbstractButton*>(QLatin1String(name));
+    }
+
+    QTemporaryDir tmp_;
+    AppPaths paths_;
+    BoxScreen* screen_ = nullptr;
+    std::unique_ptr<ProgramSession> session_;
+    HistoryPage* page_ = nullptr;
+};
+
+TEST_F(HistoryPageTest, EntryRefusesBadNumbersAndStoresAGoodDrawSorted) {
+    EXPECT_EQ(page_->entryBox(0)->text(), QStringLiteral("2026097"));
+    EXPECT_EQ(page_->datePicker()->date(), QDate(2026, 8, 23));
+
+    // The boxes take digits only.
+    QTest::keyClicks(page_->entryBox(1), QStringLiteral("a1-"));
+    EXPECT_EQ(page_->entryBox(1)->text(), QStringLiteral("1"));
+
+    type({QStringLiteral("34"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"),
+          QStringLiteral("5"), QStringLiteral("6"), QStringLiteral("7")});
+    button("cmmUpdateHistory(0)")->click();
+    EXPECT_EQ(screen_->shown, QStringList{QStringLiteral("输入有误或不完整,请核对后重新输入!")});
+    EXPECT_EQ(latest_QiHao(), 2026096);
+    EXPECT_EQ(page_->entryBox(1)->text(), QStringLiteral("34"));  // left for the user to correct
+
+    screen_->shown.clear();
+    type({QStringLiteral("33"), QStringLiteral("2"), QStringLiteral("17"), QStringLiteral("4"),
+          QStringLiteral("9"), QStringLiteral("6"), QStringLiteral("16")});
+    // Enter on the blue adds the draw.
+    QTest::keyClick(page_->entryBox(7), Qt::Key_Return);
+    EXPECT_TRUE(screen_->shown.isEmpty());
+    EXPECT_EQ(latest_QiHao(), 2026097);
+    EXPECT_EQ(store()
+                  .scalar(QStringLiteral("select 红球1 || ',' || 红球6 from 历史记录 where 期号=2026097"))
+                  .toString(),
+              QStringLiteral("2,33"));
+    // The row moves on; the grid shows the new draw at its end.
+    EXPECT_EQ(page_->entryBox(0)->text(), QStringLiteral("2026098"));
+    EXPECT_EQ(page_->datePicker()->date(), QDate(2026, 8, 25));
+    EXPECT_TRUE(page_->entryBox(1)->text().isEmpty());
+    EXPECT_EQ(page_->model()->rowCount(), 3494);
+}
+
+TEST_F(HistoryPageTest, SearchRowCountsMatchesAndANoMatchClearsIt) {
+    button("CmmSousuo")->click();
+    EXPECT_EQ(screen_->shown.value(0), msg::kSearchHint);
+    SearchRow* row = page_->searchRow();
+    ASSERT_TRUE(row->isVisible());
+    const CursorModel* model = page_->model();
+    int blue = -1;
+    for (int c = 0; c < model->columnCount(); ++c)
+        if (model->headerData(c, Qt::Horizontal).toString() == QStringLiteral("蓝球")) blue = c;
+    ASSERT_GE(blue, 0);
+    ASSERT_NE(row->input(blue), nullptr);
+
+    screen_->shown.clear();
+    const int expected =
+        store().scalar(QStringLiteral("select count(*) from 历史记录 where 蓝球=16")).toInt();
+    QTest::keyClicks(row->input(blue), QStringLiteral("16"));
+    QTest::keyClick(row->input(blue), Qt::Key_Return);
+    EXPECT_EQ(screen_->shown, QStringList{msg::searchDoneText(expected)});
+    EXPECT_EQ(model->rowCount(), expected);
+
+    screen_->shown.clear();
+    row->input(blue)->setText(QStringLiteral("17"));
+    button("filterBegin")->click();
+    EXPECT_EQ(screen_->shown, QStringList{msg::searchDoneText(0)});
+    EXPECT_TRUE(row->input(blue)->text().isEmpty());
+    EXPECT_EQ(model->rowCount(), 3493);  // back to the default view
+}
+
+TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
+    screen_->replies = {QStringLiteral("2026001")};
+    button("cmm_scls")->click();
+    EXPECT_EQ(screen_->shown, QStringList{msg::kDeleteDone});
+    EXPECT_EQ(page_->model()->rowCount(), 3492);
+    screen_->shown.clear();
+    screen_->replies = {QStringLiteral("2026001")};
+    button("cmm_scls")->click();
+    EXPECT_EQ(screen_->shown, QStringList{msg::kDeleteMissing});
+
+    page_->setMode(HistoryShowMode::Newest100);
+    page_->setView(HistoryView::Distribution);
+    CursorModel* fenBu = page_->fenBuGrid()->cursorModel();
+    ASSERT_EQ(fenBu->rowCount(), 101);  // the newest hundred and the pick row
+    // A left click in the pick row makes 05 a drag, a right click on 09 a banker.
+    const int row = fenBu->rowCount() - 1;
+    EXPECT_TRUE(page_->fenBuGrid()->pressCell(row, 5, true));
+    EXPECT_TRUE(page_->fenBuGrid()->pressCell(row, 9, false));
+    EXPECT_FALSE(page_->fenBuGrid()->pressCell(row - 1, 9, true));  // a draw's row picks nothing
+    EXPECT_EQ(pick_Values()[5], kPickDrag);
+    EXPECT_EQ(pick_Values()[9], kPickBanker);
+    EXPECT_EQ(fenBu->index(row, 5).data().toString(), QStringLiteral("*"));
+    EXPECT_TRUE(page_->fenBuGrid()->pressCell(row, 5, true));
+    EXPECT_EQ(pick_Values()[5], kPickNone);
+
+    page_->setView(HistoryView::Analysis);
+    auto* groups =
+        qobject_cast<CursorModel*>(page_->findChild<QTableView*>(QStringLiteral("TDBGrid_zdy"))->model());
+    EXPECT_EQ(groups->rowCount(), 100);
+    EXPECT_EQ(groups->headerData(0, Qt::Horizontal).toString(), QStringLiteral("期号"));
+}
+
+}  // namespace

@@ -1,5 +1,7 @@
 #include "filters/filter_loop.h"
 
+#include <algorithm>
+
 #include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "pipeline/prepared.h"
@@ -9,49 +11,13 @@ namespace dovrex {
 
 namespace {
 
-struct TicketRecord {
-    long long rowId = 0;
-    int serial = 0;  // 序号 as read
-    int mark = 0;    // 过滤标记 as read
-    TicketBalls balls;
-    int newSerial = 0;
-    bool passed = false;
+struct Held {
+    bool run = false;
+    std::optional<TicketSet> set;
 };
-
-// The tickets of the issue still in play, in 序号 order (rowid among equal 序号).
-std::vector<TicketRecord> readTickets(IssueNumber issue) {
-    std::vector<TicketRecord> rows;
-    Prepared q(
-        QStringLiteral("SELECT rowid,序号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,过滤标记 FROM 日志表 "
-                       "WHERE 期号=? AND 过滤标记>=0 ORDER BY 序号 ASC, rowid ASC"));
-    q.bind(1, issue);
-    while (q.next()) {
-        TicketRecord& r = rows.emplace_back();
-        r.rowId = q.int64Column(0);
-        r.serial = q.intColumn(1);
-        for (int i = 1; i <= 6; ++i) r.balls.reds[size_t(i)] = q.intColumn(1 + i);
-        r.balls.blue = q.intColumn(8);
-        r.mark = q.intColumn(9);
-    }
-    return rows;
-}
-
-// Writes the verdicts of the first `done` tickets. With deleteRejects the rejects go at once (the
-// DELETE of the pass would take them anyway); without, they stay marked -1, as a pass that broke
-// off leaves them.
-void writeVerdicts(const std::vector<TicketRecord>& rows, size_t done, bool deleteRejects) {
-    Prepared mark(QStringLiteral("UPDATE 日志表 SET 过滤标记=?, 序号=? WHERE rowid=?"));
-    Prepared reject(QStringLiteral("UPDATE 日志表 SET 过滤标记=-1 WHERE rowid=?"));
-    Prepared drop(QStringLiteral("DELETE FROM 日志表 WHERE rowid=?"));
-    for (size_t i = 0; i < done; ++i) {
-        const TicketRecord& r = rows[i];
-        if (r.passed) {
-            if (r.mark != 1 || r.serial != r.newSerial)
-                mark.bind(1, 1).bind(2, r.newSerial).bind(3, r.rowId).exec();
-        } else {
-            (deleteRejects ? drop : reject).bind(1, r.rowId).exec();
-        }
-    }
+Held& held() {
+    static Held h;
+    return h;
 }
 
 bool allowed(int v) {
@@ -61,7 +27,123 @@ bool allowed(int v) {
     return values[size_t(v)] >= 1;
 }
 
+// The per-number tables of the filters have rows 1..33 only.
+void checkReds(const TicketBalls& b) {
+    for (int i = 1; i <= 6; ++i)
+        if (b.reds[size_t(i)] < 1 || b.reds[size_t(i)] > kRedCount)
+            throw StoreError(QStringLiteral("红球%1 = %2 out of range").arg(i).arg(b.reds[size_t(i)]));
+}
+
 }  // namespace
+
+TicketSet::TicketSet(IssueNumber issue) : issue_(issue) {
+    Prepared q(
+        QStringLiteral("SELECT rowid,序号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,过滤标记 FROM 日志表 "
+                       "WHERE 期号=? AND 过滤标记>=0 ORDER BY 序号 ASC, rowid ASC"));
+    q.bind(1, issue);
+    while (q.next()) {
+        TicketRecord& r = rows.emplace_back();
+        r.rowId = q.int64Column(0);
+        r.serial = r.storedSerial = q.intColumn(1);
+        for (int i = 1; i <= 6; ++i) r.balls.reds[size_t(i)] = q.intColumn(1 + i);
+        r.balls.blue = q.intColumn(8);
+        r.mark = r.storedMark = q.intColumn(9);
+    }
+}
+
+void TicketSet::purge() {
+    remove([](const TicketRecord& r) { return r.mark < 0; });
+    purgeStore_ = true;
+}
+
+void TicketSet::remove(const std::function<bool(const TicketRecord&)>& gone) {
+    size_t kept = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (gone(rows[i]))
+            deleted_.push_back(rows[i].rowId);
+        else
+            rows[kept++] = rows[i];
+    }
+    rows.resize(kept);
+}
+
+void TicketSet::write() {
+    Transaction tx(store());
+    if (deleted_.size() > rows.size()) {
+        // Most went: the few kept are named, the rest of those in play goes in one statement.
+        // The rows in play are those at 过滤标记>=0 in the store, as the set was read.
+        store().execute(
+            QStringLiteral("CREATE TEMP TABLE IF NOT EXISTS filter_keep(id INTEGER PRIMARY KEY)"));
+        store().execute(QStringLiteral("DELETE FROM filter_keep"));
+        Prepared keep(QStringLiteral("INSERT INTO filter_keep(id) VALUES (?)"));
+        for (const TicketRecord& r : rows) keep.bind(1, r.rowId).exec();
+        Prepared drop(
+            QStringLiteral("DELETE FROM 日志表 WHERE 期号=? AND 过滤标记>=0 AND rowid NOT IN "
+                           "(SELECT id FROM filter_keep)"));
+        drop.bind(1, issue_).exec();
+        store().execute(QStringLiteral("DELETE FROM filter_keep"));
+        deleted_.clear();
+    } else if (!deleted_.empty()) {
+        Prepared drop(QStringLiteral("DELETE FROM 日志表 WHERE rowid=?"));
+        for (long long id : deleted_) drop.bind(1, id).exec();
+        deleted_.clear();
+    }
+    if (purgeStore_) {
+        // Rows left at -1 by an earlier broken pass go with the DELETE of a finished one.
+        Prepared purge(QStringLiteral("DELETE FROM 日志表 WHERE 期号=? AND 过滤标记<0"));
+        purge.bind(1, issue_).exec();
+        purgeStore_ = false;
+    }
+    const bool allPassed =
+        std::all_of(rows.begin(), rows.end(), [](const TicketRecord& r) { return r.mark == 1; });
+    if (allPassed &&
+        std::any_of(rows.begin(), rows.end(), [](const TicketRecord& r) { return r.storedMark == 0; })) {
+        // Every row in play passed: those still at 0 in the store are exactly the set's.
+        Prepared mark(QStringLiteral("UPDATE 日志表 SET 过滤标记=1 WHERE 期号=? AND 过滤标记=0"));
+        mark.bind(1, issue_).exec();
+        for (TicketRecord& r : rows) r.storedMark = 1;
+    }
+    Prepared mark(QStringLiteral("UPDATE 日志表 SET 过滤标记=?, 序号=? WHERE rowid=?"));
+    for (TicketRecord& r : rows) {
+        if (r.mark == r.storedMark && r.serial == r.storedSerial) continue;
+        mark.bind(1, r.mark).bind(2, r.serial).bind(3, r.rowId).exec();
+        r.storedMark = r.mark;
+        r.storedSerial = r.serial;
+    }
+}
+
+TicketSet& tickets_InPlay(IssueNumber issue) {
+    Held& h = held();
+    if (h.set && h.set->issue() != issue) {
+        h.set->write();
+        h.set.reset();
+    }
+    if (!h.set) h.set.emplace(issue);
+    return *h.set;
+}
+
+void tickets_Done(bool clean) {
+    Held& h = held();
+    if (!h.set || (clean && h.run)) return;
+    // Forgotten first: a failing write must not leave a copy that disagrees with the store.
+    TicketSet set = std::move(*h.set);
+    h.set.reset();
+    set.write();
+}
+
+TicketRunScope::TicketRunScope() {
+    tickets_Done(false);
+    held().run = true;
+}
+
+TicketRunScope::~TicketRunScope() {
+    held().run = false;
+    try {
+        tickets_Done(false);
+    } catch (...) {
+        // Leaving by an error already; the store keeps what reached it.
+    }
+}
 
 bool filter_SwitchedOn(const FilterDef& def) {
     if (def.switchedOn) return def.switchedOn();
@@ -80,38 +162,48 @@ int filter_SharedLoop(IssueNumber issue, const FilterDef& def) {
     if (def.afterSwitch && !def.afterSwitch(pass)) return 0;
     if (def.maxId >= def.minId) load_GuoLvFanWei(def.minId, def.maxId);
 
-    std::vector<TicketRecord> rows = readTickets(issue);
-    if (rows.empty()) return 0;
+    TicketSet& set = tickets_InPlay(issue);
+    std::vector<TicketRecord>& rows = set.rows;
+    if (rows.empty()) {
+        tickets_Done(true);
+        return 0;
+    }
     pass.rows = int(rows.size());
-    const TicketTest test = def.prepare(pass);
-
-    Screen& ui = screen();
-    RunPanel panel(pass.rows);
-    log_Set(pass.savedLog + kCrLf2 + def.label + QStringLiteral("过滤正在进行中．．．"));
     int counter = 0;
     size_t done = 0;
     try {
+        const TicketTest test = def.prepare(pass);
+        Screen& ui = screen();
+        RunPanel panel(pass.rows);
+        log_Set(pass.savedLog + kCrLf2 + def.label + QStringLiteral("过滤正在进行中．．．"));
         while (done < rows.size() && !s.tingZhi) {
             TicketRecord& r = rows[done];
-            r.passed = test.value ? allowed(test.value(r.balls)) : test.accept(r.balls);
-            if (r.passed) r.newSerial = ++counter;
+            bool passed;
+            if (test.value) {
+                checkReds(r.balls);
+                passed = allowed(test.value(r.balls));
+            } else {
+                passed = test.accept(r.balls);
+            }
+            if (passed) {
+                r.mark = 1;
+                r.serial = ++counter;
+            } else {
+                r.mark = -1;
+            }
             ++done;
             ui.ui_Pump();
             panel.step(int(done));
         }
     } catch (...) {
-        // A broken pass keeps the verdicts it wrote and deletes nothing.
-        Transaction tx(store());
-        writeVerdicts(rows, done, false);
+        // A broken pass keeps the verdicts it gave and deletes nothing.
+        tickets_Done(false);
         throw;
     }
-    {
-        Transaction tx(store());
-        writeVerdicts(rows, done, true);
-        Prepared purge(QStringLiteral("DELETE FROM 日志表 WHERE 期号=? AND 过滤标记<0"));
-        purge.bind(1, issue).exec();
-    }
-    if (!s.tingZhi)
+    set.purge();
+    const bool stopped = s.tingZhi;
+    tickets_Done(!stopped);
+    if (!stopped)
         log_Set(pass.savedLog + kCrLf2 + pass.resultLabel + QStringLiteral("过滤后余：") +
                 to_QuanJiao(counter) + QStringLiteral(" 注"));
     return counter;

@@ -16,10 +16,11 @@ int filter_Run(IssueNumber issue, const FilterDef& def) {
     if (def.prepare) return filter_SharedLoop(issue, def);
     if (def.stopOnEntry && shared().tingZhi) return 0;
     // Like the loop, it has nothing to say when no ticket is left to look at.
-    if (filter_SwitchedOn(def) &&
-        store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=? and 过滤标记>=0"), {issue})
-                .toInt() > 0)
-        log_Append(msg::filterNotProvided(def.label));
+    if (filter_SwitchedOn(def)) {
+        const bool any = !tickets_InPlay(issue).rows.empty();
+        tickets_Done(true);
+        if (any) log_Append(msg::filterNotProvided(def.label));
+    }
     return 0;
 }
 
@@ -44,9 +45,12 @@ void run_GuoLv(IssueNumber issue) {
     RunGuard guard;
     SharedState& s = shared();
     if (!load_GuoLvShuJu(issue)) return;
-    for (const FilterStep& step : filterSteps()) {
-        for (const FilterDef& def : step.filters) filter_Run(issue, def);
-        if (s.tingZhi) break;
+    {
+        TicketRunScope tickets;
+        for (const FilterStep& step : filterSteps()) {
+            for (const FilterDef& def : step.filters) filter_Run(issue, def);
+            if (s.tingZhi) break;
+        }
     }
     const int left =
         store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();

@@ -2,6 +2,7 @@
 
 #include "app/shared_state.h"
 #include "filters/condition_store.h"
+#include "filters/filter_families.h"
 #include "filters/filter_run.h"
 
 namespace dovrex {
@@ -20,15 +21,6 @@ FilterDef plain(const char16_t* name, const char16_t* label, int switchNo, int m
 
 FilterStep single(int step, FilterDef def) {
     return FilterStep{step, {std::move(def)}};
-}
-
-// 和值: the sum of the six reds, read against 1000..1183.
-TicketTest heZhi(FilterPass&) {
-    return {[](const TicketBalls& t) {
-                const Reds& r = t.reds;
-                return r[1] + r[2] + r[3] + r[4] + r[5] + r[6];
-            },
-            {}};
 }
 
 // The filters that are one switch and one range of condition rows, in run order.
@@ -74,6 +66,7 @@ FilterStep looped(int step, const char16_t* name, int first, int count,
     for (int k = first; k < first + count; ++k) {
         FilterDef d = plain(name, u"", 0, 0, -1);
         d.stopOnEntry = true;
+        d.slot = k;
         slot(k, d);
         s.filters.push_back(d);
     }
@@ -84,7 +77,6 @@ std::vector<FilterStep> buildSteps() {
     std::vector<FilterStep> steps;
     for (const PlainRow& row : kPlainRows) {
         steps.push_back(single(row.step, plain(row.name, row.label, row.switchNo, row.minId, row.maxId)));
-        if (row.step == 1) steps.back().filters[0].prepare = heZhi;
     }
 
     steps.push_back(looped(15, u"filter_QuJian", 1, 4, [](int k, FilterDef& d) {
@@ -127,6 +119,10 @@ std::vector<FilterStep> buildSteps() {
         d.minId = 5001 + 10 * slot;
         d.maxId = d.minId + 6;
     }));
+    for (FilterStep& step : steps)
+        for (FilterDef& d : step.filters)
+            attach_RangeFilter(d) || attach_CountFilter(d) || attach_ShapeFilter(d) ||
+                attach_HistoryFilter(d) || attach_PositionFilter(d);
     std::stable_sort(steps.begin(), steps.end(),
                      [](const FilterStep& a, const FilterStep& b) { return a.step < b.step; });
     return steps;

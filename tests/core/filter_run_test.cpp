@@ -202,16 +202,22 @@ TEST_F(FilterRunTest, StopWhileLoadingRunsNoFilter) {
     EXPECT_EQ(shared().tingZhi, 0);
 }
 
-TEST_F(FilterRunTest, SwitchedOnFilterOfAMissingFamilyIsNamed) {
+TEST_F(FilterRunTest, EveryFilterIsProvidedAndAMissingOneIsNamed) {
+    for (const FilterStep& step : filterSteps())
+        for (const FilterDef& def : step.filters) EXPECT_TRUE(def.provided()) << def.label.toStdString();
+
     expand();
-    set_ShiYongQingKuang(76, 1);
-    set_ShiYongQingKuang(22, 1);  // 自定义组3
-    run_GuoLv(kIssue);
-    EXPECT_EQ(shared().operationLog, kInitLog + kLoading + QStringLiteral("\r\n\r\n") +
-                                         msg::filterNotProvided(QStringLiteral("[ 和值尾 ]")) +
-                                         QStringLiteral("\r\n\r\n") +
-                                         msg::filterNotProvided(QStringLiteral("[自定义组3]")) +
-                                         QStringLiteral("\r\n\r\n全部条件过滤完成,余：４２０ 注"));
+    FilterDef missing;
+    missing.label = QStringLiteral("[测试]");
+    missing.switchedOn = [] { return true; };
+    filter_Run(kIssue, missing);
+    EXPECT_EQ(shared().operationLog,
+              kInitLog + QStringLiteral("\r\n\r\n") + msg::filterNotProvided(QStringLiteral("[测试]")));
+    // Silent once no ticket is left to look at.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    filter_Run(kIssue, missing);
+    EXPECT_EQ(shared().operationLog,
+              kInitLog + QStringLiteral("\r\n\r\n") + msg::filterNotProvided(QStringLiteral("[测试]")));
 }
 
 TEST_F(FilterRunTest, ValueOutOfRangeBreaksThePassWithoutDeleting) {

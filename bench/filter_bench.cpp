@@ -1,0 +1,101 @@
+#include <QElapsedTimer>
+
+#include "app/shared_state.h"
+#include "bench.h"
+#include "filters/condition_store.h"
+#include "filters/filter_run.h"
+#include "history/history_queries.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/ticket_init.h"
+#include "store/store.h"
+
+namespace {
+
+using namespace dovrex;
+
+constexpr IssueNumber kNext = 2099001;  // after every shipped draw
+
+int ticketCount() {
+    return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {kNext}).toInt();
+}
+
+// 20 red drags and two blues of the parity the latest draw's blue lacks: 77,520 tickets, none of
+// which can equal the latest draw's parity pattern.
+int expand() {
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    reset_HongQiu();
+    reset_LanQiu();
+    reset_TiaoJian();
+    set_GuoLvFanWei(1, 20, 1);
+    const int blue =
+        store().scalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=?"), {latest_QiHao()}).toInt();
+    set_GuoLvTiaoJian(blue % 2 ? 102 : 101, 1);
+    set_GuoLvTiaoJian(blue % 2 ? 104 : 103, 1);
+    return init_TouZhu(kNext);
+}
+
+void timeRun(const QString& what) {
+    const int before = ticketCount();
+    QElapsedTimer t;
+    t.start();
+    run_GuoLv(kNext);
+    const double ms = double(t.nsecsElapsed()) / 1e6;
+    bench::report(QStringLiteral("run_GuoLv, %1, %2 -> %3 tickets").arg(what).arg(before).arg(ticketCount()),
+                  ms, QStringLiteral("ms"));
+}
+
+void everySwitchOn() {
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=1 WHERE 条件<>45"));
+    // Up to 30 recent draws, none of which lies within the picked reds (so none is removed).
+    const int latest = latest_QiHao();
+    int low = latest;
+    for (auto c = store_Query(QStringLiteral("select TOP 30 期号,红球6 from 历史记录 order by 期号 DESC"));
+         !c->eof() && c->intValue(1) > 20; c->moveNext())
+        low = c->intValue(0);
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=6"),
+                  {low, latest});
+}
+
+const bench::Register permissive("filters", [] {
+    bench::ShippedStore shipped;
+    expand();
+    everySwitchOn();
+    // Every value allowed; position tolerance 0 with every number allowed everywhere; the parity
+    // patterns ask for the blue parity that no ticket has.
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=1000 AND ID<=4599"));
+    set_GuoLvTiaoJian(3900, 0);
+    set_GuoLvTiaoJian(3901, 0);
+    const int blue =
+        store().scalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=?"), {latest_QiHao()}).toInt();
+    for (int slot = 1; slot <= 5; ++slot) {
+        set_GuoLvFanWei(5001 + 10 * slot, 5006 + 10 * slot, 2);
+        set_GuoLvTiaoJian(5007 + 10 * slot, blue % 2);
+    }
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=5070 AND ID<=5079"));
+    for (int k = 1; k <= 20; ++k)
+        store_Execute(
+            QStringLiteral("UPDATE 号码特性 SET [自定义组%1]=(号码 % %2 = 0)").arg(k).arg(k % 5 + 2));
+    timeRun(QStringLiteral("every condition on and permissive"));
+    timeRun(QStringLiteral("again on the same tickets"));
+
+    // Typical settings: a middle band of each common measure, the last draw's parity excluded.
+    expand();
+    auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
+    auto on = [](int n) { set_ShiYongQingKuang(n, 1); };
+    allow(1070, 1110), on(1);
+    allow(3642, 3644), on(10);
+    allow(3662, 3664), on(12);
+    allow(3315, 3319), on(4);
+    allow(3450, 3454), on(6);
+    allow(3606, 3610), on(9);
+    allow(3470, 3472), on(7);
+    allow(4000, 4003), on(37);
+    allow(4160, 4170), on(46);
+    on(70);
+    timeRun(QStringLiteral("typical settings"));
+    clear_TouZhuBiao();
+});
+
+}  // namespace

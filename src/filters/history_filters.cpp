@@ -1,0 +1,224 @@
+// The filters that judge a ticket against the draws before the issue being filtered.
+
+#include <vector>
+
+#include "app/shared_state.h"
+#include "filters/filter_families.h"
+#include "filters/filter_run.h"
+#include "history/history_queries.h"
+#include "pipeline/run_panel.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+QString text_LiShiXiangGuan(const QString& name, IssueNumber issue) {
+    const QString n = QStringLiteral("[") + name + QStringLiteral("]");
+    const QString i = to_QuanJiao(issue);
+    return QStringLiteral("注意，本次过滤使用了") + n + QStringLiteral("这个过滤条件,") + n +
+           QStringLiteral("的设置与历史开奖记录相关！") + kCrLf2 +
+           QStringLiteral("在不同的期号中由于对应的历史记录不同,有可能得出不同的结果。这是正常情况。") +
+           kCrLf2 + QStringLiteral("【正在过滤： ") + i + QStringLiteral(" 期，此次结果仅适用于 ") + i +
+           QStringLiteral(" 期！！！】");
+}
+
+void warn_LiShiXiangGuan(const QString& name, IssueNumber issue) {
+    filterRun().liShiXiangGuan = true;
+    screen().ui_TimedTip(text_LiShiXiangGuan(name, issue), 10);
+}
+
+namespace {
+
+// The six reds of a draw; a draw that is not there fails the run, as reading a missing row does.
+Reds drawReds(IssueNumber issue) {
+    auto c = store_Query(
+        QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 where 期号=?"),
+        {issue});
+    if (c->eof()) throw StoreError(QStringLiteral("历史记录: no draw %1").arg(issue));
+    Reds r{};
+    for (int i = 1; i <= 6; ++i) r[size_t(i)] = c->intValue(i);
+    return r;
+}
+
+// Flags 0..34 of the previous draw's numbers, so that both neighbours of 1 and 33 exist.
+std::array<int, 36> previousMarks(IssueNumber issue) {
+    const Reds prev = drawReds(prev_QiHao(issue, 1));
+    std::array<int, 36> marks{};
+    for (int i = 1; i <= 6; ++i)
+        if (prev[size_t(i)] >= 1 && prev[size_t(i)] <= kRedCount) marks[size_t(prev[size_t(i)])] = 1;
+    return marks;
+}
+
+TicketTest chongDie(FilterPass& pass) {
+    warn_LiShiXiangGuan(QStringLiteral("重叠号"), pass.issue);
+    const auto marks = previousMarks(pass.issue);
+    return {[marks](const TicketBalls& b) {
+                int v = 0;
+                for (int i = 1; i <= 6; ++i) v += marks[size_t(b.reds[size_t(i)])];
+                return v;
+            },
+            {}};
+}
+
+// A red counts once when either neighbour came up; being in the draw itself does not count.
+TicketTest xieWeiMa(FilterPass& pass) {
+    warn_LiShiXiangGuan(QStringLiteral("斜位码"), pass.issue);
+    const auto marks = previousMarks(pass.issue);
+    return {[marks](const TicketBalls& b) {
+                int v = 0;
+                for (int i = 1; i <= 6; ++i) {
+                    const size_t n = size_t(b.reds[size_t(i)]);
+                    if (marks[n - 1] == 1 || marks[n + 1] == 1) ++v;
+                }
+                return v;
+            },
+            {}};
+}
+
+// How many of the draws from the n-th before the issue up to the one before it hold each number.
+// The value of a very hot ticket can pass the range loaded for the filter and then reads what an
+// earlier filter left in guoLvShuZu.
+std::function<TicketTest(FilterPass&)> wenDu(int n) {
+    return [n](FilterPass& pass) {
+        const IssueNumber start = prev_QiHao(pass.issue, n);
+        auto c = store_Query(QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 "
+                                            "where 期号<? and 期号>=?"),
+                             {pass.issue, start});
+        NumberTable t{};
+        for (; !c->eof(); c->moveNext()) {
+            std::array<bool, 34> seen{};
+            for (int i = 0; i < 6; ++i) {
+                const int x = c->intValue(i);
+                if (x >= 1 && x <= kRedCount && !seen[size_t(x)]) {
+                    seen[size_t(x)] = true;
+                    ++t[size_t(x)];
+                }
+            }
+        }
+        return TicketTest{[t](const TicketBalls& b) { return sumOver(t, b.reds); }, {}};
+    };
+}
+
+const QString kLiShiLabel = QStringLiteral("[历史数据过滤]");
+
+// 历史数据过滤: removes every ticket that shares `match` or more reds with a draw of the range.
+// Below 6 each draw is a pass of its own over the tickets; at 6 a ticket goes when its reds equal
+// a draw's, compared position by position (both tables hold their reds ascending).
+int liShi(IssueNumber issue, const FilterDef& def) {
+    SharedState& s = shared();
+    if (!filter_SwitchedOn(def)) return 0;
+    auto setting = store_Query(QStringLiteral("select * from 历史数据过滤"));
+    RunPanel panel(QStringLiteral("操作进行中。。。"));
+    const IssueNumber low = setting->intValue(QStringLiteral("最小值"));
+    IssueNumber high = setting->intValue(QStringLiteral("最大值"));
+    const int match = setting->intValue(QStringLiteral("匹配值"));
+    // Never against the issue's own draw or a later one.
+    if (high >= issue) high = prev_QiHao(issue, 1);
+    std::vector<Reds> draws;
+    {
+        auto c = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 "
+                                            "where 期号>=? and 期号<=? order by 期号 asc"),
+                             {low, high});
+        for (; !c->eof(); c->moveNext()) {
+            Reds r{};
+            for (int i = 1; i <= 6; ++i) r[size_t(i)] = c->intValue(i);
+            draws.push_back(r);
+        }
+    }
+    const QString saved = s.operationLog;
+    log_Set(saved + kCrLf2 + kLiShiLabel + QStringLiteral("过滤正进行中．．．"));
+
+    Screen& ui = screen();
+    int counter = 0;
+    try {
+        TicketSet& set = tickets_InPlay(issue);
+        if (match < 6) {
+            bool sized = false;
+            int steps = 0;
+            for (size_t d = 0; d < draws.size() && !s.tingZhi; ++d) {
+                std::array<int, 34> marks{};
+                for (int i = 1; i <= 6; ++i)
+                    if (draws[d][size_t(i)] >= 1 && draws[d][size_t(i)] <= kRedCount)
+                        marks[size_t(draws[d][size_t(i)])] = 1;
+                counter = 0;
+                if (set.rows.empty()) continue;
+                if (!sized) {
+                    panel.setTotal(int(std::min<long long>(
+                        (long long)draws.size() * (long long)set.rows.size(), 0x7fffffff)));
+                    sized = true;
+                }
+                for (size_t i = 0; i < set.rows.size() && !s.tingZhi; ++i) {
+                    TicketRecord& r = set.rows[i];
+                    int c = 0;
+                    for (int k = 1; k <= 6; ++k) {
+                        const int x = r.balls.reds[size_t(k)];
+                        if (x >= 1 && x <= kRedCount) c += marks[size_t(x)];
+                    }
+                    if (c < match) {
+                        r.mark = 1;
+                        r.serial = ++counter;
+                    } else {
+                        r.mark = -1;
+                    }
+                    ui.ui_Pump();
+                    panel.step(++steps);
+                }
+                // The DELETE of this draw runs after a Stop too.
+                set.purge();
+            }
+        } else {
+            panel.setTotal(int(draws.size()));
+            int done = 0;
+            for (size_t d = 0; d < draws.size() && !s.tingZhi; ++d) {
+                const Reds& dr = draws[d];
+                set.remove([&dr](const TicketRecord& r) {
+                    for (int i = 1; i <= 6; ++i)
+                        if (r.balls.reds[size_t(i)] != dr[size_t(i)]) return false;
+                    return true;
+                });
+                ui.ui_Pump();
+                panel.step(++done);
+            }
+            panel.setTotal(int(set.rows.size()));
+            for (size_t i = 0; i < set.rows.size() && !s.tingZhi; ++i) {
+                set.rows[i].serial = ++counter;
+                ui.ui_Pump();
+                panel.step(counter);
+            }
+        }
+    } catch (...) {
+        tickets_Done(false);
+        throw;
+    }
+    const bool stopped = s.tingZhi;
+    tickets_Done(!stopped);
+    if (!stopped)
+        log_Set(saved + kCrLf2 + kLiShiLabel + QStringLiteral("过滤后余：") + to_QuanJiao(counter) +
+                QStringLiteral(" 注"));
+    return counter;
+}
+
+}  // namespace
+
+bool attach_HistoryFilter(FilterDef& def) {
+    const QString& n = def.name;
+    if (n == u"filter_ChongDie") {
+        def.prepare = chongDie;
+    } else if (n == u"filter_XieWeiMa") {
+        def.prepare = xieWeiMa;
+    } else if (n == u"filter_WenDu5" || n == u"filter_WenDu10") {
+        const bool five = n == u"filter_WenDu5";
+        // These two warn before they look at the tickets.
+        def.afterSwitch = [five](FilterPass& pass) {
+            warn_LiShiXiangGuan(five ? QStringLiteral("温度值5") : QStringLiteral("温度值10"), pass.issue);
+            return true;
+        };
+        def.prepare = wenDu(five ? 5 : 10);
+    } else if (n == u"filter_LiShi") {
+        def.run = liShi;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace dovrex

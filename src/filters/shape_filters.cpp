@@ -1,0 +1,110 @@
+// The filters that ask how the six reds spread over the groups of a partition of 01..33.
+
+#include <QStringList>
+#include <vector>
+
+#include "app/shared_state.h"
+#include "filters/filter_families.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+namespace {
+
+struct ShapeKey {
+    int maxCount, groups, index;
+};
+
+// The ten keys of the tail and step shapes. "5,1" sits at (5, 1), where no ticket can be: a ticket
+// with five reds in one group and one in another finds no entry and reads index 0.
+const ShapeKey kTenKeys[] = {{1, 6, 0}, {2, 5, 1}, {2, 4, 2}, {2, 3, 3}, {3, 4, 4},
+                             {3, 3, 5}, {3, 2, 6}, {4, 3, 7}, {4, 2, 8}, {5, 1, 9}};
+const ShapeKey kHeadKeys[] = {{2, 4, 0}, {2, 3, 1}, {3, 4, 2}, {3, 3, 3}, {3, 2, 4},
+                              {4, 3, 5}, {4, 2, 6}, {5, 2, 7}, {6, 1, 8}};
+
+struct ShapeSpec {
+    const char16_t* name;
+    const char16_t* prefix;  // group columns prefix0..prefix(groups-1)
+    int groups;
+    int maxCountLo, maxCountHi, groupsLo, groupsHi;  // the key table's bounds
+    bool head;
+};
+
+const ShapeSpec kShapes[] = {
+    {u"filter_WeiShuXingShi", u"尾", 10, 1, 4, 2, 6, false},
+    {u"filter_JianJu9", u"九", 10, 1, 4, 2, 6, false},
+    {u"filter_JianJu7", u"七", 10, 1, 5, 1, 6, false},
+    {u"filter_JianJu11", u"十一", 11, 1, 4, 2, 6, false},
+    {u"filter_JianJu12", u"十二", 12, 1, 4, 2, 6, false},
+    {u"filter_TouShuXingShi", u"头", 10, 1, 6, 1, 6, true},
+};
+
+// The groups each number belongs to, and the key table over (maxCount, groups).
+struct ShapeTables {
+    std::array<std::vector<int>, 34> groupsOf;
+    int groupCount = 0;
+    int keys[8][14] = {};
+    ShapeSpec spec{};
+};
+
+ShapeTables readShapeTables(const ShapeSpec& spec) {
+    ShapeTables t;
+    t.spec = spec;
+    t.groupCount = spec.groups;
+    QStringList cols;
+    for (int k = 0; k < spec.groups; ++k) cols << QString::fromUtf16(spec.prefix) + QString::number(k);
+    auto c =
+        store_Query(QStringLiteral("select 号码,%1 from 号码特性  ORDER BY INDEX ASC").arg(cols.join(u',')));
+    for (; !c->eof(); c->moveNext()) {
+        const int x = c->intValue(0);
+        if (x < 1 || x > kRedCount) continue;
+        t.groupsOf[size_t(x)].clear();
+        for (int k = 0; k < spec.groups; ++k)
+            if (c->value(k + 1).toInt() != 0) t.groupsOf[size_t(x)].push_back(k);
+    }
+    // Keys outside the table's bounds are offered on the screen but never match.
+    auto enter = [&](const ShapeKey& key) {
+        if (key.maxCount >= spec.maxCountLo && key.maxCount <= spec.maxCountHi &&
+            key.groups >= spec.groupsLo && key.groups <= spec.groupsHi)
+            t.keys[key.maxCount][key.groups] = key.index;
+    };
+    if (spec.head)
+        for (const ShapeKey& key : kHeadKeys) enter(key);
+    else
+        for (const ShapeKey& key : kTenKeys) enter(key);
+    return t;
+}
+
+int shapeIndex(const ShapeTables& t, const Reds& r) {
+    int counts[12] = {};
+    for (int i = 1; i <= 6; ++i)
+        for (int k : t.groupsOf[size_t(r[size_t(i)])]) ++counts[k];
+    int maxCount = 0, groups = 0;
+    for (int k = 0; k < t.groupCount; ++k) {
+        if (counts[k] > maxCount) maxCount = counts[k];
+        if (counts[k] > 0) ++groups;
+    }
+    const ShapeSpec& s = t.spec;
+    if (maxCount < s.maxCountLo || maxCount > s.maxCountHi || groups < s.groupsLo || groups > s.groupsHi)
+        throw StoreError(QStringLiteral("%1: shape (%2, %3) out of range")
+                             .arg(QString::fromUtf16(s.name))
+                             .arg(maxCount)
+                             .arg(groups));
+    return t.keys[maxCount][groups];
+}
+
+}  // namespace
+
+bool attach_ShapeFilter(FilterDef& def) {
+    for (const ShapeSpec& spec : kShapes) {
+        if (def.name != QString::fromUtf16(spec.name)) continue;
+        def.prepare = [spec](FilterPass&) {
+            auto t = std::make_shared<ShapeTables>(readShapeTables(spec));
+            return TicketTest{[t](const TicketBalls& b) { return shapeIndex(*t, b.reds); }, {}};
+        };
+        return true;
+    }
+    return false;
+}
+
+}  // namespace dovrex

@@ -8,6 +8,7 @@
 #include "history/derived_columns.h"
 #include "history/history_headless.h"
 #include "pipeline/pipeline_headless.h"
+#include "pipeline/shrink_headless.h"
 #include "users/users_headless.h"
 #include "store/date_value.h"
 #include "store/jet_sql.h"
@@ -145,6 +146,9 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"filter", "[<issue>]", headless_Filter},
         {"delete", "[<issue>]", headless_Delete},
         {"command", "<0..7>", headless_Command},
+        {"shrink", "<3..7> [<issue>]", headless_Shrink},
+        {"select", "<n> [<issue>]", headless_Select},
+        {"weights", "[<preset 0..10> | <n>=<value>]...", headless_Weights},
         {"user-mode", "[1|2]", headless_UserMode},
         {"login", "<name> [<password>]", headless_Login},
         {"users", "", headless_Users},

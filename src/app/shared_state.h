@@ -40,6 +40,8 @@ struct SharedState {
     std::array<int, 34> quanZhong{};
     // Text of the operation log (TextChaoZuoTip).
     QString operationLog;
+    // Frame of the moving bar a shrink shows until its first removal (TimerSuosuijinxingzong).
+    int suoShuiTimerAt = 0;
 };
 
 SharedState& shared();

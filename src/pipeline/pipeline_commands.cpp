@@ -5,10 +5,15 @@
 #include <cmath>
 
 #include "app/shared_state.h"
+#include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "history/history_queries.h"
+#include "pipeline/distribution_report.h"
 #include "pipeline/run_panel.h"
+#include "pipeline/selection.h"
+#include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
+#include "pipeline/weights.h"
 
 namespace dovrex {
 
@@ -21,6 +26,7 @@ const QString kUserSwitchMenu = QStringLiteral("mnu_UserQiehuan");
 
 struct PipelineState {
     std::shared_ptr<Cursor> grid;  // the row set of TDBGrid_RZ
+    bool shrinkFrame = false;      // FrameSuosuiSezi is showing
 };
 
 PipelineState& pipeline() {
@@ -53,6 +59,35 @@ void sayNotYet(int index) {
     screen().ui_Message(msg::notYet(touZhuCommandTexts()[size_t(index)].button));
 }
 
+// 第3步：缩水. The first press opens the settings; a press while they show runs the shrink.
+void runShrink() {
+    Screen& ui = screen();
+    if (!suoShuiSeZhiVisible()) {
+        ui.ui_Set(QStringLiteral("Option_ShuoSuiLeiXing"), QStringLiteral("value"),
+                  get_GuoLvTiaoJian(kShrinkTypeId));
+        ui.ui_Set(QStringLiteral("Check_auto"), QStringLiteral("checked"),
+                  get_ShiYongQingKuang(kSmartSwitch) == 1);
+        show_QuanZhong();
+        set_SuoShuiSeZhiVisible(true);
+        ui.ui_Set(QStringLiteral("cmmSS(1)"), QStringLiteral("enabled"), true);
+        return;
+    }
+    set_SuoShuiSeZhiVisible(false);
+    const IssueNumber issue = gridIssueOrSay();
+    if (issue < 1) return;
+    const int t = get_GuoLvTiaoJian(kShrinkTypeId);
+    if (t < 3 || t > 7) {
+        ui.ui_Message(msg::kShrinkChooseType);
+        return;
+    }
+    const int count =
+        store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
+    if (!ui.ui_Confirm(msg::shrinkConfirm(t, count))) return;
+    run_SuoShui(t, issue);
+    show_HaoMaFenBu(issue);
+    shared().tingZhi = 0;
+}
+
 void runCommand(int index) {
     Screen& ui = screen();
     switch (index) {
@@ -68,11 +103,23 @@ void runCommand(int index) {
             if (issue >= 1 && ui.ui_Confirm(msg::kConfirmFilter)) run_GuoLv(issue);
             break;
         }
-        case kCmdSelect:
+        case kCmdShrink:
+            runShrink();
+            break;
+        case kCmdSelect: {
+            const IssueNumber issue = gridIssueOrSay();
+            if (issue < 1) break;
+            const int n = read_QiHao(
+                ui.ui_AskText(msg::kAskSelect, touZhuCommandTexts()[3].button, QStringLiteral("5")));
+            if (n <= 0) break;
+            shared().tingZhi = 0;
+            run_JingXuan(issue, n);
+            shared().tingZhi = 0;
+            break;
+        }
         case kCmdPrizeCheck:
             if (gridIssueOrSay() >= 1) sayNotYet(index);
             break;
-        case kCmdShrink:
         case kCmdExport:
         case kCmdImport:
             sayNotYet(index);
@@ -112,7 +159,7 @@ const std::array<TouZhuCommandText, kTouZhuCommands>& touZhuCommandTexts() {
 void cmmTouZhu_Click(int index) {
     if (index < 0 || index >= kTouZhuCommands) return;
     ButtonsDisabled buttons;
-    if (index != kCmdShrink) screen().ui_Set(kShrinkFrame, QStringLiteral("visible"), false);
+    if (index != kCmdShrink) set_SuoShuiSeZhiVisible(false);
     try {
         runCommand(index);
     } catch (const StoreError&) {
@@ -127,9 +174,18 @@ void mnu_ShengCeng_Click(int index) {
 
 void cmmSS_Click(int index) {
     if (index == 0)
-        screen().ui_Set(kShrinkFrame, QStringLiteral("visible"), false);
+        set_SuoShuiSeZhiVisible(false);
     else
         cmmTouZhu_Click(kCmdShrink);
+}
+
+bool suoShuiSeZhiVisible() {
+    return pipeline().shrinkFrame;
+}
+
+void set_SuoShuiSeZhiVisible(bool visible) {
+    pipeline().shrinkFrame = visible;
+    screen().ui_Set(kShrinkFrame, QStringLiteral("visible"), visible);
 }
 
 void cmm_stop_MouseDown() {

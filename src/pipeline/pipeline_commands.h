@@ -37,6 +37,9 @@ void cmmTouZhu_Click(int index);
 void mnu_ShengCeng_Click(int index);
 // The two buttons of the shrink settings: 0 closes them, 1 runs the shrink.
 void cmmSS_Click(int index);
+// The shrink settings frame FrameSuosuiSezi: whether it shows, and showing or hiding it.
+bool suoShuiSeZhiVisible();
+void set_SuoShuiSeZhiVisible(bool visible);
 // Raises the Stop flag; acts on mouse-down, so it lands at the next yield of a running pass.
 void cmm_stop_MouseDown();
 

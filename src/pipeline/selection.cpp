@@ -1,0 +1,142 @@
+#include "pipeline/selection.h"
+
+#include <vector>
+
+#include "app/shared_state.h"
+#include "filters/condition_store.h"
+#include "history/history_queries.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/prepared.h"
+#include "pipeline/run_panel.h"
+#include "pipeline/shrink.h"
+
+namespace dovrex {
+
+namespace {
+
+constexpr int kChosen = 999;  // 临时数据 of a ticket the selection keeps
+
+struct Scored {
+    long long rowid;
+    std::array<int, 8> t;
+};
+
+// Reads the tickets of a query (rowid, six reds, blue) into memory.
+std::vector<Scored> readTickets(const QString& sql, IssueNumber issue) {
+    std::vector<Scored> rows;
+    Prepared q(sql);
+    q.bind(1, issue);
+    while (q.next()) {
+        Scored s{q.int64Column(0), {}};
+        for (int i = 1; i <= 7; ++i) s.t[size_t(i)] = q.intColumn(i);
+        rows.push_back(s);
+    }
+    return rows;
+}
+
+// Scores the rows into 临时数据 until done or Stop; returns false when stopped.
+bool scoreTickets(const std::vector<Scored>& rows, IssueNumber issue, RunPanel& panel) {
+    const ChaZhiBlock block = load_ChaZhiBlock(issue);
+    const ChaZhiMoShi pattern = calc_ChaZhiMoShi(block);
+    SharedState& s = shared();
+    Screen& ui = screen();
+    Transaction tx(store());
+    Prepared write(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE rowid=?"));
+    int done = 0;
+    for (const Scored& row : rows) {
+        if (s.tingZhi) break;
+        write.bind(1, calc_PiPeiShu(block, pattern, row.t)).bind(2, row.rowid).exec();
+        ui.ui_Pump();
+        panel.step(++done);
+    }
+    return !s.tingZhi;
+}
+
+// Writes `value` to 临时数据 of every row of a TOP query over 临时数据.
+void writeTop(const QString& sql, IssueNumber issue, int value) {
+    Transaction tx(store());
+    auto c = store_Query(sql, {issue});
+    for (; !c->eof(); c->moveNext()) c->setValue(0, value);
+    c->close();
+}
+
+}  // namespace
+
+ChaZhiBlock load_ChaZhiBlock(IssueNumber issue) {
+    ChaZhiBlock a{};
+    const IssueNumber newest = prev_QiHao(issue, 1);
+    const IssueNumber oldest = prev_QiHao(issue, 10);
+    Prepared q(
+        QStringLiteral("SELECT 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 历史记录 "
+                       "WHERE 期号>=? AND 期号<=? ORDER BY 期号 ASC"));
+    q.bind(1, oldest).bind(2, newest);
+    int row = 10;
+    while (q.next()) {
+        if (row < 1) continue;  // more than ten draws in the range: the newest ten are not kept apart
+        for (int c = 1; c <= 7; ++c) a[size_t(row)][size_t(c)] = q.intColumn(c);
+        --row;
+    }
+    return a;
+}
+
+ChaZhiMoShi calc_ChaZhiMoShi(const ChaZhiBlock& a) {
+    ChaZhiMoShi m{};
+    int i = 0;
+    for (int r = 2; r <= 10; ++r)
+        for (int c = 1; c <= 7; ++c)
+            for (int k = 1; k <= 7; ++k) m[size_t(i++)] = a[size_t(r)][size_t(c)] - a[1][size_t(k)];
+    for (int p = 1; p <= 6; ++p)
+        for (int q = p + 1; q <= 7; ++q) m[size_t(i++)] = a[1][size_t(p)] - a[1][size_t(q)];
+    return m;
+}
+
+int calc_PiPeiShu(const ChaZhiBlock& a, const ChaZhiMoShi& chaZhiMoShi, const std::array<int, 8>& t) {
+    int score = 1;  // position 462: 0 in both lists
+    int i = 0;
+    for (int r = 1; r <= 9; ++r)
+        for (int c = 1; c <= 7; ++c) {
+            const int v = a[size_t(r)][size_t(c)];
+            for (int k = 1; k <= 7; ++k) score += v - t[size_t(k)] == chaZhiMoShi[size_t(i++)];
+        }
+    for (int p = 1; p <= 6; ++p)
+        for (int q = p + 1; q <= 7; ++q) score += t[size_t(p)] - t[size_t(q)] == chaZhiMoShi[size_t(i++)];
+    return score;
+}
+
+void run_ZhiNengYouHua(IssueNumber issue, int t) {
+    if (get_ShiYongQingKuang(kSmartSwitch) != 1 || t >= 7) return;
+    const auto rows =
+        readTickets(QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 日志表 "
+                                   "WHERE 期号=? AND 过滤标记>=0 ORDER BY 序号 ASC, rowid ASC"),
+                    issue);
+    if (rows.empty()) return;
+    RunPanel panel(int(rows.size()));
+    log_Append(QStringLiteral("[ 智能优化 ]优化正在进行中．．．"));
+    const bool done = scoreTickets(rows, issue, panel);
+    writeTop(QStringLiteral(
+                 "select top 60 percent 临时数据 from 日志表 where 期号=? order by 临时数据 asc,序号 asc"),
+             issue, 0);
+    if (done) log_Append(QStringLiteral("[ 智能优化 ] 完 成 "));
+}
+
+void run_JingXuan(IssueNumber issue, int n) {
+    const auto rows = readTickets(
+        QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 日志表 WHERE 期号=?"),
+        issue);
+    if (rows.empty()) return;
+    {
+        RunPanel panel(int(rows.size()));
+        log_Append(QStringLiteral("[ 号码分析 ]分析正在进行中．．．"));
+        const bool done = scoreTickets(rows, issue, panel);
+        writeTop(
+            QStringLiteral("select top %1 临时数据 from 日志表 where 期号=? order by 临时数据 asc,序号 asc")
+                .arg(n),
+            issue, kChosen);
+        if (done) log_Append(QStringLiteral("[ 号码分析 ] 完 成 "));
+        store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=? and 临时数据<>999"), {issue});
+    }
+    screen().ui_Message(msg::kSelectDone);
+    load_TouZhuBiao(issue);
+}
+
+}  // namespace dovrex

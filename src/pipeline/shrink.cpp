@@ -1,0 +1,252 @@
+#include "pipeline/shrink.h"
+
+#include <bit>
+
+#include "app/shared_state.h"
+#include "filters/condition_store.h"
+#include "filters/filter_loop.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/prepared.h"
+#include "pipeline/run_panel.h"
+#include "pipeline/selection.h"
+#include "pipeline/ticket_init.h"
+#include "pipeline/weights.h"
+
+namespace dovrex {
+
+namespace {
+
+const QString kTimer = QStringLiteral("TimerSuosuijinxingzong");
+
+// Rows visited between two yields in the inner walk: the walk is a few nanoseconds a row, so a
+// yield per row would cost more than the work while the window gains nothing from it.
+constexpr int kRowsPerYield = 1024;
+
+int countTickets(IssueNumber issue) {
+    return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
+}
+
+QString resultLine(int t, int count) {
+    return QStringLiteral("[") + shrinkCaption(t) + QStringLiteral("]缩水后余：") + to_QuanJiao(count) +
+           QStringLiteral(" 注");
+}
+
+struct TimerOff {
+    ~TimerOff() { screen().ui_Set(kTimer, QStringLiteral("enabled"), false); }
+};
+
+// 序号 1, 2, 3 ... over the whole table; returns the last number written.
+int renumber() {
+    std::vector<std::pair<long long, int>> rows;
+    {
+        Prepared q(QStringLiteral("SELECT rowid, 序号 FROM 日志表 ORDER BY 序号 ASC, rowid ASC"));
+        while (q.next()) rows.emplace_back(q.int64Column(0), q.intColumn(1));
+    }
+    RunPanel panel(int(rows.size()));
+    Transaction tx(store());
+    Prepared write(QStringLiteral("UPDATE 日志表 SET 序号=? WHERE rowid=?"));
+    Screen& ui = screen();
+    int n = 0;
+    for (const auto& [rowid, serial] : rows) {
+        ++n;
+        if (serial != n) write.bind(1, n).bind(2, rowid).exec();
+        panel.step(n);
+        ui.ui_Pump();
+    }
+    panel.show(n);
+    return n;
+}
+
+}  // namespace
+
+QString shrinkCaption(int t) {
+    static const QString captions[] = {QStringLiteral("保三型"), QStringLiteral("保四型"),
+                                       QStringLiteral("保五型"), QStringLiteral("保六型"),
+                                       QStringLiteral("保七型")};
+    return t >= 3 && t <= 7 ? captions[t - 3] : QString();
+}
+
+ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vector<int>& marks, int t,
+                        const std::function<bool(int)>& stopped) {
+    ShrinkScan out;
+    const int n = int(masks.size());
+    if (n == 0) return out;
+    // The rows behind the current kept one that the walk still compares, in scan order.
+    std::vector<int> live;
+    live.reserve(size_t(n));
+    for (int i = 1; i < n; ++i)
+        if (marks[size_t(i)] >= 0) live.push_back(i);
+    std::vector<char> visited(size_t(n), 0);  // kept or removed by now
+    size_t start = 0;
+    int current = 0;
+    int sinceYield = 0;
+    for (;;) {
+        out.kept.push_back(current);
+        visited[size_t(current)] = 1;
+        const std::uint64_t m = masks[size_t(current)];
+        size_t w = start;
+        size_t r = start;
+        for (; r < live.size(); ++r) {
+            const int j = live[size_t(r)];
+            if (std::popcount(m & masks[size_t(j)]) >= t) {
+                out.removed.push_back(j);
+                visited[size_t(j)] = 1;
+            } else {
+                live[w++] = j;
+            }
+            if (++sinceYield == kRowsPerYield) {
+                sinceYield = 0;
+                if (stopped && stopped(int(out.removed.size()))) {
+                    out.stopped = true;
+                    ++r;
+                    break;
+                }
+            }
+        }
+        for (; r < live.size(); ++r) live[w++] = live[r];
+        live.resize(w);
+        if (out.stopped || (stopped && stopped(int(out.removed.size())))) {
+            out.stopped = true;
+            break;
+        }
+        // The next ticket to keep: the first one behind that nobody has visited; the rows that
+        // carry an old positive mark before it drop out of the walk, as they lie behind it.
+        size_t k = start;
+        while (k < live.size() && marks[size_t(live[k])] != 0) ++k;
+        if (k == live.size()) break;
+        current = live[k];
+        start = k + 1;
+    }
+    return out;
+}
+
+QString shrinkOrder(int t, IssueNumber issue, bool weights) {
+    const QString plain = weights ? QStringLiteral(" ORDER BY 临时数据 DESC, 序号 ASC, rowid ASC")
+                                  : QStringLiteral(" ORDER BY 临时数据 ASC, 序号 ASC, rowid ASC");
+    if (t != 6) return plain;
+    const bool formula =
+        store()
+            .scalar(QStringLiteral("select count(*) from 日志表 where 期号=? and 缩水公式>=1 and 缩水公式<?"),
+                    {issue, kOutsideFormula})
+            .toInt() > 0;
+    if (!formula) return plain;
+    // Tickets without a formula value (0 or empty) sort with those outside it.
+    return QStringLiteral(" ORDER BY CASE WHEN 缩水公式>=1 THEN 缩水公式 ELSE %1 END ASC,")
+               .arg(kOutsideFormula) +
+           plain.mid(QStringLiteral(" ORDER BY").size());
+}
+
+int run_SuoShui(int t, IssueNumber issue) {
+    SharedState& s = shared();
+    Screen& ui = screen();
+    s.tingZhi = 0;
+    if (t >= 7) {
+        const int count = countTickets(issue);
+        log_Append(resultLine(7, count));
+        ui.ui_Message(msg::kShrinkNothingRemoved);
+        return count;
+    }
+    if (t < 1) return 0;  // no type chosen: a scan at 0 would keep a single ticket
+
+    if (s.biaoJiQingLing) {
+        log_Append(QStringLiteral("当前数据共：") + to_QuanJiao(countTickets(issue)) +
+                   QStringLiteral("注．"));
+    } else if (!load_GuoLvShuJu(issue)) {
+        return 0;
+    }
+    run_ZhiNengYouHua(issue, t);
+    const QString savedLog = s.operationLog;
+    const bool weights = run_QuanZhong(issue);
+
+    std::vector<long long> rowids;
+    std::vector<std::uint64_t> masks;
+    std::vector<int> marks;
+    {
+        Prepared q(
+            QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,缩水标记 FROM 日志表 "
+                           "WHERE 期号=?") +
+            shrinkOrder(t, issue, weights));
+        q.bind(1, issue);
+        while (q.next()) {
+            Reds reds{};
+            for (int i = 1; i <= 6; ++i) reds[size_t(i)] = q.intColumn(i);
+            rowids.push_back(q.int64Column(0));
+            masks.push_back(ballMask(reds, q.intColumn(7)));
+            marks.push_back(q.intColumn(8));
+        }
+    }
+    if (rowids.empty()) {
+        set_SuoShuiSeZhiVisible(false);
+        return 0;
+    }
+
+    const int total = int(rowids.size());
+    const QString caption = shrinkCaption(t);
+    ShrinkScan scan;
+    {
+        TimerOff timerOff;
+        RunPanel panel(QStringLiteral("请等待。。。"));
+        ui.ui_Progress(0, total, 0, true);
+        ui.ui_Set(kTimer, QStringLiteral("enabled"), true);
+        log_Set(savedLog + kCrLf2 + QStringLiteral("[") + caption + QStringLiteral("]缩水正在进行中．．．"));
+        bool timerRunning = true;
+        auto showRemoved = [&](int removed) {
+            ui.ui_Progress(0, total, removed, true);
+            if (removed > 0) {
+                if (timerRunning) ui.ui_Set(kTimer, QStringLiteral("enabled"), false);
+                timerRunning = false;
+                ui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QString::number(removed));
+            }
+            ui.ui_Set(QStringLiteral("LabelJinduAll"), QStringLiteral("text"), QString::number(total));
+        };
+        int lastShown = -1;
+        scan = scan_SuoShui(masks, marks, t, [&](int removed) {
+            if (removed != lastShown && (removed - lastShown >= total / 250 + 1 || lastShown <= 0)) {
+                showRemoved(removed);
+                lastShown = removed;
+            }
+            ui.ui_Pump();
+            return s.tingZhi != 0;
+        });
+        showRemoved(int(scan.removed.size()));
+
+        Transaction tx(store());
+        Prepared keep(QStringLiteral("UPDATE 日志表 SET 缩水标记=? WHERE rowid=?"));
+        for (int i : scan.kept) keep.bind(1, t).bind(2, rowids[size_t(i)]).exec();
+        Prepared drop(QStringLiteral("DELETE FROM 日志表 WHERE rowid=?"));
+        for (int i : scan.removed) drop.bind(1, rowids[size_t(i)]).exec();
+    }
+
+    int kept = int(scan.kept.size());
+    if (scan.stopped) {
+        log_Set(savedLog + kCrLf2 + msg::kShrinkUserStop);
+    } else {
+        kept = renumber();
+        load_TouZhuBiao(issue);
+        log_Set(savedLog + kCrLf2 + resultLine(t, kept));
+    }
+    s.tingZhi = 0;
+    return kept;
+}
+
+void Option_ShuoSuiLeiXing_Click(int index) {
+    set_GuoLvTiaoJian(kShrinkTypeId, index);
+}
+
+void Check_auto_Click(bool checked) {
+    set_ShiYongQingKuang(kSmartSwitch, checked ? 1 : 0);
+}
+
+QString TimerSuosuijinxingzong_Timer() {
+    static const char* const frames[17] = {
+        "     >>>>>", "      >>>>", "       >>>", "        >>", "         >", "          ",
+        ">         ", ">>        ", ">>>       ", ">>>>      ", ">>>>      ", ">>>>      ",
+        ">>>>>     ", " >>>>>    ", "  >>>>>   ", "   >>>>>  ", "    >>>>> "};
+    int& at = shared().suoShuiTimerAt;
+    at = (at + 1) % 17;
+    const QString text = QString::fromLatin1(frames[at]);
+    screen().ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), text);
+    return text;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,70 @@
+#include "pipeline/shrink_headless.h"
+
+#include "app/headless_runner.h"
+#include "app/shared_state.h"
+#include "pipeline/distribution_report.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/selection.h"
+#include "pipeline/shrink.h"
+#include "pipeline/weights.h"
+
+namespace dovrex {
+
+namespace {
+
+// A number, then the issue given or the grid's.
+bool numberAndIssue(HeadlessRunner& r, const HeadlessArgs& a, int& number, int& issue) {
+    if (!r.requireStore() || !a.intAt(r, 0, number)) return false;
+    if (a.words.size() > 1) return a.intAt(r, 1, issue);
+    issue = get_BiaoGeQiHao();
+    return true;
+}
+
+int ticketCount(int issue) {
+    return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
+}
+
+}  // namespace
+
+bool headless_Shrink(HeadlessRunner& r, const HeadlessArgs& a) {
+    int t = 0, issue = 0;
+    if (!numberAndIssue(r, a, t, issue)) return false;
+    if (t < 3 || t > 7) return r.fail(QStringLiteral("t is 3..7"));
+    const int kept = run_SuoShui(t, issue);
+    show_HaoMaFenBu(issue);
+    shared().tingZhi = 0;
+    r.print(QStringLiteral("kept %1").arg(kept));
+    return true;
+}
+
+bool headless_Select(HeadlessRunner& r, const HeadlessArgs& a) {
+    int n = 0, issue = 0;
+    if (!numberAndIssue(r, a, n, issue)) return false;
+    if (n < 1) return r.fail(QStringLiteral("n is 1 or more"));
+    shared().tingZhi = 0;
+    run_JingXuan(issue, n);
+    shared().tingZhi = 0;
+    r.print(QStringLiteral("tickets %1").arg(ticketCount(issue)));
+    return true;
+}
+
+bool headless_Weights(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (!r.requireStore()) return false;
+    for (const QString& w : a.words) {
+        const QStringList parts = w.split(u'=');
+        bool ok1 = false, ok2 = true;
+        const int first = parts.value(0).toInt(&ok1);
+        const int value = parts.size() == 2 ? parts[1].toInt(&ok2) : 0;
+        if (!ok1 || !ok2 || parts.size() > 2) return r.fail(QStringLiteral("not a preset or n=value: ") + w);
+        if (parts.size() == 1)
+            cmmQZfenpei_Click(first);
+        else
+            SliderQuanZong_Change(first, value);
+    }
+    QStringList values;
+    for (int n = 1; n <= 33; ++n) values << QString::number(shared().quanZhong[size_t(n)]);
+    r.print(QStringLiteral("weights ") + values.join(u' '));
+    return true;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,327 @@
+#include <QRandomGenerator>
+#include <algorithm>
+#include <set>
+
+#include "core/pipeline_fixture.h"
+#include "pipeline/distribution_report.h"
+#include "pipeline/run_panel.h"
+#include "pipeline/shrink.h"
+#include "pipeline/ticket_init.h"
+#include "pipeline/weights.h"
+
+namespace dovrex::test {
+namespace {
+
+constexpr IssueNumber kIssue = 2008118;
+
+struct Row {
+    int serial;
+    Reds reds;
+    int blue;
+    int mark;     // 缩水标记
+    int scratch;  // 临时数据
+};
+
+class ShrinkTest : public PipelineTest {
+  protected:
+    static void insert(const std::vector<Row>& rows) {
+        Transaction tx(store());
+        int id = intScalar(QStringLiteral("select count(*) from 日志表"));
+        for (const Row& r : rows)
+            store_Execute(
+                QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,"
+                               "缩水标记,临时数据) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"),
+                {++id, r.serial, kIssue, r.reds[1], r.reds[2], r.reds[3], r.reds[4], r.reds[5], r.reds[6],
+                 r.blue, r.mark, r.scratch});
+    }
+    static Row row(int serial, Reds reds, int blue, int mark = 0, int scratch = 0) {
+        return {serial, reds, blue, mark, scratch};
+    }
+    // The rows of the issue in 序号 order.
+    static std::vector<Row> rows() {
+        std::vector<Row> out;
+        auto c = store_Query(QStringLiteral("select * from 日志表 where 期号=? order by 序号, ID"), {kIssue});
+        for (; !c->eof(); c->moveNext()) {
+            Row r{c->intValue(QStringLiteral("序号")),
+                  {},
+                  c->intValue(QStringLiteral("蓝球")),
+                  c->intValue(QStringLiteral("缩水标记")),
+                  c->intValue(QStringLiteral("临时数据"))};
+            for (int i = 1; i <= 6; ++i) r.reds[size_t(i)] = c->intValue(QStringLiteral("红球%1").arg(i));
+            out.push_back(r);
+        }
+        return out;
+    }
+    static int shared7(const Row& a, const Row& b) {
+        int n = a.blue == b.blue;
+        for (int i = 1; i <= 6; ++i)
+            for (int j = 1; j <= 6; ++j) n += a.reds[size_t(i)] == b.reds[size_t(j)];
+        return n;
+    }
+
+    // The scan written out plainly: a table of ball keys (red n, blue 100 + n), one lookup a ball, the
+    // rows in the order given; returns the rows that stay, in that order.
+    static std::vector<Row> referenceScan(std::vector<Row> order, int t) {
+        std::vector<bool> gone(order.size(), false);
+        std::vector<int> mark;
+        for (const Row& r : order) mark.push_back(r.mark);
+        int jiHaoBiao[201] = {};
+        size_t cur = 0;
+        while (cur < order.size()) {
+            mark[cur] = t;
+            int keys[7];
+            for (int i = 1; i <= 6; ++i) keys[i - 1] = order[cur].reds[size_t(i)];
+            keys[6] = 100 + order[cur].blue;
+            for (int k : keys) jiHaoBiao[k] = 1;
+            for (size_t j = cur + 1; j < order.size(); ++j) {
+                if (gone[j] || mark[j] < 0) continue;
+                int sum = jiHaoBiao[100 + order[j].blue];
+                for (int i = 1; i <= 6; ++i) sum += jiHaoBiao[order[j].reds[size_t(i)]];
+                if (sum >= t) gone[j] = true;
+            }
+            for (int k : keys) jiHaoBiao[k] = 0;
+            size_t next = 0;
+            while (next < order.size() && (gone[next] || mark[next] != 0)) ++next;
+            cur = next;
+        }
+        std::vector<Row> kept;
+        for (size_t i = 0; i < order.size(); ++i)
+            if (!gone[i]) kept.push_back(order[i]);
+        return kept;
+    }
+
+    static bool sameTickets(const std::vector<Row>& a, const std::vector<Row>& b) {
+        if (a.size() != b.size()) return false;
+        for (size_t i = 0; i < a.size(); ++i)
+            if (a[i].reds != b[i].reds || a[i].blue != b[i].blue) return false;
+        return true;
+    }
+};
+
+struct Sixes : PipelineTest {
+    using PipelineTest::sixesOf;
+};
+
+// Every six of n drags with blues 1..blues, in the order of the first step, random 临时数据.
+std::vector<Row> fullSet(int drags, int blues, QRandomGenerator& rng, int scratchRange) {
+    std::vector<int> reds;
+    for (int n = 1; n <= drags; ++n) reds.push_back(n * 33 / drags);
+    std::vector<Row> out;
+    for (const Reds& six : Sixes::sixesOf(reds))
+        for (int b = 1; b <= blues; ++b)
+            out.push_back(
+                {int(out.size()) + 1, six, b, 0, scratchRange ? int(rng.bounded(scratchRange)) : 0});
+    return out;
+}
+
+TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
+    QRandomGenerator rng(20081118);
+    int cases = 0;
+    for (int round = 0; round < 16; ++round) {
+        const int t = 3 + round % 4;
+        std::vector<Row> set;
+        switch (round % 4) {
+            case 0:  // tickets drawn at random, serials with gaps
+                for (int i = 0; i < 400; ++i) {
+                    std::set<int> picked;
+                    while (picked.size() < 6) picked.insert(int(rng.bounded(1, 34)));
+                    Reds r{};
+                    int k = 1;
+                    for (int v : picked) r[size_t(k++)] = v;
+                    set.push_back(row(i * 3 + 1, r, int(rng.bounded(1, 17)), 0, int(rng.bounded(5))));
+                }
+                break;
+            case 1: {  // a full expansion with random holes, as a filter run leaves it
+                for (Row r : fullSet(11, 2, rng, 3))
+                    if (rng.bounded(100) < 55) set.push_back(r);
+                break;
+            }
+            case 2: {  // a sum filter over 12 drags, one blue
+                for (Row r : fullSet(12, 1, rng, 0)) {
+                    int sum = 0;
+                    for (int i = 1; i <= 6; ++i) sum += r.reds[size_t(i)];
+                    if (sum >= 80 && sum <= 120) set.push_back(r);
+                }
+                break;
+            }
+            default: {  // some rows never compared (negative marks), some with a stale kept mark
+                for (Row r : fullSet(10, 3, rng, 4)) {
+                    const int roll = int(rng.bounded(20));
+                    r.mark = roll == 0 ? -1 : roll == 1 ? 6 : 0;
+                    set.push_back(r);
+                }
+            }
+        }
+        store_Execute(QStringLiteral("DELETE FROM 日志表"));
+        insert(set);
+        // The scan order without weights: 临时数据, then 序号.
+        std::vector<Row> order = set;
+        std::stable_sort(order.begin(), order.end(), [](const Row& a, const Row& b) {
+            return a.scratch != b.scratch ? a.scratch < b.scratch : a.serial < b.serial;
+        });
+        const std::vector<Row> expected = referenceScan(order, t);
+        std::vector<Row> expectedBySerial = expected;
+        std::stable_sort(expectedBySerial.begin(), expectedBySerial.end(),
+                         [](const Row& a, const Row& b) { return a.serial < b.serial; });
+
+        shared().biaoJiQingLing = 1;  // keep the 临时数据 written above
+        const int kept = run_SuoShui(t, kIssue);
+        const auto after = rows();
+        EXPECT_EQ(kept, int(after.size())) << round;
+        EXPECT_TRUE(sameTickets(after, expectedBySerial)) << "round " << round << " t " << t;
+        for (size_t i = 0; i < after.size(); ++i) EXPECT_EQ(after[i].serial, int(i) + 1);
+        // The guarantee: every ticket of the set before shares t balls with one still there.
+        for (const Row& before : set) {
+            const bool covered = std::any_of(after.begin(), after.end(),
+                                             [&](const Row& a) { return shared7(before, a) >= t; });
+            ASSERT_TRUE(covered) << "round " << round;
+        }
+        ++cases;
+    }
+    EXPECT_EQ(cases, 16);
+}
+
+TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
+    const Reds a{0, 1, 2, 3, 4, 5, 6};
+    const Reds b{0, 1, 2, 3, 4, 5, 7};
+    // One ticket: kept, 序号 1.
+    insert({row(5, a, 1)});
+    EXPECT_EQ(run_SuoShui(6, kIssue), 1);
+    EXPECT_EQ(rows()[0].serial, 1);
+    EXPECT_EQ(rows()[0].mark, 6);
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保六型]缩水后余：１ 注")));
+
+    // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    insert({row(1, a, 1), row(2, a, 2)});
+    ui().clear();
+    EXPECT_EQ(run_SuoShui(7, kIssue), 2);
+    EXPECT_EQ(rows().size(), 2u);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kShrinkNothingRemoved});
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保七型]缩水后余：２ 注")));
+    EXPECT_EQ(run_SuoShui(6, kIssue), 1);
+    EXPECT_EQ(rows()[0].blue, 1);
+
+    // Red 5 and blue 5 are different balls: five reds alike and blue 5 against red 5 is not six.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    insert({row(1, a, 9), row(2, Reds{0, 1, 2, 3, 4, 6, 7}, 5)});
+    EXPECT_EQ(run_SuoShui(6, kIssue), 2);
+
+    // A negative mark is never compared, so it stays; the scan keeps no other.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    insert({row(1, a, 1), row(2, a, 1, -1), row(3, b, 1)});
+    shared().biaoJiQingLing = 1;
+    EXPECT_EQ(run_SuoShui(5, kIssue), 2);
+    const auto left = rows();
+    EXPECT_EQ(left[0].mark, 5);
+    EXPECT_EQ(left[1].mark, -1);
+
+    // No type chosen (the factory 0): the command refuses instead of scanning at 0.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    insert({row(1, a, 1), row(2, b, 1)});
+    EXPECT_EQ(run_SuoShui(0, kIssue), 0);
+    EXPECT_EQ(rows().size(), 2u);
+}
+
+TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
+    const Reds low{0, 1, 2, 3, 4, 5, 6};
+    const Reds high{0, 1, 2, 3, 4, 5, 33};
+    insert({row(1, low, 1), row(2, high, 1)});
+    // With weights the heavier ticket goes first and wins.
+    cmmQZfenpei_Click(0);
+    EXPECT_EQ(run_SuoShui(6, kIssue), 1);
+    EXPECT_EQ(rows()[0].reds, high);
+    // The result line goes behind the log as it was before the weights were written.
+    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("号码权重设置完成！")));
+    cmmQZfenpei_Click(5);
+
+    // Without weights 序号 decides; at T 6 a formula ticket goes in front of all others.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    insert({row(1, low, 1), row(2, high, 1)});
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=? WHERE 序号=1"), {kOutsideFormula});
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
+    EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral(" ORDER BY 临时数据 ASC, 序号 ASC, rowid ASC"));
+    EXPECT_EQ(run_SuoShui(6, kIssue), 1);
+    EXPECT_EQ(rows()[0].reds, high);
+    // At T 5 the formula plays no part.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    insert({row(1, low, 1), row(2, high, 1)});
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
+    EXPECT_EQ(run_SuoShui(5, kIssue), 1);
+    EXPECT_EQ(rows()[0].reds, low);
+}
+
+TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
+    QRandomGenerator rng(7);
+    insert(fullSet(14, 2, rng, 0));  // 6006 tickets
+    shared().biaoJiQingLing = 1;
+    ui().stopAfterPumps(3);
+    const int kept = run_SuoShui(6, kIssue);
+    const auto after = rows();
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户停止！")));
+    EXPECT_GT(after.size(), size_t(kept));
+    EXPECT_LT(after.size(), 6006u);
+    // Kept rows are marked, the rest not yet reached are unmarked, and 序号 keeps its gaps.
+    int marked = 0;
+    for (const Row& r : after) marked += r.mark == 6;
+    EXPECT_EQ(marked, kept);
+    EXPECT_NE(after.back().serial, int(after.size()));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TimerSuosuijinxingzong.enabled = false")));
+}
+
+TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
+    pickRange(1, 10, kPickDrag);
+    pickRange(101, 101, kPickDrag);
+    init_TouZhu(kIssue);
+    store_Execute(QStringLiteral("DELETE FROM Ssgs"));
+    set_GuoLvTiaoJian(kShrinkTypeId, 5);
+    ui().clear();
+    cmmTouZhu_Click(kCmdShrink);  // opens the settings only
+    EXPECT_TRUE(suoShuiSeZhiVisible());
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET FrameSuosuiSezi.visible = true")));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Option_ShuoSuiLeiXing.value = 5")));
+    EXPECT_EQ(rows().size(), 210u);
+
+    ui().answerConfirm(false);  // cancelled: nothing changes, the frame is closed
+    cmmSS_Click(1);
+    EXPECT_FALSE(suoShuiSeZhiVisible());
+    EXPECT_EQ(rows().size(), 210u);
+
+    cmmTouZhu_Click(kCmdShrink);
+    cmmSS_Click(1);
+    const auto after = rows();
+    EXPECT_LT(after.size(), 210u);
+    // The report counts each red over what is left, numbers held by none left out.
+    int ones = 0;
+    for (const Row& r : after) ones += r.reds[1] == 1;
+    const QString log = shared().operationLog;
+    EXPECT_TRUE(log.contains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(int(after.size())) +
+                             QStringLiteral(" 注")));
+    EXPECT_TRUE(log.contains(QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(ones)));
+    EXPECT_FALSE(log.contains(QStringLiteral("１１：")));
+    EXPECT_TRUE(log.endsWith(
+        QStringLiteral("１０：%1 注.\r\n").arg(std::count_if(after.begin(), after.end(), [](const Row& r) {
+            return r.reds[6] == 10;
+        }))));
+
+    // No type chosen: the command asks for one and removes nothing.
+    set_GuoLvTiaoJian(kShrinkTypeId, 0);
+    const size_t before = rows().size();
+    cmmTouZhu_Click(kCmdShrink);
+    cmmSS_Click(1);
+    EXPECT_EQ(ui().messages().last(), msg::kShrinkChooseType);
+    EXPECT_EQ(rows().size(), before);
+}
+
+TEST_F(ShrinkTest, MovingBarCyclesSeventeenFrames) {
+    shared().suoShuiTimerAt = 0;
+    QStringList seen;
+    for (int i = 0; i < 17; ++i) seen << TimerSuosuijinxingzong_Timer();
+    EXPECT_EQ(seen[0], QStringLiteral("      >>>>"));
+    EXPECT_EQ(seen[16], QStringLiteral("     >>>>>"));  // back to the first frame
+    EXPECT_EQ(seen.filter(QStringLiteral(">>>>      ")).size(), 3);
+    EXPECT_EQ(ui().lines().last(), QStringLiteral("SET LabelJindu.text =      >>>>>"));
+}
+
+}  // namespace
+}  // namespace dovrex::test

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QFrame>
+#include <array>
+
+class QCheckBox;
+class QLabel;
+class QRadioButton;
+class QSlider;
+class QTimer;
+
+namespace dovrex {
+
+// The shrink settings: the type (Option_ShuoSuiLeiXing 保三型..保七型, 过滤条件 3900), the smart
+// optimisation (Check_auto, switch 45) and the number weights (SliderQuanZong 1..33 in a scrolled
+// panel, the presets cmmQZfenpei). Each change is written at once. With `withButtons` it is the
+// frame FrameSuosuiSezi that the third step opens, with its two buttons cmmSS(0) and cmmSS(1).
+class ShrinkSettings : public QFrame {
+    Q_OBJECT
+  public:
+    explicit ShrinkSettings(bool withButtons, QWidget* parent = nullptr);
+
+    // Reads the type, the switch and the weights again.
+    void reload();
+    QSlider* slider(int n) const { return sliders_[size_t(n)]; }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void loadWeights();
+
+    std::array<QRadioButton*, 8> options_{};
+    QCheckBox* auto_ = nullptr;
+    std::array<QSlider*, 34> sliders_{};
+    std::array<QLabel*, 34> values_{};
+    bool loading_ = false;
+    bool frame_ = false;
+};
+
+// TimerSuosuijinxingzong: an invisible control whose enabled state starts and stops the moving bar
+// of a shrink, as the logic switches it through the screen.
+class ShrinkTimer : public QWidget {
+    Q_OBJECT
+  public:
+    explicit ShrinkTimer(QWidget* parent);
+    bool running() const;
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    QTimer* timer_;
+};
+
+}  // namespace dovrex

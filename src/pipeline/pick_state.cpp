@@ -2,6 +2,7 @@
 
 #include <QDate>
 
+#include "analysis/probability.h"
 #include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "history/history_queries.h"
@@ -70,14 +71,8 @@ void cmm_C7_Click(int index) {
     Screen& ui = screen();
     const bool blue = index >= kBlueBase;
     const int old = get_GuoLvTiaoJian(index);
-    if (st.unlikely[size_t(index)] && old == kPickNone) {
-        const QString question =
-            QStringLiteral("根据概率统计,号码 ") + to_QuanJiao(twoDigits(index % 100)) +
-            QStringLiteral(" 在") + to_QuanJiao(st.analysedIssues) +
-            QStringLiteral("期中开出的机率很低！确实想要选取这个号码吗？") + kCrLf2 +
-            QStringLiteral("[注意,此概率算法以历史开奖记录为依据来分析,请确保历史记录的完整及正确！]");
-        if (!ui.ui_Confirm(question)) return;
-    }
+    // A number the probability analysis marked is questioned before it is picked.
+    if (!gaiLv_ConfirmPick(index, old)) return;
     const int mode = blue ? st.blueMode : st.redMode;
     ui.ui_Set(QStringLiteral("List_TongJiLeiXing"), QStringLiteral("currentIndex"), blue ? 1 : 0);
 
@@ -166,8 +161,9 @@ bool check_XuanHao(bool speak) {
     if (picks().zhuShu > 0) return true;
     if (speak) {
         screen().ui_Message(msg::kPickFirst);
-        screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("tab"), 2);
-        screen().ui_Set(QStringLiteral("TabStrip_TiaoJian"), QStringLiteral("tab"), 1);
+        // The pick page: the first condition page of the first top page.
+        screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("currentIndex"), 0);
+        screen().ui_Set(QStringLiteral("TabStrip_TiaoJian"), QStringLiteral("currentRow"), 0);
     }
     return false;
 }

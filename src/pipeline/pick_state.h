@@ -9,7 +9,8 @@ namespace dovrex {
 
 // The picks live in 过滤条件: red n at ID n, blue n at ID 100+n, Value 0 none, 1 drag (拖码),
 // 2 banker (胆码). Everything here writes them at once; the window only forwards clicks and tab
-// changes and redraws from the store and from picks() when ui_RefreshPicks() comes.
+// changes and redraws from the store, from picks() and from the probability analysis' marks
+// (gaiLvBiaoJi) when ui_RefreshPicks() comes.
 
 inline constexpr int kTicketLimit = 100000;
 inline constexpr int kBlueBase = 100;
@@ -22,9 +23,6 @@ struct PickState {
     QString tipText;   // Text_ChoseNumberTip
     int redMode = 1;   // tab of TabStrip_Qiaqu: 1 drag, 2 banker
     int blueMode = 1;  // tab of TabStrip_Houqu
-    // Numbers the probability analysis found unlikely (struck-through buttons), by button index.
-    std::array<bool, kBlueBase + kBlueCount + 1> unlikely{};
-    int analysedIssues = 0;  // how many issues that analysis looked at (the tag of cmd_FX)
     // Blue buttons 1..16: a blue banker leaves only itself enabled.
     std::array<bool, kBlueCount + 1> blueEnabled{true, true, true, true, true, true, true, true, true,
                                                  true, true, true, true, true, true, true, true};

@@ -168,7 +168,7 @@ void cmmTouZhu_Click(int index) {
 }
 
 void mnu_ShengCeng_Click(int index) {
-    screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("tab"), 3);
+    screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("currentIndex"), 3);
     cmmTouZhu_Click(index);
 }
 

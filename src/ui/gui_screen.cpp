@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
@@ -113,7 +114,10 @@ QWidget* GuiScreen::role(const QString& name) const {
     if (QWidget* w = roles_.value(name)) return w;
     if (!window_) return nullptr;
     if (window_->objectName() == name) return window_;
-    return window_->findChild<QWidget*>(name);
+    if (QWidget* w = found_.value(name); w && w->objectName() == name && window_->isAncestorOf(w)) return w;
+    QWidget* w = window_->findChild<QWidget*>(name);
+    if (w) found_.insert(name, w);
+    return w;
 }
 
 QString GuiScreen::statusText(int panel) const {
@@ -172,7 +176,11 @@ void GuiScreen::ui_Status(int panel, const QString& text) {
 }
 
 void GuiScreen::ui_Progress(int min, int max, int value, bool visible) {
-    QProgressBar* bar = qobject_cast<QProgressBar*>(role(QStringLiteral("ProgressBar_TouZu_Busy")));
+    // The ticket page's bar while its Stop panel is up (a pass over the tickets), else the status
+    // line's.
+    QProgressBar* bar = nullptr;
+    if (QWidget* frame = role(QStringLiteral("FrameStop")); !frame || !frame->isHidden())
+        bar = qobject_cast<QProgressBar*>(role(QStringLiteral("ProgressBar_TouZu_Busy")));
     if (!bar) bar = progress_;
     if (!bar) return;
     bar->setRange(min, qMax(min, max));
@@ -242,9 +250,31 @@ bool GuiScreen::setGridProperty(QTableView* view, const QString& property, const
     return false;
 }
 
+// Menu entries are actions, not widgets: enabled, visible, text and checked reach them by name.
+static bool setActionProperty(QWidget* window, const QString& name, const QString& property,
+                              const QVariant& value) {
+    QAction* action = window ? window->findChild<QAction*>(name) : nullptr;
+    if (!action) return false;
+    const QString p = property.toLower();
+    if (p == QLatin1String("enabled"))
+        action->setEnabled(value.toBool());
+    else if (p == QLatin1String("visible"))
+        action->setVisible(value.toBool());
+    else if (p == QLatin1String("text") || p == QLatin1String("caption"))
+        action->setText(value.toString());
+    else if (p == QLatin1String("checked"))
+        action->setChecked(value.toBool());
+    else
+        action->setProperty(property.toUtf8().constData(), value);
+    return true;
+}
+
 void GuiScreen::ui_Set(const QString& roleName, const QString& property, const QVariant& value) {
     QWidget* w = role(roleName);
-    if (!w) return;
+    if (!w) {
+        setActionProperty(window_, roleName, property, value);
+        return;
+    }
     if (auto* view = qobject_cast<QTableView*>(w); view && setGridProperty(view, property, value)) return;
     const QString p = property.toLower();
     if (p == QLatin1String("text") || p == QLatin1String("caption")) {
@@ -304,6 +334,10 @@ void GuiScreen::ui_OpenUrl(const QString& url) {
 void GuiScreen::ui_TimedTip(const QString& text, int seconds) {
     auto* tip = new TimedTip(text, seconds, window_);
     tip->show();
+}
+
+void GuiScreen::ui_RefreshPicks() {
+    emit picksChanged();
 }
 
 void GuiScreen::ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) {

@@ -64,9 +64,14 @@ class GuiScreen : public QObject, public Screen {
     void ui_OpenUrl(const QString& url) override;
     void ui_TimedTip(const QString& text, int seconds) override;
     void ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) override;
+    void ui_RefreshPicks() override;
 
     // The least time between two event runs of ui_Pump.
     static constexpr int kPumpIntervalMs = 30;
+
+  signals:
+    // The picks changed in the store (or their marks): the pick page repaints.
+    void picksChanged();
 
   private:
     QTableView* grid(const QString& name) const;
@@ -77,6 +82,9 @@ class GuiScreen : public QObject, public Screen {
     QPointer<QLabel> panels_[3];
     QPointer<QProgressBar> progress_;
     QHash<QString, QPointer<QWidget>> roles_;
+    // Widgets found by name in the window, so that a pass setting a label per row does not search
+    // the whole window each time.
+    mutable QHash<QString, QPointer<QWidget>> found_;
     QElapsedTimer pumpClock_;
     QString lastDir_;
 };

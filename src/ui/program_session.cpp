@@ -7,7 +7,9 @@
 #include <QAction>
 
 #include "app/shared_state.h"
+#include "pipeline/pick_state.h"
 #include "store/condition_files.h"
+#include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"
 #include "ui/history_page.h"
@@ -69,6 +71,13 @@ bool ProgramSession::start() {
     if (!chooseUser()) return false;
 
     if (flow_.history_Status()) offerDownload();
+    // Ready: the pick page, painted from the picks of the user now logged in.
+    window_->selectPage(TopPage::Conditions);
+    if (ConditionsPage* conditions = window_->conditionsPage()) conditions->selectTab(1);
+    try {
+        load_XuanHaoZhuangTai();
+    } catch (const StoreError&) {
+    }
     upgrade_TiaoJian();
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "analysis/probability.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "pipeline/pick_state.h"
@@ -15,6 +16,7 @@ class PipelineTest : public FreshStoreTest {
   protected:
     PipelineTest() {
         picks() = PickState{};
+        gaiLvBiaoJi() = {};
         filterRun() = FilterRunState{};
         clear_TouZhuBiao();
     }

@@ -130,8 +130,8 @@ TEST_F(PicksTest, TicketLimit) {
 }
 
 TEST_F(PicksTest, UnlikelyNumberAsksFirst) {
-    picks().unlikely[7] = true;
-    picks().analysedIssues = 30;
+    gaiLvBiaoJi().red[7] = true;
+    gaiLvBiaoJi().issue = 30;
     ui().answerConfirm(false);
     cmm_C7_Click(7);
     EXPECT_EQ(get_GuoLvTiaoJian(7), kPickNone);
@@ -162,8 +162,8 @@ TEST_F(PicksTest, CheckWithoutPicksTurnsToThePickPage) {
     EXPECT_TRUE(ui().messages().isEmpty());
     EXPECT_FALSE(check_XuanHao(true));
     EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
-    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TabStrip_Top.tab = 2")));
-    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TabStrip_TiaoJian.tab = 1")));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TabStrip_Top.currentIndex = 0")));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TabStrip_TiaoJian.currentRow = 0")));
     pickRange(6, 6, kPickDrag);
     EXPECT_TRUE(check_XuanHao(true));
 }

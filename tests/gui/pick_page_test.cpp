@@ -1,0 +1,297 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFrame>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <cstdio>
+
+#include "analysis/probability.h"
+#include "app/shared_state.h"
+#include "filters/condition_store.h"
+#include "pipeline/pick_state.h"
+#include "pipeline/pipeline_commands.h"
+#include "store/date_value.h"
+#include "store/store.h"
+#include "ui/conditions_page.h"
+#include "ui/form_main.h"
+#include "ui/gui_screen.h"
+#include "ui/pick_page.h"
+#include "ui/program_session.h"
+#include "ui/tickets_page.h"
+#include "widgets/cursor_model.h"
+#include "widgets/pick_button.h"
+
+using namespace dovrex;
+
+namespace {
+
+// The player's side of the boxes: messages kept, questions answered from a queue (yes when empty),
+// the issue typed in advance.
+class PlayerScreen : public GuiScreen {
+  public:
+    QStringList shown, asked;
+    QList<bool> answers;
+    QString typed = QStringLiteral("2026097");
+    void ui_Message(const QString& text, MessageKind) override { shown << text; }
+    bool ui_Confirm(const QString& text) override {
+        asked << text;
+        return answers.isEmpty() ? true : answers.takeFirst();
+    }
+    QString ui_AskText(const QString&, const QString&, const QString&) override { return typed; }
+    int ui_ChooseUserMode() override { return 1; }
+};
+
+class PickPageTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(tmp_.isValid());
+        paths_.programDir = tmp_.path() + QStringLiteral("/program");
+        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
+        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
+        Clock::setToday(QDate(2026, 8, 21));
+        picks() = PickState{};
+        gaiLvBiaoJi() = {};
+        auto owned = std::make_unique<PlayerScreen>();
+        screen_ = owned.get();
+        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        ASSERT_TRUE(session_->start());
+        window_ = session_->window();
+        pickPage_ = qobject_cast<PickPage*>(window_->conditionsPage()->tab(1));
+        ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
+        ASSERT_NE(pickPage_, nullptr);
+        ASSERT_NE(ticketsPage_, nullptr);
+    }
+    void TearDown() override {
+        session_.reset();
+        Clock::useSystemClock();
+    }
+
+    void click(int index) { QTest::mouseClick(pickPage_->button(index), Qt::LeftButton); }
+    QString tipText() const {
+        return window_->findChild<QPlainTextEdit*>(QStringLiteral("Text_ChoseNumberTip"))->toPlainText();
+    }
+    QAction* menuEntry(int index) const {
+        return window_->findChild<QAction*>(QStringLiteral("mnu_ShengCeng(%1)").arg(index));
+    }
+    static void pickRange(int from, int to, int value) {
+        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);
+    }
+
+    QTemporaryDir tmp_;
+    AppPaths paths_;
+    PlayerScreen* screen_ = nullptr;
+    std::unique_ptr<ProgramSession> session_;
+    FormMain* window_ = nullptr;
+    PickPage* pickPage_ = nullptr;
+    TicketsPage* ticketsPage_ = nullptr;
+};
+
+TEST_F(PickPageTest, OpensOnThePickPageWithTheStoredPicks) {
+    EXPECT_EQ(window_->tabStrip()->currentIndex(), int(TopPage::Conditions));
+    EXPECT_EQ(window_->conditionsPage()->currentTab(), 1);
+    EXPECT_TRUE(pickPage_->isVisible());
+    // 33 red and 16 blue, found by the role names the logic uses.
+    for (int n = 1; n <= 33; ++n)
+        EXPECT_NE(window_->findChild<PickButton*>(QStringLiteral("cmm_C7(%1)").arg(n)), nullptr);
+    for (int n = 101; n <= 116; ++n)
+        EXPECT_NE(window_->findChild<PickButton*>(QStringLiteral("cmm_C7(%1)").arg(n)), nullptr);
+    EXPECT_EQ(pickPage_->button(34), nullptr);
+    EXPECT_TRUE(tipText().contains(QStringLiteral("所选号码组合共： ０  注")));
+}
+
+TEST_F(PickPageTest, ClicksWriteThePickRowsAtOnce) {
+    click(5);
+    EXPECT_EQ(get_GuoLvTiaoJian(5), kPickDrag);
+    EXPECT_EQ(pickPage_->button(5)->pick(), kPickDrag);
+
+    // Banker mode: the first time its tip, then a banker and a drag turned into one (asked).
+    pickPage_->redTabs()->setCurrentIndex(1);
+    EXPECT_EQ(screen_->shown.last(), msg::kBankerTip);
+    click(7);
+    EXPECT_EQ(get_GuoLvTiaoJian(7), kPickBanker);
+    screen_->answers = {false};
+    click(5);
+    EXPECT_EQ(get_GuoLvTiaoJian(5), kPickDrag);
+    EXPECT_TRUE(screen_->asked.last().contains(QStringLiteral("之前已经被设为拖码")));
+    click(5);
+    EXPECT_EQ(get_GuoLvTiaoJian(5), kPickBanker);
+    EXPECT_EQ(pickPage_->button(5)->pick(), kPickBanker);
+
+    // A sixth red banker is refused and the number keeps its state.
+    for (int n : {1, 2, 3}) click(n);
+    EXPECT_EQ(count_HongDan(), 5);
+    click(9);
+    EXPECT_EQ(screen_->shown.last(), msg::kRedBankerLimit);
+    EXPECT_EQ(get_GuoLvTiaoJian(9), kPickNone);
+    EXPECT_EQ(pickPage_->button(9)->pick(), kPickNone);
+
+    // One blue banker disables the other blue numbers; taking it away enables them.
+    click(101);
+    click(102);
+    pickPage_->blueTabs()->setCurrentIndex(1);
+    click(110);
+    EXPECT_EQ(count_LanDan(), 1);
+    EXPECT_EQ(count_LanTuo(), 0);
+    for (int n = 101; n <= 116; ++n) EXPECT_EQ(pickPage_->button(n)->isEnabled(), n == 110) << n;
+    EXPECT_EQ(pickPage_->button(101)->pick(), kPickNone);
+    click(110);
+    for (int n = 101; n <= 116; ++n) EXPECT_TRUE(pickPage_->button(n)->isEnabled()) << n;
+
+    click(110);
+    EXPECT_TRUE(tipText().contains(QStringLiteral("已选红球“胆码”个数： ５")));
+    EXPECT_TRUE(tipText().contains(QStringLiteral("所选号码组合共： ０  注")));  // a sixth red is missing
+    QTest::mouseClick(window_->findChild<QPushButton*>(QStringLiteral("cmm_clsQ")), Qt::LeftButton);
+    QTest::mouseClick(window_->findChild<QPushButton*>(QStringLiteral("cmm_clsH")), Qt::LeftButton);
+    for (int n = 1; n <= 33; ++n) EXPECT_EQ(pickPage_->button(n)->pick(), kPickNone);
+    EXPECT_EQ(pickPage_->button(110)->pick(), kPickNone);
+    EXPECT_EQ(count_HongDan() + count_HongTuo() + count_LanDan() + count_LanTuo(), 0);
+}
+
+TEST_F(PickPageTest, TicketLimitRefusesTheNumberThatPassesIt) {
+    pickRange(1, 20, kPickDrag);
+    pickRange(101, 102, kPickDrag);
+    screen_->ui_RefreshPicks();
+    EXPECT_EQ(pickPage_->button(20)->pick(), kPickDrag);
+    click(103);  // 116280 tickets
+    EXPECT_EQ(screen_->shown.last(), msg::kTicketLimit);
+    EXPECT_EQ(get_GuoLvTiaoJian(103), kPickNone);
+    EXPECT_EQ(pickPage_->button(103)->pick(), kPickNone);
+    EXPECT_EQ(picks().zhuShu, 77520);
+}
+
+TEST_F(PickPageTest, MarkedNumbersAreStruckThroughAndAskFirst) {
+    gaiLvBiaoJi().red[9] = true;
+    gaiLvBiaoJi().blue[3] = true;
+    gaiLvBiaoJi().issue = 2026097;
+    screen_->ui_RefreshPicks();  // what the analysis does when it ends
+    EXPECT_TRUE(pickPage_->button(9)->isMarked());
+    EXPECT_TRUE(pickPage_->button(103)->isMarked());
+    EXPECT_FALSE(pickPage_->button(10)->isMarked());
+
+    screen_->answers = {false};
+    click(9);
+    EXPECT_EQ(get_GuoLvTiaoJian(9), kPickNone);
+    EXPECT_TRUE(
+        screen_->asked.last().startsWith(QStringLiteral("根据概率统计,号码 ０９ 在２０２６０９７期中")));
+    click(9);
+    EXPECT_EQ(get_GuoLvTiaoJian(9), kPickDrag);
+
+    // Both faces paint the mark without complaint.
+    pickPage_->setBallFaces(true);
+    EXPECT_TRUE(pickPage_->button(9)->ballFace());
+    EXPECT_FALSE(pickPage_->button(9)->grab().isNull());
+}
+
+TEST_F(PickPageTest, KeyboardReachesEveryNumber) {
+    QApplication::setActiveWindow(window_);
+    pickPage_->button(1)->setFocus();
+    QTest::keyClick(pickPage_->button(1), Qt::Key_Right);
+    EXPECT_TRUE(pickPage_->button(2)->hasFocus());
+    QTest::keyClick(pickPage_->button(2), Qt::Key_Space);
+    EXPECT_EQ(get_GuoLvTiaoJian(2), kPickDrag);
+    QTest::keyClick(pickPage_->button(2), Qt::Key_Down);
+    EXPECT_TRUE(pickPage_->button(13)->hasFocus());
+    QTest::keyClick(pickPage_->button(13), Qt::Key_Down);
+    QTest::keyClick(pickPage_->button(24), Qt::Key_Down);
+    EXPECT_TRUE(pickPage_->button(102)->hasFocus());  // under red 24: blue 02
+    QTest::keyClick(pickPage_->button(102), Qt::Key_Up);
+    EXPECT_TRUE(pickPage_->button(24)->hasFocus());
+    QTest::keyClick(pickPage_->button(24), Qt::Key_Left);
+    EXPECT_TRUE(pickPage_->button(23)->hasFocus());
+    QTest::keyClick(pickPage_->button(23), Qt::Key_Tab);
+    EXPECT_TRUE(pickPage_->button(24)->hasFocus());
+}
+
+TEST_F(PickPageTest, InitThroughTheButtonFillsTheGrid) {
+    pickRange(1, 8, kPickDrag);
+    pickRange(101, 101, kPickDrag);
+    window_->selectPage(TopPage::Tickets);
+    QTest::mouseClick(ticketsPage_->command(kCmdInit), Qt::LeftButton);
+
+    EXPECT_EQ(screen_->shown.last(), QStringLiteral("初始化选号完成!共 ２８ 注！"));
+    CursorModel* model = screen_->gridModel(QStringLiteral("TDBGrid_RZ"));
+    ASSERT_EQ(model, ticketsPage_->model());
+    EXPECT_EQ(model->rowCount(), 28);
+    QTableView* grid = ticketsPage_->grid();
+    for (int c = 0; c < model->columnCount(); ++c) {
+        const QString name = model->headerData(c, Qt::Horizontal).toString();
+        const bool marker =
+            QStringList{QStringLiteral("ID"),       QStringLiteral("过滤标记"), QStringLiteral("缩水标记"),
+                        QStringLiteral("精选标记"), QStringLiteral("临时数据"), QStringLiteral("缩水公式")}
+                .contains(name);
+        EXPECT_EQ(grid->isColumnHidden(c), marker) << name.toStdString();
+    }
+    EXPECT_EQ(get_BiaoGeQiHao(), 2026097);
+    EXPECT_TRUE(ticketsPage_->log()->toPlainText().startsWith(QStringLiteral("初始化选号完成!共 ２８ 注！")));
+    EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
+    EXPECT_TRUE(ticketsPage_->stopFrame()->isHidden());
+
+    // The menu entry turns to the page first; 删除 empties the grid.
+    window_->selectPage(TopPage::History);
+    menuEntry(kCmdDelete)->trigger();
+    EXPECT_EQ(window_->tabStrip()->currentIndex(), int(TopPage::Tickets));
+    EXPECT_EQ(model->rowCount(), 0);
+    EXPECT_EQ(screen_->shown.last(), msg::kDeleteDone);
+
+    // With no picks the first step says so and turns to the pick page.
+    QTest::mouseClick(window_->findChild<QPushButton*>(QStringLiteral("cmm_clsQ")), Qt::LeftButton);
+    QTest::mouseClick(ticketsPage_->command(kCmdInit), Qt::LeftButton);
+    EXPECT_EQ(screen_->shown.last(), msg::kPickFirst);
+    EXPECT_EQ(window_->tabStrip()->currentIndex(), int(TopPage::Conditions));
+    EXPECT_EQ(window_->conditionsPage()->currentTab(), 1);
+}
+
+// 77520 tickets (20 red drags, 2 blue); Stop is pressed with the mouse while the rows are written.
+// The press is queued as a real one is: it waits for the pass's next yield. The time from the press
+// to the end of the command is the delay the player sees.
+TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
+    pickRange(1, 20, kPickDrag);
+    pickRange(101, 102, kPickDrag);
+    window_->selectPage(TopPage::Tickets);
+    bool disabledDuringRun = false, menuDisabledDuringRun = false, stopShown = false;
+    int rowsAtPress = -1;
+    QElapsedTimer sincePress;
+    QTimer::singleShot(150, [&] {
+        disabledDuringRun = !ticketsPage_->commandBar()->isEnabled();
+        menuDisabledDuringRun = !menuEntry(kCmdInit)->isEnabled();
+        stopShown = ticketsPage_->stopFrame()->isVisible();
+        rowsAtPress = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"))->value();
+        sincePress.start();
+        QMetaObject::invokeMethod(
+            ticketsPage_, [&] { QTest::mousePress(ticketsPage_->stopButton(), Qt::LeftButton); },
+            Qt::QueuedConnection);
+    });
+    QTest::mouseClick(ticketsPage_->command(kCmdInit), Qt::LeftButton);
+    ASSERT_TRUE(sincePress.isValid()) << "the run ended before Stop was pressed";
+    const double delay = sincePress.nsecsElapsed() / 1e6;
+    QTest::mouseRelease(ticketsPage_->stopButton(), Qt::LeftButton);
+
+    const int rows = store().scalar(QStringLiteral("SELECT count(*) FROM 日志表")).toInt();
+    std::printf(
+        "[ stop ] %d of 77520 tickets written, Stop pressed near row %d, run ended %.1f ms after the press\n",
+        rows, rowsAtPress, delay);
+    EXPECT_TRUE(disabledDuringRun);
+    EXPECT_TRUE(menuDisabledDuringRun);
+    EXPECT_TRUE(stopShown);
+    EXPECT_GT(rows, 0);
+    EXPECT_LT(rows, 77520);
+    EXPECT_LT(delay, 500);  // the aim is under 100 ms; the bound leaves room for a busy machine
+    EXPECT_EQ(shared().tingZhi, 0);
+    EXPECT_TRUE(screen_->shown.filter(QStringLiteral("初始化选号完成")).isEmpty());
+    EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
+    EXPECT_TRUE(menuEntry(kCmdInit)->isEnabled());
+    EXPECT_TRUE(ticketsPage_->stopFrame()->isHidden());
+}
+
+}  // namespace

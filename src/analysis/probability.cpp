@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "app/shared_state.h"
-#include "pipeline/pick_state.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -101,15 +100,6 @@ void giveHistory(IssueNumber issue) {
     cp.setHistoryRcord(hist);
 }
 
-// The pick page draws its buttons and asks before a pick from the pick state: keep it in step.
-void syncPickMarks() {
-    const GaiLvBiaoJi& m = gaiLvBiaoJi();
-    PickState& st = picks();
-    for (int n = 1; n <= kRedCount; ++n) st.unlikely[size_t(n)] = m.red[size_t(n)];
-    for (int n = 1; n <= kBlueCount; ++n) st.unlikely[size_t(kBlueBase + n)] = m.blue[size_t(n)];
-    st.analysedIssues = int(m.issue);
-}
-
 void markTop(const QString& sql, bool red) {
     auto c = store_Query(sql);
     for (c->moveFirst(); !c->eof(); c->moveNext()) {
@@ -117,7 +107,6 @@ void markTop(const QString& sql, bool red) {
         if (red && n >= 1 && n <= kRedCount) gaiLvBiaoJi().red[size_t(n)] = true;
         if (!red && n >= 1 && n <= kBlueCount) gaiLvBiaoJi().blue[size_t(n)] = true;
     }
-    syncPickMarks();
 }
 
 }  // namespace

@@ -126,3 +126,18 @@ TEST_F(BaziPick, SpringTermOfTheAlmanacDecidesTheYear) {
     EXPECT_TRUE(before.baZiZi.startsWith("壬寅癸丑"));
     EXPECT_TRUE(after.baZiZi.startsWith("癸卯甲寅"));
 }
+
+TEST_F(BaziPick, TicketChangesOnlyWithTheCurrentYearsPillar) {
+    const QDateTime birth = at(1990, 5, 17, 8, 30);
+    auto ticketOn = [&](const QDate& day) {
+        BaziState s;
+        make_BaziReport(birth, day, QString(), s);
+        return make_BaziHaoMa(s);
+    };
+    // 立春 2024 by the formula is on 4 February: the 甲辰 year runs from there to 立春 2025.
+    const QString jiaChen = ticketOn(QDate(2024, 2, 5));
+    EXPECT_EQ(jiaChen, ticketOn(QDate(2024, 12, 31)));
+    EXPECT_EQ(jiaChen, ticketOn(QDate(2025, 1, 20)));
+    EXPECT_NE(jiaChen, ticketOn(QDate(2024, 2, 3)));
+    EXPECT_NE(jiaChen, ticketOn(QDate(2025, 2, 5)));
+}

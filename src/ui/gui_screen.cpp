@@ -24,6 +24,7 @@
 #include <QTableView>
 #include <QTextEdit>
 #include <QUrl>
+#include <algorithm>
 
 #include "widgets/cursor_model.h"
 #include "widgets/timed_tip.h"
@@ -353,8 +354,12 @@ void GuiScreen::ui_DressGrid(const QString& name, const QStringList& captions, c
         if (twips > 0) {
             view->setColumnWidth(c, twipsToPixels(twips));
         } else if (twips < 0) {
+            // Wide enough for the caption and for what the first row holds.
             const QString caption = view->model()->headerData(c, Qt::Horizontal).toString();
-            view->setColumnWidth(c, qMax(metrics.horizontalAdvance(caption) + 18, 44));
+            const QString first =
+                view->model()->rowCount() > 0 ? view->model()->index(0, c).data().toString() : QString();
+            view->setColumnWidth(c, std::max({metrics.horizontalAdvance(caption) + 18,
+                                              view->fontMetrics().horizontalAdvance(first) + 18, 44}));
         }
     }
 }

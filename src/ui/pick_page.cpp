@@ -38,14 +38,6 @@ QTabBar* modeTabs(const QString& name, QWidget* parent) {
     return tabs;
 }
 
-QLabel* swatch(const QColor& colour, const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setStyleSheet(QStringLiteral("QLabel { background: %1; color: white; border-radius: 3px; "
-                                        "padding: 2px 8px; font-weight: bold; }")
-                             .arg(colour.name()));
-    return label;
-}
-
 // Runs a pick command; a store failure leaves it silently, keeping what was written.
 template <typename F>
 void guarded(F&& f) {
@@ -121,43 +113,52 @@ PickPage::PickPage(QWidget* parent) : QWidget(parent) {
     tip_->viewport()->setAutoFillBackground(false);
     tip_->setMinimumWidth(tip_->fontMetrics().horizontalAdvance(QStringLiteral("已选红球“拖码”个数： ３３")) +
                           24);
-    tip_->setMinimumHeight(tip_->fontMetrics().lineSpacing() * 9);
+    tip_->setFixedHeight(tip_->fontMetrics().lineSpacing() * 8 + 12);
     auto* countLayout = new QVBoxLayout(countBox);
     countLayout->addWidget(tip_);
 
+    // The legend is drawn with the same faces as the numbers, so it follows the display switch.
     auto* legendBox = new QGroupBox(QStringLiteral("图例"), this);
     auto* legend = new QGridLayout(legendBox);
-    legend->addWidget(swatch(PickButton::kDragColour, QStringLiteral("拖码"), legendBox), 0, 0);
-    legend->addWidget(new QLabel(QStringLiteral("可以出现在号码组合中"), legendBox), 0, 1);
-    legend->addWidget(swatch(PickButton::kBankerColour, QStringLiteral("胆码"), legendBox), 1, 0);
-    legend->addWidget(new QLabel(QStringLiteral("每注号码都包含它"), legendBox), 1, 1);
-    auto* struck = new QLabel(QStringLiteral("08"), legendBox);
-    QFont f = struck->font();
-    f.setBold(true);
-    f.setStrikeOut(true);
-    f.setUnderline(true);
-    struck->setFont(f);
-    struck->setAlignment(Qt::AlignCenter);
-    legend->addWidget(struck, 2, 0);
-    auto* struckText = new QLabel(QStringLiteral("概率分析认为开出机率很低的号码"), legendBox);
-    struckText->setWordWrap(true);
-    legend->addWidget(struckText, 2, 1);
+    legend->setVerticalSpacing(4);
+    const struct {
+        int pick;
+        bool marked;
+        const char16_t* text;
+    } samples[] = {{kPickDrag, false, u"拖码：可以出现在号码组合中"},
+                   {kPickBanker, false, u"胆码：每注号码都包含它"},
+                   {kPickNone, true, u"划线：概率分析认为开出机率很低"}};
+    for (int i = 0; i < 3; ++i) {
+        auto* sample = new PickButton(i == 2 ? 8 : i + 1, false, legendBox);
+        sample->setPick(samples[i].pick);
+        sample->setMarked(samples[i].marked);
+        sample->setFocusPolicy(Qt::NoFocus);
+        sample->setAttribute(Qt::WA_TransparentForMouseEvents);
+        sample->setFixedSize(36, 30);
+        legendSamples_[size_t(i)] = sample;
+        auto* text = new QLabel(QString::fromUtf16(samples[i].text), legendBox);
+        text->setWordWrap(true);
+        legend->addWidget(sample, i, 0);
+        legend->addWidget(text, i, 1);
+    }
     legend->setColumnStretch(1, 1);
 
     switch_ = new QPushButton(QStringLiteral("更换号码球显示方式"), this);
     switch_->setObjectName(QStringLiteral("cmmSwitch"));
 
     auto* side = new QVBoxLayout;
-    side->addWidget(countBox, 1);
+    side->addWidget(countBox);
     side->addWidget(legendBox);
     side->addWidget(switch_);
+    side->addStretch(1);
 
     auto* numbers = new QVBoxLayout;
-    numbers->addWidget(redBox, 3);
-    numbers->addWidget(blueBox, 2);
+    numbers->addWidget(redBox);
+    numbers->addWidget(blueBox);
+    numbers->addStretch(1);
 
     auto* hint = new QLabel(
-        QStringLiteral("先选“拖码”或“胆码”，再点击号码；再点一次取消。"
+        QStringLiteral("先选“拖码”或“胆码”，再点击号码，再点一次取消（也可用 Tab、方向键和空格键）。"
                        "红球胆码最多 ５ 个，蓝球胆码最多 １ 个，号码组合不能超过 １０００００ 注。"),
         this);
     hint->setWordWrap(true);
@@ -227,6 +228,7 @@ void PickPage::setBallFaces(bool balls) {
     ballFaces_ = balls;
     for (int n = 1; n <= kRedCount; ++n) red_[size_t(n)]->setBallFace(balls);
     for (int n = 1; n <= kBlueCount; ++n) blue_[size_t(n)]->setBallFace(balls);
+    for (PickButton* sample : legendSamples_) sample->setBallFace(balls);
 }
 
 // The numbers as one grid: 3 rows of 11 red, then 2 rows of 8 blue under the first columns.

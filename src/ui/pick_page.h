@@ -38,6 +38,7 @@ class PickPage : public QWidget {
 
     std::array<PickButton*, 34> red_{};
     std::array<PickButton*, 17> blue_{};
+    std::array<PickButton*, 3> legendSamples_{};
     QTabBar* redTabs_;
     QTabBar* blueTabs_;
     QPlainTextEdit* tip_;

@@ -8,6 +8,7 @@
 
 #include "app/shared_state.h"
 #include "pipeline/pick_state.h"
+#include "pipeline/pipeline_commands.h"
 #include "store/condition_files.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
@@ -76,6 +77,8 @@ bool ProgramSession::start() {
     if (ConditionsPage* conditions = window_->conditionsPage()) conditions->selectTab(1);
     try {
         load_XuanHaoZhuangTai();
+        // The tickets left from the last run, so that the next step can go on with them.
+        load_TouZhuBiao(-1);
     } catch (const StoreError&) {
     }
     upgrade_TiaoJian();

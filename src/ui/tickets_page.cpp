@@ -20,6 +20,7 @@
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"
 #include "ui/window_parts.h"
+#include "widgets/ball_art.h"
 #include "widgets/cursor_model.h"
 
 namespace dovrex {
@@ -152,6 +153,9 @@ bool TicketsPage::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void TicketsPage::updateSummary() {
+    // Reds in red, the blue in blue, as on the balls.
+    for (int i = 1; i <= 6; ++i) model_->setColumnColors(QStringLiteral("红球%1").arg(i), QColor(), kRedBall);
+    model_->setColumnColors(QStringLiteral("蓝球"), QColor(), kBlueBall);
     const int rows = model_->rowCount();
     if (rows == 0) {
         summary_->setText(

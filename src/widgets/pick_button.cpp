@@ -17,7 +17,7 @@ PickButton::PickButton(int number, bool blue, QWidget* parent)
     setText(QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')));
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    setMaximumSize(64, 52);
+    setMaximumSize(60, 48);
     updateToolTip();
 }
 
@@ -53,7 +53,7 @@ void PickButton::updateToolTip() {
 
 QSize PickButton::sizeHint() const {
     const int h = fontMetrics().height();
-    return {qMax(38, h * 2 + 6), qMax(32, h * 2)};
+    return {qMax(46, h * 2 + 14), qMax(40, h * 2 + 6)};
 }
 
 QSize PickButton::minimumSizeHint() const {
@@ -110,15 +110,16 @@ void PickButton::paintBallFace(QPainter& p, const QRectF& area) {
     const qreal d = qMin(area.width(), area.height());
     const QRectF r(area.center().x() - d / 2, area.center().y() - d / 2, d, d);
     const QColor own = blue_ ? kBlueBall : kRedBall;
-    QColor colour = pick_ == 0 ? QColor(0xEE, 0xEE, 0xEE) : own;
+    QColor colour = pick_ == 0 ? QColor(0xEE, 0xEE, 0xEE) : pick_ == 2 ? own.darker(135) : own;
     if (!isEnabled()) colour = QColor(0xC8, 0xC8, 0xC8);
     if (isDown()) colour = colour.darker(112);
     paintBall(p, r, colour);
     if (pick_ == 2) {
         // A banker wears a gold ring.
-        p.setPen(QPen(QColor(0xF2, 0xB1, 0x1B), qMax(2.0, d * 0.08)));
+        const qreal w = qMax(2.5, d * 0.1);
+        p.setPen(QPen(QColor(0xF5, 0xB8, 0x14), w));
         p.setBrush(Qt::NoBrush);
-        p.drawEllipse(r.adjusted(d * 0.05, d * 0.05, -d * 0.05, -d * 0.05));
+        p.drawEllipse(r.adjusted(w / 2, w / 2, -w / 2, -w / 2));
     }
     p.setFont(numberFont(d * 0.42));
     p.setPen(!isEnabled() ? palette().color(QPalette::Disabled, QPalette::ButtonText)

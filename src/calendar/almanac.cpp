@@ -200,14 +200,33 @@ double moonMinusSun(double t) {
     return rad2mrad(-jiaoCai(1, t, 0));
 }
 
-double jiaoCal(double t1, double jiao, int lx) {
-    // The first moment after t1 at the angle: a first step at the mean rate, then the secant.
-    // Starting from the mean rate saves half the evaluations of a year-wide bracket.
-    const double meanRate = kTwoPi / (lx == 0 ? 365.2422 : 29.530589);
-    jiao *= kPi / 180;
-    double tp = t1, vp = jiaoCai(lx, t1, jiao);  // still to go, 0..2 pi
-    double t = t1 + vp / meanRate;
-    double v = std::remainder(jiaoCai(lx, t, jiao), kTwoPi);
+namespace {
+
+// The first new moon after t (days from J2000, TD) from the mean lunation and its largest periodic
+// terms (Meeus, Astronomical Algorithms, ch. 49): within a minute or two of the exact one.
+double newMoonEstimate(double t) {
+    constexpr double kSynodic = 29.530588861, kFirst = 2451550.09766, kDeg = kPi / 180;
+    for (double k = std::ceil((t + kJ2000 - kFirst) / kSynodic) - 1;; ++k) {
+        const double T = k / 1236.85, T2 = T * T;
+        const double e = 1 - 0.002516 * T - 0.0000074 * T2;
+        const double m = (2.5534 + 29.10535670 * k - 0.0000014 * T2) * kDeg;
+        const double mp = (201.5643 + 385.81693528 * k + 0.0107582 * T2) * kDeg;
+        const double f = (160.7108 + 390.67050284 * k - 0.0016118 * T2) * kDeg;
+        const double om = (124.7746 - 1.56375588 * k + 0.0020672 * T2) * kDeg;
+        const double jde = kFirst + kSynodic * k + 0.00015437 * T2 - 0.40720 * std::sin(mp) +
+                           0.17241 * e * std::sin(m) + 0.01608 * std::sin(2 * mp) +
+                           0.01039 * std::sin(2 * f) + 0.00739 * e * std::sin(mp - m) -
+                           0.00514 * e * std::sin(mp + m) + 0.00208 * e * e * std::sin(2 * m) -
+                           0.00111 * std::sin(mp - 2 * f) - 0.00057 * std::sin(mp + 2 * f) +
+                           0.00056 * e * std::sin(2 * mp + m) - 0.00042 * std::sin(3 * mp) +
+                           0.00042 * e * std::sin(m + 2 * f) + 0.00038 * e * std::sin(m - 2 * f) -
+                           0.00024 * e * std::sin(2 * mp - m) - 0.00017 * std::sin(om);
+        if (jde - kJ2000 >= t) return jde - kJ2000;
+    }
+}
+
+// The secant from a first point, until the angle is met to 1e-8 radians.
+double secant(int lx, double jiao, double tp, double vp, double t, double v) {
     for (int i = 0; i < 10 && std::fabs(v) >= 1e-8; ++i) {
         const double k = (v - vp) / (t - tp);
         if (std::fabs(k) < 1e-15) break;
@@ -217,6 +236,26 @@ double jiaoCal(double t1, double jiao, int lx) {
         v = std::remainder(jiaoCai(lx, t, jiao), kTwoPi);
     }
     return t;
+}
+
+}  // namespace
+
+double jiaoCal(double t1, double jiao, int lx) {
+    // The first moment after t1 at the angle: a first step at the mean rate, then the secant.
+    // Starting from the mean rate saves half the evaluations of a year-wide bracket.
+    const double meanRate = kTwoPi / (lx == 0 ? 365.2422 : 29.530589);
+    jiao *= kPi / 180;
+    if (lx == 1 && jiao == 0) {
+        // New moons start from their estimate, which saves two more evaluations each.
+        const double t0 = newMoonEstimate(t1);
+        const double v0 = std::remainder(jiaoCai(lx, t0, jiao), kTwoPi);
+        const double t = t0 + v0 / meanRate;
+        const double found = secant(lx, jiao, t0, v0, t, std::remainder(jiaoCai(lx, t, jiao), kTwoPi));
+        if (found >= t1) return found;
+    }
+    const double vp = jiaoCai(lx, t1, jiao);  // still to go, 0..2 pi
+    const double t = t1 + vp / meanRate;
+    return secant(lx, jiao, t1, vp, t, std::remainder(jiaoCai(lx, t, jiao), kTwoPi));
 }
 
 int beijingDay(double t) {

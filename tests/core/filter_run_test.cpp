@@ -188,6 +188,41 @@ TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
     for (const auto& t : tickets()) EXPECT_EQ(sum(t.reds) % 2, 0);
 }
 
+TEST_F(FilterRunTest, LaterFiltersStopOrFailOnWhatTheEarlierOnesLeft) {
+    expand();
+    allowSums([](int v) { return v % 2 == 0; });
+    set_GuoLvFanWei(3300, 3340, 1);
+    set_ShiYongQingKuang(4, 1);  // 跨度, every value
+    std::vector<int> even;
+    for (const auto& t : tickets())
+        if (sum(t.reds) % 2 == 0) even.push_back(t.id);
+
+    // Stopped ten tickets into 跨度: 和值's work is in the store, 跨度's first ten are renumbered.
+    ui().stopAfterPumps(420 + 420 + 10);
+    run_GuoLv(kIssue);
+    auto rows = tickets();
+    ASSERT_EQ(rows.size(), even.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i].id, even[i]);
+        EXPECT_EQ(rows[i].serial, int(i) + 1);
+        EXPECT_EQ(rows[i].mark, 1);
+    }
+    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("[ 和 值 ]过滤后余：")));
+    EXPECT_TRUE(shared().operationLog.endsWith(
+        QStringLiteral("[ 跨 度 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
+        to_QuanJiao(qlonglong(even.size())) + QStringLiteral(" 注")));
+
+    // A fault in a later filter leaves the run; the earlier passes stay done.
+    allowSums([](int v) { return v % 4 == 0; });
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
+    set_ShiYongQingKuang(37, 1);
+    EXPECT_THROW(run_GuoLv(kIssue), StoreError);
+    rows = tickets();
+    for (const auto& t : rows) EXPECT_EQ(sum(t.reds) % 4, 0);
+    EXPECT_EQ(rows.back().serial, int(rows.size()));
+    EXPECT_EQ(shared().tingZhi, 0);
+}
+
 TEST_F(FilterRunTest, StopWhileLoadingRunsNoFilter) {
     expand();
     store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=5"));

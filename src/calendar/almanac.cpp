@@ -225,9 +225,28 @@ double newMoonEstimate(double t) {
     }
 }
 
-// The secant from a first point, until the angle is met to 1e-8 radians.
+// The first moment after t at which the sun's apparent longitude reaches jiao (radians), by the
+// low-accuracy solar theory (Meeus, ch. 25): within a quarter of an hour of the exact one.
+double solarTermEstimate(double t, double jiao) {
+    auto longitude = [](double x) {
+        const double T = x / 36525, deg = kPi / 180;
+        const double m = (357.52911 + 35999.05029 * T - 0.0001537 * T * T) * deg;
+        const double c = (1.914602 - 0.004817 * T - 0.000014 * T * T) * std::sin(m) +
+                         (0.019993 - 0.000101 * T) * std::sin(2 * m) + 0.000289 * std::sin(3 * m);
+        const double om = (125.04 - 1934.136 * T) * deg;
+        return (280.46646 + 36000.76983 * T + 0.0003032 * T * T + c - 0.00569 - 0.00478 * std::sin(om)) * deg;
+    };
+    const double rate = kTwoPi / 365.2422;
+    double x = t + rad2mrad(jiao - longitude(t)) / rate;
+    for (int i = 0; i < 4; ++i) x += std::remainder(jiao - longitude(x), kTwoPi) / rate;
+    return x;
+}
+
+// The secant from a first point, until the angle is met to 1e-8 radians for the moon and 1e-10
+// for the sun (a few milliseconds either way, so the rounded second does not depend on the start).
 double secant(int lx, double jiao, double tp, double vp, double t, double v) {
-    for (int i = 0; i < 10 && std::fabs(v) >= 1e-8; ++i) {
+    const double tolerance = lx == 0 ? 1e-10 : 1e-8;
+    for (int i = 0; i < 10 && std::fabs(v) >= tolerance; ++i) {
         const double k = (v - vp) / (t - tp);
         if (std::fabs(k) < 1e-15) break;
         tp = t;
@@ -241,13 +260,13 @@ double secant(int lx, double jiao, double tp, double vp, double t, double v) {
 }  // namespace
 
 double jiaoCal(double t1, double jiao, int lx) {
-    // The first moment after t1 at the angle: a first step at the mean rate, then the secant.
-    // Starting from the mean rate saves half the evaluations of a year-wide bracket.
+    // The first moment after t1 at the angle, by the secant. Terms and new moons start from their
+    // estimates, within minutes, which saves evaluations of the series; any other angle, or an
+    // estimate that lands before t1, starts from t1 with a step at the mean rate.
     const double meanRate = kTwoPi / (lx == 0 ? 365.2422 : 29.530589);
     jiao *= kPi / 180;
-    if (lx == 1 && jiao == 0) {
-        // New moons start from their estimate, which saves two more evaluations each.
-        const double t0 = newMoonEstimate(t1);
+    if (lx == 0 || jiao == 0) {
+        const double t0 = lx == 0 ? solarTermEstimate(t1, jiao) : newMoonEstimate(t1);
         const double v0 = std::remainder(jiaoCai(lx, t0, jiao), kTwoPi);
         const double t = t0 + v0 / meanRate;
         const double found = secant(lx, jiao, t0, v0, t, std::remainder(jiaoCai(lx, t, jiao), kTwoPi));

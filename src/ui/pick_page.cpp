@@ -208,6 +208,7 @@ void PickPage::refresh() {
     std::array<int, kBlueBase + kBlueCount + 1> values{};
     try {
         values = pick_Values();
+        show_XuanHaoTongJi();  // the count, also after a condition set came in from a file or a user
     } catch (const StoreError&) {
         return;
     }
@@ -215,13 +216,16 @@ void PickPage::refresh() {
         red_[size_t(n)]->setPick(values[size_t(n)]);
         red_[size_t(n)]->setMarked(gaiLv_IsMarked(n));
     }
+    // A blue banker leaves only itself to click, whoever set it.
+    int banker = 0;
+    for (int n = 1; n <= kBlueCount && banker == 0; ++n)
+        if (values[size_t(kBlueBase + n)] == kPickBanker) banker = n;
     for (int n = 1; n <= kBlueCount; ++n) {
         PickButton* b = blue_[size_t(n)];
         b->setPick(values[size_t(kBlueBase + n)]);
         b->setMarked(gaiLv_IsMarked(kBlueBase + n));
-        b->setEnabled(picks().blueEnabled[size_t(n)]);
+        b->setEnabled(banker == 0 || n == banker);
     }
-    if (!picks().tipText.isEmpty()) tip_->setPlainText(picks().tipText);
 }
 
 void PickPage::setBallFaces(bool balls) {

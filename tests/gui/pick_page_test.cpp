@@ -158,6 +158,18 @@ TEST_F(PickPageTest, ClicksWriteThePickRowsAtOnce) {
     EXPECT_EQ(count_HongDan() + count_HongTuo() + count_LanDan() + count_LanTuo(), 0);
 }
 
+// Picks written elsewhere (a condition file, another user's set, the distribution grid) show once
+// the logic says the picks changed.
+TEST_F(PickPageTest, RepaintsPicksWrittenElsewhere) {
+    pickRange(1, 6, kPickDrag);
+    set_GuoLvTiaoJian(105, kPickBanker);
+    screen_->ui_RefreshPicks();
+    EXPECT_EQ(pickPage_->button(6)->pick(), kPickDrag);
+    EXPECT_EQ(pickPage_->button(105)->pick(), kPickBanker);
+    for (int n = 101; n <= 116; ++n) EXPECT_EQ(pickPage_->button(n)->isEnabled(), n == 105) << n;
+    EXPECT_TRUE(tipText().contains(QStringLiteral("所选号码组合共： １  注")));
+}
+
 TEST_F(PickPageTest, TicketLimitRefusesTheNumberThatPassesIt) {
     pickRange(1, 20, kPickDrag);
     pickRange(101, 102, kPickDrag);
@@ -259,13 +271,20 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     pickRange(1, 20, kPickDrag);
     pickRange(101, 102, kPickDrag);
     window_->selectPage(TopPage::Tickets);
-    bool disabledDuringRun = false, menuDisabledDuringRun = false, stopShown = false;
+    bool disabledDuringRun = false, menuDisabledDuringRun = false, stopShown = false, barShown = false;
+    bool userSwitchDisabled = false;
+    QAction* userSwitch = window_->findChild<QAction*>(QStringLiteral("mnu_UserQiehuan"));
+    ASSERT_NE(userSwitch, nullptr);
+    userSwitch->setVisible(true);  // as in multi-user mode: a hidden action never reads enabled
     int rowsAtPress = -1;
     QElapsedTimer sincePress;
     QTimer::singleShot(150, [&] {
         disabledDuringRun = !ticketsPage_->commandBar()->isEnabled();
         menuDisabledDuringRun = !menuEntry(kCmdInit)->isEnabled();
         stopShown = ticketsPage_->stopFrame()->isVisible();
+        barShown =
+            window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"))->maximum() == 77520;
+        userSwitchDisabled = !userSwitch->isEnabled();
         rowsAtPress = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"))->value();
         sincePress.start();
         QMetaObject::invokeMethod(
@@ -284,6 +303,9 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     EXPECT_TRUE(disabledDuringRun);
     EXPECT_TRUE(menuDisabledDuringRun);
     EXPECT_TRUE(stopShown);
+    EXPECT_TRUE(barShown);
+    EXPECT_TRUE(userSwitchDisabled);
+    EXPECT_TRUE(userSwitch->isEnabled());
     EXPECT_GT(rows, 0);
     EXPECT_LT(rows, 77520);
     EXPECT_LT(delay, 500);  // the aim is under 100 ms; the bound leaves room for a busy machine
@@ -292,6 +314,13 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
     EXPECT_TRUE(menuEntry(kCmdInit)->isEnabled());
     EXPECT_TRUE(ticketsPage_->stopFrame()->isHidden());
+
+    // With the Stop panel down, progress of other passes goes to the status line's bar.
+    auto* pageBar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
+    auto* statusBar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_Status"));
+    screen_->ui_Progress(0, 10, 4, true);
+    EXPECT_EQ(statusBar->value(), 4);
+    EXPECT_NE(pageBar->maximum(), 10);
 }
 
 }  // namespace

@@ -203,6 +203,9 @@ TEST_F(PickPageTest, MarkedNumbersAreStruckThroughAndAskFirst) {
     pickPage_->setBallFaces(true);
     EXPECT_TRUE(pickPage_->button(9)->ballFace());
     EXPECT_FALSE(pickPage_->button(9)->grab().isNull());
+    click(10);  // a ball is clicked as its button is
+    EXPECT_EQ(get_GuoLvTiaoJian(10), kPickDrag);
+    EXPECT_EQ(pickPage_->button(10)->pick(), kPickDrag);
 }
 
 TEST_F(PickPageTest, KeyboardReachesEveryNumber) {

@@ -5,6 +5,7 @@
 
 #include "app/app_flow.h"
 #include "app/shared_state.h"
+#include "filters/filter_headless.h"
 #include "history/derived_columns.h"
 #include "history/history_headless.h"
 #include "pipeline/pipeline_headless.h"
@@ -155,6 +156,8 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"export-conditions", "<file>", headless_ExportConditions},
         {"import-conditions", "<file>", headless_ImportConditions},
         {"restore-defaults", "", headless_RestoreDefaults},
+        {"history-filter", "on|off [<low> <high> <match>]", headless_HistoryFilter},
+        {"group-preset", "[<group 1..20> <item>]", headless_GroupPreset},
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;

@@ -54,4 +54,29 @@ void TimedTip::tick() {
     close();
 }
 
+PreparingTip::PreparingTip(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmTip10"));
+    setWindowTitle(QStringLiteral("信息提示"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setModal(false);
+    no_ = new QPushButton(QStringLiteral("正在准备数据......"), this);
+    no_->setObjectName(QStringLiteral("cmmNO"));
+    no_->setMinimumWidth(220);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(no_);
+    timer_.setInterval(1000);
+    connect(&timer_, &QTimer::timeout, this, &PreparingTip::tick);
+    timer_.start();
+}
+
+void PreparingTip::tick() {
+    --n_;
+    if (n_ > 0) {
+        no_->setText(QStringLiteral("正在准备数据(%1)......").arg(n_));
+        return;
+    }
+    timer_.stop();
+    close();
+}
+
 }  // namespace dovrex

@@ -26,4 +26,20 @@ class TimedTip : public QDialog {
     int n_;
 };
 
+// frmTip10: a "信息提示" window with one button, cmmNO, that counts five seconds while data is being
+// prepared ("正在准备数据(n)......") and then closes itself. Not modal; deletes itself when closed.
+class PreparingTip : public QDialog {
+    Q_OBJECT
+  public:
+    explicit PreparingTip(QWidget* parent = nullptr);
+    int secondsLeft() const { return n_; }
+
+  private:
+    void tick();
+
+    QPushButton* no_;
+    QTimer timer_;
+    int n_ = 5;
+};
+
 }  // namespace dovrex

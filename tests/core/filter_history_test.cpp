@@ -173,8 +173,11 @@ TEST(FilterHeadless, RealPickAgainstTheRealHistory) {
                                             "condition 1 1060-1110 3642-3644 3310-3315 3450-3452\n"
                                             "condition 1 3605-3610 3470-3471 4001-4003 4160-4168\n"
                                             "switch 1 10 4 6 9 7 37 46 70 on\n"
-                                            "sql UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2003001, "
-                                            "最大值=2099001, 匹配值=6\n"
+                                            "history-filter on 2003001 2099001 6\n"
+                                            // the odd numbers as custom group 1: the same counts again
+                                            "group-preset 1 奇数号码\n"
+                                            "condition 1 3802-3804\n"
+                                            "switch 20 on\n"
                                             "init %2\n"
                                             "filter %2\n"
                                             "exit\n")
@@ -229,6 +232,8 @@ TEST(FilterHeadless, RealPickAgainstTheRealHistory) {
     EXPECT_LT(expected, tickets / 10);
     EXPECT_FALSE(out.filter(QStringLiteral("【此结果仅适用于 ２０９９００１ 期！！！】")).isEmpty());
     EXPECT_EQ(out.filter(QStringLiteral("TIP 10s")).size(), 2);  // 温度值5 and 重叠号
+    EXPECT_TRUE(out.contains(QStringLiteral("history filter on 2003001..2099001 match 6")));
+    EXPECT_TRUE(out.contains(QStringLiteral("group 1: 1 3 5 7 9 11 13 15 17 19 21 23 25 27 29 31 33")));
 }
 
 }  // namespace

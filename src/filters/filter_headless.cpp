@@ -1,0 +1,56 @@
+#include "filters/filter_headless.h"
+
+#include "app/headless_runner.h"
+#include "app/shared_state.h"
+#include "filters/filter_families.h"
+#include "store/store.h"
+
+namespace dovrex {
+
+bool headless_HistoryFilter(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (!r.requireStore()) return false;
+    const QString state = a.words.value(0);
+    if (state != QLatin1String("on") && state != QLatin1String("off"))
+        return r.fail(QStringLiteral("on or off?"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=?"),
+                  {state == QLatin1String("on") ? 1 : 0});
+    if (a.words.size() > 1) {
+        int low = 0, high = 0, match = 0;
+        if (!a.intAt(r, 1, low) || !a.intAt(r, 2, high) || !a.intAt(r, 3, match)) return false;
+        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 最小值=?, 最大值=?, 匹配值=?"),
+                      {low, high, match});
+    }
+    auto c = store_Query(QStringLiteral("select 使用状态,最小值,最大值,匹配值 from 历史数据过滤"));
+    if (c->eof()) return r.fail(QStringLiteral("历史数据过滤 has no row"));
+    r.print(QStringLiteral("history filter %1 %2..%3 match %4")
+                .arg(c->intValue(0) == 1 ? QStringLiteral("on") : QStringLiteral("off"))
+                .arg(c->intValue(1))
+                .arg(c->intValue(2))
+                .arg(c->intValue(3)));
+    return true;
+}
+
+bool headless_GroupPreset(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (!r.requireStore()) return false;
+    if (a.words.isEmpty()) {
+        for (const QString& item : list_ChangYongFenZu()) r.print(item);
+        return true;
+    }
+    int k = 0;
+    if (!a.intAt(r, 0, k)) return false;
+    if (k < 1 || k > 20) return r.fail(QStringLiteral("groups are 1..20"));
+    const QString item = a.text.mid(a.words[0].size()).trimmed();
+    if (!make_ChangYongFenZu(k, item)) {
+        r.print(QStringLiteral("unchanged"));
+        return true;
+    }
+    QStringList members;
+    for (auto c = store_Query(
+             QStringLiteral("select 号码 from 号码特性 where [自定义组%1]<>0 order by 号码").arg(k));
+         !c->eof(); c->moveNext())
+        members << QString::number(c->intValue(0));
+    r.print(QStringLiteral("group %1: %2").arg(k).arg(members.join(u' ')));
+    return true;
+}
+
+}  // namespace dovrex

@@ -11,6 +11,7 @@
 #include "history/derived_columns.h"
 #include "history/history_import.h"
 #include "history/history_queries.h"
+#include "pipeline/ssgs_formulas.h"
 #include "store/factory_data.h"
 #include "store/pack.h"
 #include "store/schema.h"
@@ -34,7 +35,7 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QTextStream err(stderr);
     if (argc < 3) {
-        err << "usage: dovrex-makepack <history.tsv> <output folder>\n";
+        err << "usage: dovrex-makepack <history.tsv> <output folder> [<ssgs-formulas.txt>]\n";
         return 2;
     }
     const QString tsv = QString::fromLocal8Bit(argv[1]);
@@ -58,6 +59,14 @@ int main(int argc, char** argv) {
             recalc_LiShiLie(first, first, false);
             recalc_LiShiLie(first, last, false);
             s->execute(QStringLiteral("UPDATE 历史数据过滤 SET 最小值=?, 最大值=?"), {first, last});
+            if (argc > 3) {
+                SsgsFormulas formulas;
+                if (!read_SsgsFile(QString::fromLocal8Bit(argv[3]), formulas, &why)) {
+                    err << "cannot read " << argv[3] << ": " << why << "\n";
+                    return 1;
+                }
+                store_Ssgs(*s, formulas);
+            }
             shared().g_Store = nullptr;
         }
         {

@@ -1,0 +1,115 @@
+#include <unordered_set>
+
+#include "core/pipeline_fixture.h"
+#include "pipeline/shrink.h"
+#include "pipeline/ssgs_formulas.h"
+#include "pipeline/ticket_init.h"
+
+namespace dovrex::test {
+namespace {
+
+const SsgsFormulas& shippedFormulas() {
+    static const SsgsFormulas formulas = [] {
+        SsgsFormulas f;
+        QString why;
+        EXPECT_TRUE(read_SsgsFile(QStringLiteral(DOVREX_SSGS_FILE), f, &why)) << why.toStdString();
+        return f;
+    }();
+    return formulas;
+}
+
+struct Sixes : PipelineTest {
+    using PipelineTest::sixesOf;
+};
+
+std::uint32_t maskOf(const Reds& r) {
+    std::uint32_t m = 0;
+    for (int i = 1; i <= 6; ++i) m |= 1u << r[size_t(i)];
+    return m;
+}
+
+// Every six of 10..20 drags shares five reds with a ticket of the formula of that size.
+TEST(SsgsFormulas, EachSizeIsAFiveOfSixCover) {
+    const SsgsFormulas& all = shippedFormulas();
+    for (int n = 10; n <= 20; ++n) {
+        ASSERT_TRUE(all.contains(n)) << n;
+        const std::vector<int>& xuhao = all[n];
+        std::vector<int> drags;
+        for (int i = 0; i < n; ++i) drags.push_back(i);
+        const auto sixes = Sixes::sixesOf(drags);
+        std::unordered_set<std::uint32_t> formula;
+        int previous = 0;
+        for (int x : xuhao) {
+            ASSERT_GT(x, previous) << "n " << n << ": ascending, each once";
+            ASSERT_LE(x, int(sixes.size())) << n;
+            previous = x;
+            formula.insert(maskOf(sixes[size_t(x - 1)]));
+        }
+        int uncovered = 0;
+        for (const Reds& six : sixes) {
+            const std::uint32_t m = maskOf(six);
+            bool covered = formula.count(m) > 0;
+            for (int out = 0; out < n && !covered; ++out) {
+                if (!(m >> out & 1)) continue;
+                for (int in = 0; in < n && !covered; ++in)
+                    if (!(m >> in & 1)) covered = formula.count((m & ~(1u << out)) | (1u << in)) > 0;
+            }
+            uncovered += !covered;
+        }
+        EXPECT_EQ(uncovered, 0) << n << " drags, " << xuhao.size() << " tickets";
+    }
+}
+
+TEST(SsgsFormulas, BadFilesAreRefused) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("f.txt"));
+    SsgsFormulas f;
+    QString why;
+    EXPECT_FALSE(read_SsgsFile(path, f, &why));
+    for (const char* text : {"10 1 2 3\n", "10: 1 x\n", "x: 1\n", "10: 0\n"}) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(text);
+        file.close();
+        EXPECT_FALSE(read_SsgsFile(path, f, &why)) << text;
+    }
+}
+
+class ShippedFormulasTest : public ShippedStoreTest {};
+
+TEST_F(ShippedFormulasTest, TheShippedStoreHoldsThem) {
+    for (auto it = shippedFormulas().begin(); it != shippedFormulas().end(); ++it) {
+        std::vector<int> stored;
+        auto c = store_Query(QStringLiteral("select Xuhao from Ssgs where Haomagesu=? order by Xuhao"),
+                             {it.key()});
+        for (; !c->eof(); c->moveNext()) stored.push_back(c->intValue(0));
+        EXPECT_EQ(stored, it.value()) << it.key();
+    }
+}
+
+class FormulaInitTest : public PipelineTest {};
+
+TEST_F(FormulaInitTest, TheFirstStepMarksThemAndTheShrinkScansThemFirst) {
+    store_Ssgs(store(), shippedFormulas());
+    // Twelve drags spread over the numbers, one blue: the formula's tickets carry their 序号, and a
+    // shrink at T 6 scans them first, so the first of them is the first kept.
+    for (int n : {2, 5, 7, 11, 13, 17, 19, 23, 24, 29, 31, 33}) pickRange(n, n, kPickDrag);
+    pickRange(109, 109, kPickDrag);
+    EXPECT_EQ(init_TouZhu(2008118), 924);
+    const std::vector<int>& formula = shippedFormulas()[12];
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
+              int(formula.size()));
+    for (int x : formula)
+        EXPECT_EQ(intScalar(QStringLiteral("select 缩水公式 from 日志表 where 序号=?"), {x}), x);
+    const QString reds = QStringLiteral(
+        "select 红球1||' '||红球2||' '||红球3||' '||红球4||' '||红球5||' '||红球6 "
+        "from 日志表 where 序号=?");
+    const QString first = scalar(reds, {formula[0]}).toString();
+    const int kept = run_SuoShui(6, 2008118);
+    EXPECT_GE(kept, int(formula.size()) / 2);
+    EXPECT_LT(kept, 924 / 6);
+    EXPECT_EQ(scalar(reds, {1}).toString(), first);
+}
+
+}  // namespace
+}  // namespace dovrex::test

@@ -1,0 +1,389 @@
+// Writes the shrink formulas shipped in table Ssgs: for 10 to 20 red drags, a set of tickets such
+// that any six drawn among the drags share at least five with one of them. Each ticket is given
+// by its 序号 in the order of the first step (sixes of the drags in lexicographic order, one blue),
+// so the file serves whatever numbers the drags are. With --independent no two tickets of a formula
+// share five reds, so that a shrink at T 6, which scans the formula first, keeps exactly the
+// formula; the shipped file is made without it, for the smallest sizes.
+//
+//   dovrex-makessgs [--independent] <seconds per size> [<first n> <last n> [<temperature>]]
+//       > data/ssgs-formulas.txt
+//
+// Method: a greedy cover, then a local search at a fixed size; each time it covers every six the
+// size goes down by one and the search goes on from there, until the time for that size is spent.
+// The search is a weighted exchange (the six whose loss uncovers least weight out, the best six next
+// to an uncovered one in, uncovered sixes gain weight); with --independent an annealing walk at the
+// given temperature that also counts the pairs sharing five. Results depend on the time given and
+// on the machine's speed, so the file is checked in rather than made at build time.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Johnson {
+    int n = 0;
+    std::vector<std::uint32_t> masks;      // rank -> bit set of the six
+    std::vector<int> rankOf;               // bit set -> rank
+    std::vector<std::vector<int>> closed;  // rank -> itself and every six sharing five with it
+
+    explicit Johnson(int n_) : n(n_), rankOf(size_t(1) << n_, -1) {
+        // Lexicographic order of the sixes: the order of the first step.
+        int c[6];
+        for (int i = 0; i < 6; ++i) c[i] = i;
+        for (;;) {
+            std::uint32_t m = 0;
+            for (int v : c) m |= 1u << v;
+            rankOf[m] = int(masks.size());
+            masks.push_back(m);
+            int i = 5;
+            while (i >= 0 && c[i] == n - 6 + i) --i;
+            if (i < 0) break;
+            ++c[i];
+            for (int j = i + 1; j < 6; ++j) c[j] = c[j - 1] + 1;
+        }
+        closed.resize(masks.size());
+        for (size_t r = 0; r < masks.size(); ++r) {
+            const std::uint32_t m = masks[r];
+            closed[r].push_back(int(r));
+            for (int out = 0; out < n; ++out) {
+                if (!(m >> out & 1)) continue;
+                for (int in = 0; in < n; ++in)
+                    if (!(m >> in & 1)) closed[r].push_back(rankOf[(m & ~(1u << out)) | (1u << in)]);
+            }
+        }
+    }
+    int size() const { return int(masks.size()); }
+};
+
+struct Search {
+    const Johnson& j;
+    std::mt19937_64 rng;
+    std::vector<int> blocks;      // chosen sixes
+    std::vector<int> cover;       // rank -> how many chosen sixes cover it
+    std::vector<int> uncovered;   // ranks with cover 0
+    std::vector<int> whereUncov;  // rank -> index in uncovered, or -1
+    std::vector<int> slotOf;      // rank -> index in blocks, or -1 (a six is chosen once at most)
+
+    bool independent = false;  // no two chosen sixes may share five
+
+    Search(const Johnson& j_, std::uint64_t seed, bool independent_)
+        : j(j_), rng(seed), independent(independent_) {}
+
+    void reset(const std::vector<int>& b) {
+        blocks = b;
+        slotOf.assign(size_t(j.size()), -1);
+        for (size_t i = 0; i < blocks.size(); ++i) slotOf[size_t(blocks[i])] = int(i);
+        cover.assign(size_t(j.size()), 0);
+        for (int x : blocks)
+            for (int v : j.closed[size_t(x)]) ++cover[size_t(v)];
+        uncovered.clear();
+        whereUncov.assign(size_t(j.size()), -1);
+        for (int v = 0; v < j.size(); ++v)
+            if (cover[size_t(v)] == 0) markUncovered(v);
+    }
+    void markUncovered(int v) {
+        whereUncov[size_t(v)] = int(uncovered.size());
+        uncovered.push_back(v);
+    }
+    void markCovered(int v) {
+        const int at = whereUncov[size_t(v)];
+        const int last = uncovered.back();
+        uncovered[size_t(at)] = last;
+        whereUncov[size_t(last)] = at;
+        uncovered.pop_back();
+        whereUncov[size_t(v)] = -1;
+    }
+    void add(int x) {
+        for (int v : j.closed[size_t(x)])
+            if (cover[size_t(v)]++ == 0) markCovered(v);
+    }
+    void remove(int x) {
+        for (int v : j.closed[size_t(x)])
+            if (--cover[size_t(v)] == 0) markUncovered(v);
+    }
+    // Chosen sixes sharing five with z, z itself left out.
+    int clashes(int z, int except) const {
+        int c = 0;
+        for (int v : j.closed[size_t(z)]) c += v != z && v != except && slotOf[size_t(v)] >= 0;
+        return c;
+    }
+    // Change in the cost if x goes and y comes: the sixes left uncovered, plus the pairs of chosen
+    // sixes that share five (a shrink at T 6 keeps the formula whole only when there is none).
+    int delta(int x, int y) {
+        int d = 0;
+        for (int v : j.closed[size_t(x)]) --cover[size_t(v)];
+        for (int v : j.closed[size_t(x)]) d += cover[size_t(v)] == 0;
+        for (int v : j.closed[size_t(y)]) d -= cover[size_t(v)] == 0;
+        // A six in both lists counts in both: it stays covered, and d counts +1 -1 for it.
+        for (int v : j.closed[size_t(x)]) ++cover[size_t(v)];
+        return independent ? d + clashes(y, x) - clashes(x, -1) : d;
+    }
+    int totalClashes() const {
+        int c = 0;
+        for (int x : blocks) c += clashes(x, -1);
+        return c / 2;
+    }
+
+    // Anneals at the present size; true once every six is covered and no two chosen share five.
+    bool anneal(double seconds, double temperature) {
+        const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+        std::uniform_real_distribution<double> unit(0.0, 1.0);
+        long step = 0;
+        int clash = independent ? totalClashes() : 0;
+        while (!uncovered.empty() || clash > 0) {
+            if ((++step & 1023) == 0) {
+                if (std::chrono::steady_clock::now() > until) return false;
+                clash = independent ? totalClashes() : 0;
+                if (uncovered.empty() && clash == 0) break;
+            }
+            size_t xi;
+            int y;
+            if (uncovered.empty() || (clash > 0 && (rng() & 3) == 0)) {
+                // Move a chosen six that clashes to a six next to it.
+                xi = rng() % blocks.size();
+                if (clashes(blocks[xi], -1) == 0) continue;
+                const auto& near = j.closed[size_t(blocks[xi])];
+                y = near[rng() % near.size()];
+                if (slotOf[size_t(y)] >= 0) continue;
+            } else {
+                // Bring in a six next to an uncovered one; let go of a chosen one next to it when
+                // there is such (a small step), otherwise any.
+                const int u = uncovered[rng() % uncovered.size()];
+                const auto& near = j.closed[size_t(u)];
+                y = near[rng() % near.size()];
+                if (slotOf[size_t(y)] >= 0) continue;
+                int options[96], count = 0;
+                for (int v : j.closed[size_t(y)])
+                    if (slotOf[size_t(v)] >= 0) options[count++] = slotOf[size_t(v)];
+                xi = count > 0 && (rng() & 7) != 0 ? size_t(options[rng() % unsigned(count)])
+                                                   : rng() % blocks.size();
+            }
+            const int x = blocks[xi];
+            const int d = delta(x, y);
+            if (d <= 0 || unit(rng) < std::exp(-d / temperature)) {
+                if (independent) clash += clashes(y, x) - clashes(x, -1);
+                remove(x);
+                add(y);
+                blocks[xi] = y;
+                slotOf[size_t(x)] = -1;
+                slotOf[size_t(y)] = int(xi);
+            }
+        }
+        return true;
+    }
+};
+
+// Weighted exchange search at a fixed size: take out the chosen six whose loss uncovers the least
+// weight, bring in the six next to an uncovered one that covers the most weight, and raise the
+// weight of what stays uncovered, so that sixes hard to cover pull the search towards them.
+struct Weighted {
+    const Johnson& j;
+    std::mt19937_64 rng;
+    std::vector<int> blocks, slotOf, cover, uncovered, whereUncov;
+    std::vector<long> weight, loss;  // loss[x]: weight covered by x alone (x chosen)
+
+    Weighted(const Johnson& j_, std::uint64_t seed) : j(j_), rng(seed) {}
+
+    void reset(const std::vector<int>& b) {
+        blocks = b;
+        slotOf.assign(size_t(j.size()), -1);
+        cover.assign(size_t(j.size()), 0);
+        whereUncov.assign(size_t(j.size()), -1);
+        if (weight.empty()) weight.assign(size_t(j.size()), 1);
+        loss.assign(size_t(j.size()), 0);
+        uncovered.clear();
+        for (size_t i = 0; i < blocks.size(); ++i) slotOf[size_t(blocks[i])] = int(i);
+        for (int x : blocks)
+            for (int v : j.closed[size_t(x)]) ++cover[size_t(v)];
+        for (int v = 0; v < j.size(); ++v) {
+            if (cover[size_t(v)] == 0) {
+                whereUncov[size_t(v)] = int(uncovered.size());
+                uncovered.push_back(v);
+            } else if (cover[size_t(v)] == 1) {
+                loss[size_t(soleCoverer(v))] += weight[size_t(v)];
+            }
+        }
+    }
+    int soleCoverer(int v) const {
+        for (int z : j.closed[size_t(v)])
+            if (slotOf[size_t(z)] >= 0) return z;
+        return -1;
+    }
+    void setUncovered(int v, bool on) {
+        if (on) {
+            whereUncov[size_t(v)] = int(uncovered.size());
+            uncovered.push_back(v);
+        } else {
+            const int at = whereUncov[size_t(v)], lastV = uncovered.back();
+            uncovered[size_t(at)] = lastV;
+            whereUncov[size_t(lastV)] = at;
+            uncovered.pop_back();
+            whereUncov[size_t(v)] = -1;
+        }
+    }
+    void add(int y) {
+        slotOf[size_t(y)] = int(blocks.size());
+        blocks.push_back(y);
+        for (int v : j.closed[size_t(y)]) {
+            const int c = ++cover[size_t(v)];
+            if (c == 1) {
+                setUncovered(v, false);
+                loss[size_t(y)] += weight[size_t(v)];
+            } else if (c == 2) {
+                for (int z : j.closed[size_t(v)])
+                    if (z != y && slotOf[size_t(z)] >= 0) loss[size_t(z)] -= weight[size_t(v)];
+            }
+        }
+    }
+    void removeAt(size_t i) {
+        const int x = blocks[i];
+        blocks[i] = blocks.back();
+        slotOf[size_t(blocks[i])] = int(i);
+        blocks.pop_back();
+        slotOf[size_t(x)] = -1;
+        loss[size_t(x)] = 0;
+        for (int v : j.closed[size_t(x)]) {
+            const int c = --cover[size_t(v)];
+            if (c == 0) {
+                setUncovered(v, true);
+            } else if (c == 1) {
+                loss[size_t(soleCoverer(v))] += weight[size_t(v)];
+            }
+        }
+    }
+    size_t cheapest(int tabu) {
+        size_t best = 0;
+        long bestLoss = -1;
+        for (size_t i = 0; i < blocks.size(); ++i) {
+            if (blocks[i] == tabu) continue;
+            const long l = loss[size_t(blocks[i])];
+            if (bestLoss < 0 || l < bestLoss || (l == bestLoss && (rng() & 1))) bestLoss = l, best = i;
+        }
+        return best;
+    }
+
+    // True once every six is covered.
+    bool run(std::chrono::steady_clock::time_point until) {
+        int tabu = -1;
+        long step = 0;
+        while (!uncovered.empty()) {
+            if ((++step & 255) == 0 && std::chrono::steady_clock::now() > until) return false;
+            const size_t xi = cheapest(tabu);
+            const int x = blocks[xi];
+            removeAt(xi);
+            const int u = uncovered[rng() % uncovered.size()];
+            int y = -1;
+            long bestGain = -1;
+            for (int c : j.closed[size_t(u)]) {
+                if (c == x || slotOf[size_t(c)] >= 0) continue;
+                long g = 0;
+                for (int v : j.closed[size_t(c)])
+                    if (cover[size_t(v)] == 0) g += weight[size_t(v)];
+                if (g > bestGain || (g == bestGain && (rng() & 1))) bestGain = g, y = c;
+            }
+            add(y);
+            tabu = y;
+            for (int v : uncovered) ++weight[size_t(v)];
+        }
+        return true;
+    }
+};
+
+// A greedy start: the six covering most uncovered ones (when independent, among those sharing five
+// with no chosen one: what it ends with is then independent and, being maximal, covers every six).
+std::vector<int> greedy(const Johnson& j, bool independent) {
+    // gain[x]: uncovered sixes x would cover; closed neighbourhoods are symmetric, so covering v
+    // lowers the gain of every six around v.
+    std::vector<int> cover(size_t(j.size()), 0), gain(size_t(j.size())), blocks;
+    std::vector<char> blocked(size_t(j.size()), 0);
+    for (int x = 0; x < j.size(); ++x) gain[size_t(x)] = int(j.closed[size_t(x)].size());
+    int left = j.size();
+    while (left > 0) {
+        int best = -1;
+        for (int x = 0; x < j.size(); ++x)
+            if ((!independent || !blocked[size_t(x)]) && (best < 0 || gain[size_t(x)] > gain[size_t(best)]))
+                best = x;
+        for (int v : j.closed[size_t(best)]) {
+            blocked[size_t(v)] = 1;
+            if (cover[size_t(v)]++ == 0) {
+                --left;
+                for (int x : j.closed[size_t(v)]) --gain[size_t(x)];
+            }
+        }
+        blocks.push_back(best);
+    }
+    return blocks;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    bool independent = false;
+    if (argc > 1 && std::string(argv[1]) == "--independent") {
+        independent = true;
+        --argc;
+        ++argv;
+    }
+    if (argc < 2) {
+        std::fprintf(stderr,
+                     "usage: dovrex-makessgs [--independent] <seconds per size> [<first n> <last n>]\n");
+        return 2;
+    }
+    const double seconds = std::atof(argv[1]);
+    const int first = argc > 3 ? std::atoi(argv[2]) : 10;
+    const int last = argc > 3 ? std::atoi(argv[3]) : 20;
+    const double temperature = argc > 4 ? std::atof(argv[4]) : 0.3;
+    for (int n = first; n <= last; ++n) {
+        const Johnson j(n);
+        std::vector<int> best = greedy(j, independent);
+        const auto until = std::chrono::steady_clock::now() +
+                           std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+                               std::chrono::duration<double>(seconds));
+        if (!independent) {
+            Weighted w(j, 20081118u + unsigned(n));
+            w.reset(best);
+            for (;;) {
+                std::vector<int> trial = w.blocks;
+                trial.erase(trial.begin() + long(w.cheapest(-1)));
+                w.reset(trial);
+                if (!w.run(until)) break;
+                best = w.blocks;
+                std::fprintf(stderr, "n %d: %zu\n", n, best.size());
+            }
+        } else {
+            Search s(j, 20081118u + unsigned(n), independent);
+            s.reset(best);
+            for (;;) {
+                // Drop the chosen six whose loss uncovers least, then walk on at the smaller size
+                // from where the search stands.
+                std::vector<int> trial = s.blocks;
+                int drop = 0, dropCost = 1 << 30;
+                for (size_t i = 0; i < trial.size(); ++i) {
+                    int cost = 0;
+                    for (int v : j.closed[size_t(trial[i])]) cost += s.cover[size_t(v)] == 1;
+                    if (cost < dropCost) dropCost = cost, drop = int(i);
+                }
+                trial.erase(trial.begin() + drop);
+                s.reset(trial);
+                const double left =
+                    std::chrono::duration<double>(until - std::chrono::steady_clock::now()).count();
+                if (left <= 0 || !s.anneal(left, temperature)) break;
+                best = s.blocks;
+                std::fprintf(stderr, "n %d: %zu\n", n, best.size());
+            }
+        }
+        std::sort(best.begin(), best.end());
+        std::printf("%d:", n);
+        for (int x : best) std::printf(" %d", x + 1);
+        std::printf("\n");
+        std::fflush(stdout);
+        std::fprintf(stderr, "n %d done: %zu tickets\n", n, best.size());
+    }
+    return 0;
+}

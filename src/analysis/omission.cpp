@@ -9,19 +9,14 @@ namespace dovrex {
 
 namespace {
 
-QString redHitCondition(int n) {
-    return QStringLiteral(" and ( 红球1=%1 or 红球2=%1 or 红球3=%1 or 红球4=%1 or 红球5=%1 or 红球6=%1 )")
-        .arg(n);
-}
-
 // The gap figures of one number from the 总期号 of its hits in ascending order. With fewer than two
 // hits nothing is computed and the figures of the previous number stay in `r`.
-void gapFigures(Cursor& hits, int total, OmissionRecord& r) {
-    if (hits.recordCount() > 1) {
+void gapFigures(const std::vector<int>& hits, int total, OmissionRecord& r) {
+    const int count = int(hits.size());
+    if (count > 1) {
         int prev = -1, sum = 0, gap = 0;
         r.maxGap = 0;
-        for (hits.moveFirst(); !hits.eof(); hits.moveNext()) {
-            const int z = hits.intValue(0);
+        for (const int z : hits) {
             gap = z - prev - 1;
             r.maxGap = std::max(r.maxGap, gap);
             sum += gap;
@@ -30,51 +25,59 @@ void gapFigures(Cursor& hits, int total, OmissionRecord& r) {
         r.lastGap = gap;
         r.curGap = total - prev;
         // One term fewer than the gaps summed: the stretch before the first hit is in the sum only.
-        r.avgGap = int(roundHalfEven(double(sum) / double(hits.recordCount() - 1)));
+        r.avgGap = int(roundHalfEven(double(sum) / double(count - 1)));
     }
-    r.hitCount = hits.recordCount();
+    r.hitCount = count;
 }
 
+// One pass over the draws up to the issue: numbers them in 总期号 and leaves in 遗漏数据 what the
+// marking of the red numbers leaves (the row's highest red; 0 for the blue count), while the hits of
+// every number are collected in memory.
 OmissionTable calcOmission(IssueNumber issue, bool red) {
     const int count = red ? kRedCount : kBlueCount;
     screen().ui_Progress(0, count, 1, true);
-    renumber_ZongQiHao(issue);
+    std::vector<std::vector<int>> hits(size_t(count) + 1);
     int total = 0;
     {
-        auto c = store_Query(QStringLiteral("select 总期号 from 历史记录 where 期号=%1").arg(issue));
-        if (c->recordCount() > 0) total = c->intValue(0);
+        Transaction tx(store());
+        auto c = store_Query(
+            QStringLiteral(
+                "select 期号,总期号,遗漏数据,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 历史记录 "
+                "where 期号<=%1 order by 期号 asc")
+                .arg(issue));
+        int counter = 0;
+        for (c->moveFirst(); !c->eof(); c->moveNext()) {
+            int mark = 0;
+            auto hit = [&](int n) {
+                auto& list = hits[size_t(n)];
+                if (list.empty() || list.back() != counter) list.push_back(counter);
+            };
+            for (int b = 3; b <= 8; ++b) {
+                const int v = c->intValue(b);
+                if (v < 1 || v > kRedCount) continue;
+                mark = std::max(mark, v);
+                if (red) hit(v);
+            }
+            if (!red) {
+                const int v = c->intValue(9);
+                if (v >= 1 && v <= kBlueCount) hit(v);
+            }
+            if (c->intValue(0) == int(issue)) total = counter;
+            c->setValue(1, counter);
+            c->setValue(2, red ? mark : 0);
+            c->update();
+            ++counter;
+        }
+        c->close();
     }
 
     OmissionTable table(size_t(count) + 1);
     OmissionRecord running;  // carries the figures of a number to the next
     int allMax = 0;
-    Transaction tx(store());
     for (int n = 1; n <= count; ++n) {
         screen().ui_Pump();
         screen().ui_Progress(0, count, n, true);
-        QString hitsSql;
-        if (red) {
-            // Mark the rows that hold n right before reading them: a row keeps only its last mark.
-            auto mark =
-                store_Query(QStringLiteral("select 遗漏数据 from 历史记录 where 期号<=%1").arg(issue) +
-                            redHitCondition(n));
-            for (mark->moveFirst(); !mark->eof(); mark->moveNext()) {
-                mark->setValue(0, n);
-                mark->update();
-            }
-            mark->close();
-            hitsSql = QStringLiteral(
-                          "select 总期号 from 历史记录 where 期号<=%1 and 遗漏数据=%2 order by 总期号 asc")
-                          .arg(issue)
-                          .arg(n);
-        } else {
-            hitsSql =
-                QStringLiteral("select 总期号 from 历史记录 where 期号<=%1 and 蓝球=%2 order by 总期号 asc")
-                    .arg(issue)
-                    .arg(n);
-        }
-        auto hits = store_Query(hitsSql);
-        gapFigures(*hits, total, running);
+        gapFigures(hits[size_t(n)], total, running);
         allMax = std::max(allMax, running.maxGap);
         table[size_t(n)] = running;
     }

@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QMenu>
 
+#include "ui/analysis_groups_dialog.h"
 #include "ui/form_main.h"
 #include "ui/history_page.h"
 #include "ui/window_parts.h"
@@ -39,6 +40,21 @@ const RegisterWindowPart historyMenus("history menus", 20, [](FormMain& window) 
             input->setEnabled(!busy);
         });
     }
+});
+
+// At the end of the 分析 menu, after the analysis pages' entries.
+const RegisterWindowPart groupOptions("analysis group options", 40, [](FormMain& window) {
+    QMenu* analysis = window.menu(QStringLiteral("分析(&A)"));
+    analysis->addSeparator();
+    QAction* groups = new QAction(QStringLiteral("分析表号码分组设置..."), analysis);
+    groups->setObjectName(QStringLiteral("mnu_FenXiZu"));
+    QObject::connect(groups, &QAction::triggered, &window, [&window] {
+        AnalysisGroupsDialog dialog(&window);
+        dialog.exec();
+        if (HistoryPage* page = window.historyPage(); page && page->view() == HistoryView::Analysis)
+            page->refreshView();
+    });
+    analysis->addAction(groups);
 });
 
 }  // namespace

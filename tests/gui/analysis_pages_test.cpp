@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "analysis/jindu.h"
+#include "app/app_flow.h"
+#include "app/shared_state.h"
+#include "history/history_queries.h"
+#include "store/store.h"
+#include "ui/combination_page.h"
+#include "ui/form_main.h"
+#include "ui/omission_page.h"
+#include "ui/other_page.h"
+#include "ui/program_session.h"
+#include "ui/recent_hits_page.h"
+#include "widgets/cursor_model.h"
+#include "widgets/jindu_panel.h"
+
+using namespace dovrex;
+
+namespace {
+
+class AnswerScreen : public GuiScreen {
+  public:
+    bool answer = true;
+    QStringList shown, asked;
+    void ui_Message(const QString& text, MessageKind) override { shown << text; }
+    bool ui_Confirm(const QString& text) override {
+        asked << text;
+        return answer;
+    }
+    int ui_ChooseUserMode() override { return 1; }
+};
+
+class AnalysisPagesTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(tmp_.isValid());
+        paths_.programDir = tmp_.path() + QStringLiteral("/program");
+        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
+        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
+        Clock::setToday(QDate(2026, 8, 21));
+        auto owned = std::make_unique<AnswerScreen>();
+        screen_ = owned.get();
+        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        ASSERT_TRUE(session_->start());
+        other_ = session_->window()->otherPage();
+        ASSERT_NE(other_, nullptr);
+    }
+    void TearDown() override {
+        session_.reset();
+        Clock::useSystemClock();
+    }
+    template <class Page>
+    Page* show() {
+        Page* page = other_->findChild<Page*>();
+        EXPECT_NE(page, nullptr);
+        session_->window()->selectPage(TopPage::Other);
+        other_->setCurrentWidget(page);
+        return page;
+    }
+
+    QTemporaryDir tmp_;
+    AppPaths paths_;
+    AnswerScreen* screen_ = nullptr;
+    std::unique_ptr<ProgramSession> session_;
+    OtherPage* other_ = nullptr;
+};
+
+TEST_F(AnalysisPagesTest, OmissionPageFillsOnFirstShowAndAnswersClicksAndTips) {
+    OmissionPage* page = show<OmissionPage>();
+    OmissionChart* chart = page->chart();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return chart->count() == 33; }, 3000));
+    EXPECT_EQ(page->issueCombo()->currentText(), QStringLiteral("2026096"));
+    EXPECT_EQ(page->issueCombo()->count(), 50);
+    // 2026096 drew 01 04 16 22 26 31 + 04: their present absence is nil.
+    for (int n : {1, 4, 16, 22, 26, 31}) EXPECT_EQ(chart->figures()[size_t(n)].curGap, 0) << n;
+    EXPECT_GT(chart->figures()[3].curGap, 0);
+
+    // A click on a group shows its figures; the tip names the bar under the mouse.
+    const QPoint inGroup3(int(chart->width() / 33.0 * 2.5), int(chart->height() * 0.8));
+    QTest::mouseClick(chart, Qt::LeftButton, {}, inGroup3);
+    ASSERT_EQ(screen_->shown.size(), 1);
+    EXPECT_TRUE(screen_->shown[0].startsWith(QStringLiteral("红球号码０３ (截止 2026096 期)")));
+    EXPECT_EQ(chart->groupAt(QPoint(2, 2)), 0);
+    // Low in the group: the current bar of 03 stands there (its absence is above the average).
+    EXPECT_EQ(chart->tipAt(inGroup3), omission_CurTip(QStringLiteral("2026096"), chart->figures()[3]));
+
+    // The blue count, up to an older issue typed in the box.
+    page->issueCombo()->setEditText(QStringLiteral("2026095"));
+    page->itemCombo()->setCurrentIndex(1);
+    ASSERT_EQ(chart->count(), 16);
+    EXPECT_EQ(chart->figures()[16].curGap, 0);  // 2026095 drew the blue 16
+    EXPECT_TRUE(chart->clickText(16).startsWith(QStringLiteral("蓝球号码１６ 截止 2026095 期")));
+}
+
+TEST_F(AnalysisPagesTest, RecentHitsCountTheNewestTenIssuesByDefault) {
+    RecentHitsPage* page = show<RecentHitsPage>();
+    ASSERT_EQ(page->bars().size(), 33u);
+    EXPECT_EQ(page->fromCombo()->currentText(), QStringLiteral("2026087"));
+    EXPECT_EQ(page->toCombo()->currentText(), QStringLiteral("2026096"));
+    int total = 0;
+    for (const HitBar& b : page->bars()) total += b.count;
+    EXPECT_EQ(total, 60);  // ten draws of six reds
+    EXPECT_EQ(page->bars()[0].label, QStringLiteral("红球:01"));
+    page->itemCombo()->setCurrentIndex(1);
+    page->count();
+    ASSERT_EQ(page->bars().size(), 16u);
+    const int blue4 =
+        store()
+            .scalar(QStringLiteral(
+                "select count(*) from 历史记录 where 期号>=2026087 and 期号<=2026096 and 蓝球=4"))
+            .toInt();
+    EXPECT_EQ(page->bars()[3].count, blue4);
+}
+
+TEST_F(AnalysisPagesTest, PairOmissionRunsBehindTheProgressPanelAndShowsTheMostOverdueFirst) {
+    CombinationPage* page = show<CombinationPage>();
+    screen_->answer = false;  // cancelled at the warning: no window
+    EXPECT_EQ(page->run(2), -1);
+    EXPECT_EQ(page->tableWindow(), nullptr);
+    EXPECT_FALSE(page->panel()->isVisible());
+
+    screen_->answer = true;
+    EXPECT_EQ(page->run(2), 528);
+    EXPECT_FALSE(page->panel()->isVisible());
+    EXPECT_EQ(page->panel()->countText(), QStringLiteral("528/528"));
+    ZhuHeYLTJWindow* window = page->tableWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("截止２０２６０９６期号码组合遗漏统计表"));
+    auto* model = qobject_cast<CursorModel*>(window->grid()->model());
+    ASSERT_EQ(model->rowCount(), 528);
+    EXPECT_EQ(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("号码组合"));
+    // Ordered by the present absence, the longest first.
+    const int qs = 1;
+    EXPECT_GE(model->index(0, qs).data().toInt(), model->index(1, qs).data().toInt());
+    EXPECT_GE(model->index(1, qs).data().toInt(), model->index(527, qs).data().toInt());
+    window->close();
+}
+
+TEST(JinDuPanelTest, ShowsTheStateAndStopsOnce) {
+    myJinDuCTL state;
+    JinDuPanel panel(state);
+    state.show(QStringLiteral("正在统计，请稍候．．．"), 0, 10);
+    EXPECT_TRUE(panel.isVisibleTo(nullptr) || state.visible());
+    state.setValueJindu(12);
+    EXPECT_EQ(panel.countText(), QStringLiteral("10/10"));  // above the bound shows the bound
+    EXPECT_EQ(panel.bar()->value(), 10);
+    panel.stopButton()->click();
+    EXPECT_EQ(state.Tingzhi(), 1);
+    EXPECT_FALSE(panel.stopButton()->isEnabled());
+    state.hide();
+    EXPECT_FALSE(panel.isVisible());
+}
+
+}  // namespace

@@ -16,21 +16,22 @@ JinDuPanel::JinDuPanel(myJinDuCTL& state, QWidget* parent) : QFrame(parent), sta
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
     setFixedSize(300, 82);  // 4500 by 1230 twips
+    // The parts carry a prefix: the screen finds controls by name, and the ticket page has its own
+    // FrameStop, cmm_stop and LabelJindu.
     tip_ = new QLabel(this);
-    tip_->setObjectName(QStringLiteral("TextTip"));
-    // Not named ProgressBar_TouZu_Busy: the screen would take it for the pipeline's bar.
+    tip_->setObjectName(QStringLiteral("JinDu_TextTip"));
     bar_ = new QProgressBar(this);
-    bar_->setObjectName(QStringLiteral("myJinDuCTL_Bar"));
+    bar_->setObjectName(QStringLiteral("JinDu_Bar"));
     bar_->setTextVisible(false);
     bar_->setMaximumHeight(14);
     done_ = new QLabel(this);
-    done_->setObjectName(QStringLiteral("LabelJindu"));
+    done_->setObjectName(QStringLiteral("JinDu_LabelJindu"));
     all_ = new QLabel(this);
-    all_->setObjectName(QStringLiteral("LabelJinduAll"));
+    all_->setObjectName(QStringLiteral("JinDu_LabelJinduAll"));
     stopFrame_ = new QFrame(this);
-    stopFrame_->setObjectName(QStringLiteral("FrameStop"));
+    stopFrame_->setObjectName(QStringLiteral("JinDu_FrameStop"));
     stop_ = new QPushButton(QStringLiteral("停 止"), stopFrame_);
-    stop_->setObjectName(QStringLiteral("cmm_stop"));
+    stop_->setObjectName(QStringLiteral("JinDu_cmm_stop"));
     auto* stopLayout = new QHBoxLayout(stopFrame_);
     stopLayout->setContentsMargins(0, 0, 0, 0);
     stopLayout->addWidget(stop_);

@@ -26,6 +26,10 @@ QToolButton* stepButton(const QString& arrow, const QString& tip, const QString&
     b->setObjectName(name);
     b->setAutoRaise(true);
     b->setFixedWidth(26);
+    QFont f = b->font();
+    f.setPointSizeF(f.pointSizeF() * 1.4);
+    f.setBold(true);
+    b->setFont(f);
     return b;
 }
 

@@ -49,6 +49,11 @@ TicketSet::TicketSet(IssueNumber issue) : issue_(issue) {
         r.balls.blue = q.intColumn(8);
         r.mark = r.storedMark = q.intColumn(9);
     }
+    redsChecked = std::all_of(rows.begin(), rows.end(), [](const TicketRecord& r) {
+        for (int i = 1; i <= 6; ++i)
+            if (r.balls.reds[size_t(i)] < 1 || r.balls.reds[size_t(i)] > kRedCount) return false;
+        return true;
+    });
 }
 
 void TicketSet::purge() {
@@ -180,7 +185,7 @@ int filter_SharedLoop(IssueNumber issue, const FilterDef& def) {
             TicketRecord& r = rows[done];
             bool passed;
             if (test.value) {
-                checkReds(r.balls);
+                if (!set.redsChecked) checkReds(r.balls);
                 passed = allowed(test.value(r.balls));
             } else {
                 passed = test.accept(r.balls);

@@ -76,6 +76,7 @@ class TicketSet {
     explicit TicketSet(IssueNumber issue);
     IssueNumber issue() const { return issue_; }
     std::vector<TicketRecord> rows;
+    bool redsChecked = false;  // every red read lies in 1..33: the per-number tables need no check
     // The DELETE of a pass: rows marked below 0 leave the set.
     void purge();
     // Removes rows for which `gone` holds, keeping the order (the marks are not touched).

@@ -1,5 +1,6 @@
 // The filters that judge a ticket against the draws before the issue being filtered.
 
+#include <QHash>
 #include <vector>
 
 #include "app/shared_state.h"
@@ -98,6 +99,13 @@ std::function<TicketTest(FilterPass&)> wenDu(int n) {
     };
 }
 
+// Six reds in one number, compared position by position.
+quint64 redsKey(const Reds& r) {
+    quint64 k = 0;
+    for (int i = 1; i <= 6; ++i) k = k * 64 + quint64(r[size_t(i)] & 63);
+    return k;
+}
+
 const QString kLiShiLabel = QStringLiteral("[历史数据过滤]");
 
 // 历史数据过滤: removes every ticket that shares `match` or more reds with a draw of the range.
@@ -167,17 +175,19 @@ int liShi(IssueNumber issue, const FilterDef& def) {
             }
         } else {
             panel.setTotal(int(draws.size()));
+            // Each draw's DELETE takes the tickets equal to it; one look-up a ticket does the same.
+            QHash<quint64, size_t> firstDraw;  // reds key -> index of the first draw with them
+            for (size_t d = draws.size(); d-- > 0;) firstDraw.insert(redsKey(draws[d]), d);
+            size_t reached = 0;
             int done = 0;
-            for (size_t d = 0; d < draws.size() && !s.tingZhi; ++d) {
-                const Reds& dr = draws[d];
-                set.remove([&dr](const TicketRecord& r) {
-                    for (int i = 1; i <= 6; ++i)
-                        if (r.balls.reds[size_t(i)] != dr[size_t(i)]) return false;
-                    return true;
-                });
+            for (; reached < draws.size() && !s.tingZhi; ++reached) {
                 ui.ui_Pump();
                 panel.step(++done);
             }
+            set.remove([&](const TicketRecord& r) {
+                const auto it = firstDraw.constFind(redsKey(r.balls.reds));
+                return it != firstDraw.cend() && it.value() < reached;
+            });
             panel.setTotal(int(set.rows.size()));
             for (size_t i = 0; i < set.rows.size() && !s.tingZhi; ++i) {
                 set.rows[i].serial = ++counter;

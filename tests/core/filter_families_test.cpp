@@ -133,6 +133,10 @@ TEST_F(FilterTest, ShapeKeysAndTheirQuirks) {
     allow(4020, 4020);
     EXPECT_EQ(runFilter(QStringLiteral("filter_JianJu7")), 1);
 
+    // A head shape without a key (five groups, only a changed store has them) reads index 0.
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 头4=1, 头3=0 WHERE 号码=33"));
+    EXPECT_EQ(valueOf(QStringLiteral("filter_TouShuXingShi"), makeReds(1, 10, 20, 30, 31, 33)), 0);  // (2, 5)
+
     // A shape outside the key table's bounds is a fault of the store, not a ticket that passes.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
     addTickets({kOneToSix});
@@ -247,6 +251,22 @@ TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
     EXPECT_EQ(runFilter(QStringLiteral("filter_LiShi")), 0);
     EXPECT_EQ(tickets(kIssue).size(), 2u);
     EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：０ 注")));
+}
+
+TEST_F(HistoryFilterTest, StopInsideAMatchPassStillDeletesItsRejects) {
+    addTickets({makeReds(1, 2, 3, 4, 5, 6), makeReds(1, 2, 3, 10, 20, 31), makeReds(8, 9, 10, 11, 12, 13),
+                makeReds(1, 2, 21, 22, 23, 24)});
+    store_Execute(
+        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2008115, 最大值=2008117, 匹配值=3"));
+    const QString before = shared().operationLog;
+    ui().stopAfterPumps(2);  // two tickets into the first draw, both rejects
+    EXPECT_EQ(runFilter(QStringLiteral("filter_LiShi")), 0);
+    const auto rows = tickets(kIssue);
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[0].reds, makeReds(8, 9, 10, 11, 12, 13));
+    EXPECT_EQ(rows[0].serial, 3);  // not reached: old number and mark
+    EXPECT_EQ(rows[0].mark, 0);
+    EXPECT_EQ(shared().operationLog, before + QStringLiteral("\r\n\r\n[历史数据过滤]过滤正进行中．．．"));
 }
 
 TEST_F(FilterTest, NoPreviousDrawFailsTheHistoryFilters) {

@@ -223,6 +223,26 @@ TEST_F(FilterRunTest, LaterFiltersStopOrFailOnWhatTheEarlierOnesLeft) {
     EXPECT_EQ(shared().tingZhi, 0);
 }
 
+TEST_F(FilterRunTest, OtherIssuesAreUntouched) {
+    expand();
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 期号=2008117 WHERE 序号>400"));
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 序号=序号+1000 WHERE 期号=2008117"));
+    const auto otherBefore = tickets(2008117);
+    ASSERT_EQ(otherBefore.size(), 20u);
+    allowSums([](int v) { return v == 30; });  // most go: the few kept are named to the store
+    run_GuoLv(kIssue);
+    for (const auto& t : tickets(kIssue)) EXPECT_EQ(sum(t.reds), 30);
+    allowSums([](int) { return true; });  // all pass: one statement marks them
+    run_GuoLv(kIssue);
+    for (const auto& t : tickets(kIssue)) EXPECT_EQ(t.mark, 1);
+    const auto otherAfter = tickets(2008117);
+    ASSERT_EQ(otherAfter.size(), otherBefore.size());
+    for (size_t i = 0; i < otherAfter.size(); ++i) {
+        EXPECT_EQ(otherAfter[i].serial, otherBefore[i].serial);
+        EXPECT_EQ(otherAfter[i].mark, 0);
+    }
+}
+
 TEST_F(FilterRunTest, StopWhileLoadingRunsNoFilter) {
     expand();
     store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=5"));

@@ -72,6 +72,7 @@ HistoryPage::HistoryPage(QWidget* parent) : QWidget(parent) {
 
     fenBu_ = new FenBuGrid(this);
     groupGrid_ = makeGrid(QStringLiteral("TDBGrid_zdy"), this);
+    groupGrid_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     auto* drawsView = new QWidget(this);
     auto* drawsLayout = new QVBoxLayout(drawsView);
@@ -320,7 +321,17 @@ void HistoryPage::refreshView() {
         } else {
             fill_FenXiBiao(from, to);
         }
-        if (view_ != HistoryView::Distribution) groupGrid_->scrollToBottom();
+        if (view_ != HistoryView::Distribution) {
+            // A group's caption lists its members: wide groups are cut to a readable column.
+            const QFontMetrics fm(groupGrid_->horizontalHeader()->font());
+            const int columns = groupGrid_->model()->columnCount();
+            groupGrid_->setColumnWidth(0, fm.horizontalAdvance(QStringLiteral("00000000")) + 16);
+            for (int c = 1; c < columns; ++c) {
+                const QString caption = groupGrid_->model()->headerData(c, Qt::Horizontal).toString();
+                groupGrid_->setColumnWidth(c, qBound(90, fm.horizontalAdvance(caption) + 16, 170));
+            }
+            groupGrid_->scrollToBottom();
+        }
     } catch (const StoreError&) {
     }
     tuBiao->hide();

@@ -84,6 +84,8 @@ QVariant CursorModel::data(const QModelIndex& index, int role) const {
 QVariant CursorModel::headerData(int section, Qt::Orientation orientation, int role) const {
     // The field behind a column, whatever its caption (the search row builds its terms from it).
     if (role == Qt::UserRole && orientation == Qt::Horizontal) return fieldName(section);
+    // A caption cut short by its column is read whole in its tip.
+    if (role == Qt::ToolTipRole && orientation == Qt::Horizontal) role = Qt::DisplayRole;
     if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
     if (orientation == Qt::Vertical) return section + 1;
     if (section < captions_.size() && !captions_[section].isEmpty()) return captions_[section];

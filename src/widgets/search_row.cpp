@@ -53,7 +53,9 @@ void SearchRow::relayout() {
         const int w = header->sectionSize(c);
         const bool inView = shown && x + w > 0 && x < grid_->viewport()->width();
         edit->setVisible(inView);
-        if (inView) edit->setGeometry(offset + x, 0, w, h);
+        // Cut at the viewport's edges, as the grid's own cells are.
+        const int left = qMax(x, 0), right = qMin(x + w, grid_->viewport()->width());
+        if (inView) edit->setGeometry(offset + left, 0, right - left, h);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "app/app_flow.h"
 #include "app/shared_state.h"
+#include "calendar/calendar_headless.h"
 #include "filters/filter_headless.h"
 #include "history/derived_columns.h"
 #include "history/history_headless.h"
@@ -158,6 +159,9 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"restore-defaults", "", headless_RestoreDefaults},
         {"history-filter", "on|off [<low> <high> <match>]", headless_HistoryFilter},
         {"group-preset", "[<group 1..20> <item>]", headless_GroupPreset},
+        {"lunar", "<yyyy/mm/dd>", headless_Lunar},
+        {"almanac", "<year>", headless_Almanac},
+        {"bazi", "<yyyy/mm/dd> [<hh:mm>]", headless_Bazi},
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;

@@ -26,11 +26,17 @@
 
 namespace {
 
-struct Johnson {
+// Vertices with closed neighbourhoods that are symmetric: x covers v exactly when v covers x.
+struct Graph {
+    std::vector<std::vector<int>> closed;
+    int size() const { return int(closed.size()); }
+};
+
+struct Johnson : Graph {
     int n = 0;
-    std::vector<std::uint32_t> masks;      // rank -> bit set of the six
-    std::vector<int> rankOf;               // bit set -> rank
-    std::vector<std::vector<int>> closed;  // rank -> itself and every six sharing five with it
+    std::vector<std::uint32_t> masks;  // rank -> bit set of the six
+    std::vector<int> rankOf;           // bit set -> rank
+    // closed: rank -> itself and every six sharing five with it
 
     explicit Johnson(int n_) : n(n_), rankOf(size_t(1) << n_, -1) {
         // Lexicographic order of the sixes: the order of the first step.
@@ -58,7 +64,6 @@ struct Johnson {
             }
         }
     }
-    int size() const { return int(masks.size()); }
 };
 
 struct Search {
@@ -183,12 +188,12 @@ struct Search {
 // weight, bring in the six next to an uncovered one that covers the most weight, and raise the
 // weight of what stays uncovered, so that sixes hard to cover pull the search towards them.
 struct Weighted {
-    const Johnson& j;
+    const Graph& j;
     std::mt19937_64 rng;
     std::vector<int> blocks, slotOf, cover, uncovered, whereUncov;
     std::vector<long> weight, loss;  // loss[x]: weight covered by x alone (x chosen)
 
-    Weighted(const Johnson& j_, std::uint64_t seed) : j(j_), rng(seed) {}
+    Weighted(const Graph& j_, std::uint64_t seed) : j(j_), rng(seed) {}
 
     void reset(const std::vector<int>& b) {
         blocks = b;
@@ -295,9 +300,59 @@ struct Weighted {
     }
 };
 
+// The sixes up to a group of permutations of the drags: the drags fall into consecutive cycles of
+// the given lengths, each turned on its own (the rest stay). A formula made of whole orbits covers
+// every six when it covers one six of each orbit, so the search works on far fewer vertices.
+struct Orbits : Graph {
+    std::vector<std::vector<int>> members;  // orbit -> its sixes (ranks)
+
+    Orbits(const Johnson& j, const std::vector<int>& cycles) {
+        std::vector<std::vector<int>> generators;
+        int start = 0;
+        for (int len : cycles) {
+            if (start + len > j.n) break;
+            std::vector<int> perm(size_t(j.n));
+            for (int i = 0; i < j.n; ++i) perm[size_t(i)] = i;
+            for (int i = 0; i < len; ++i) perm[size_t(start + i)] = start + (i + 1) % len;
+            generators.push_back(perm);
+            start += len;
+        }
+        auto apply = [&](const std::vector<int>& perm, std::uint32_t mask) {
+            std::uint32_t out = 0;
+            for (int i = 0; i < j.n; ++i)
+                if (mask >> i & 1) out |= 1u << perm[size_t(i)];
+            return out;
+        };
+        std::vector<int> orbitOf(size_t(j.size()), -1);
+        for (int r = 0; r < j.size(); ++r) {
+            if (orbitOf[size_t(r)] >= 0) continue;
+            const int id = int(members.size());
+            members.emplace_back();
+            std::vector<int>& m = members.back();
+            orbitOf[size_t(r)] = id;
+            m.push_back(r);
+            for (size_t k = 0; k < m.size(); ++k)
+                for (const auto& g : generators) {
+                    const int rr = j.rankOf[apply(g, j.masks[size_t(m[k])])];
+                    if (orbitOf[size_t(rr)] < 0) {
+                        orbitOf[size_t(rr)] = id;
+                        m.push_back(rr);
+                    }
+                }
+        }
+        closed.resize(members.size());
+        for (size_t o = 0; o < members.size(); ++o) {
+            std::vector<int>& c = closed[o];
+            for (int v : j.closed[size_t(members[o][0])]) c.push_back(orbitOf[size_t(v)]);
+            std::sort(c.begin(), c.end());
+            c.erase(std::unique(c.begin(), c.end()), c.end());
+        }
+    }
+};
+
 // A greedy start: the six covering most uncovered ones (when independent, among those sharing five
 // with no chosen one: what it ends with is then independent and, being maximal, covers every six).
-std::vector<int> greedy(const Johnson& j, bool independent) {
+std::vector<int> greedy(const Graph& j, bool independent) {
     // gain[x]: uncovered sixes x would cover; closed neighbourhoods are symmetric, so covering v
     // lowers the gain of every six around v.
     std::vector<int> cover(size_t(j.size()), 0), gain(size_t(j.size())), blocks;
@@ -325,10 +380,23 @@ std::vector<int> greedy(const Johnson& j, bool independent) {
 
 int main(int argc, char** argv) {
     bool independent = false;
-    if (argc > 1 && std::string(argv[1]) == "--independent") {
-        independent = true;
-        --argc;
-        ++argv;
+    std::vector<int> cycles;
+    for (;;) {
+        if (argc > 1 && std::string(argv[1]) == "--independent") {
+            independent = true;
+            --argc;
+            ++argv;
+        } else if (argc > 2 && std::string(argv[1]) == "--cycles") {
+            for (const char* p = argv[2]; *p;) {
+                cycles.push_back(std::atoi(p));
+                while (*p && *p != ',') ++p;
+                if (*p) ++p;
+            }
+            argc -= 2;
+            argv += 2;
+        } else {
+            break;
+        }
     }
     if (argc < 2) {
         std::fprintf(stderr,
@@ -345,7 +413,27 @@ int main(int argc, char** argv) {
         const auto until = std::chrono::steady_clock::now() +
                            std::chrono::duration_cast<std::chrono::steady_clock::duration>(
                                std::chrono::duration<double>(seconds));
-        if (!independent) {
+        if (!cycles.empty()) {
+            // Whole orbits; keep the smallest union.
+            const Orbits g(j, cycles);
+            auto expand = [&](const std::vector<int>& orbits) {
+                std::vector<int> sixes;
+                for (int o : orbits)
+                    for (int r : g.members[size_t(o)]) sixes.push_back(r);
+                return sixes;
+            };
+            Weighted w(g, 20081118u + unsigned(n));
+            w.reset(greedy(g, false));
+            if (expand(w.blocks).size() < best.size()) best = expand(w.blocks);
+            for (;;) {
+                std::vector<int> trial = w.blocks;
+                trial.erase(trial.begin() + long(w.cheapest(-1)));
+                w.reset(trial);
+                if (!w.run(until)) break;
+                if (expand(w.blocks).size() < best.size()) best = expand(w.blocks);
+                std::fprintf(stderr, "n %d: %zu orbits, %zu tickets\n", n, w.blocks.size(), best.size());
+            }
+        } else if (!independent) {
             Weighted w(j, 20081118u + unsigned(n));
             w.reset(best);
             for (;;) {

@@ -48,6 +48,7 @@ TicketSet::TicketSet(IssueNumber issue) : issue_(issue) {
         for (int i = 1; i <= 6; ++i) r.balls.reds[size_t(i)] = q.intColumn(1 + i);
         r.balls.blue = q.intColumn(8);
         r.mark = r.storedMark = q.intColumn(9);
+        maxRowId_ = std::max(maxRowId_, r.rowId);
     }
     redsChecked = std::all_of(rows.begin(), rows.end(), [](const TicketRecord& r) {
         for (int i = 1; i <= 6; ++i)
@@ -76,16 +77,17 @@ void TicketSet::write() {
     Transaction tx(store());
     if (deleted_.size() > rows.size()) {
         // Most went: the few kept are named, the rest of those in play goes in one statement.
-        // The rows in play are those at 过滤标记>=0 in the store, as the set was read.
+        // The rows in play are those at 过滤标记>=0 in the store, as the set was read; rows added
+        // since (their ids are higher) are not the set's.
         store().execute(
             QStringLiteral("CREATE TEMP TABLE IF NOT EXISTS filter_keep(id INTEGER PRIMARY KEY)"));
         store().execute(QStringLiteral("DELETE FROM filter_keep"));
         Prepared keep(QStringLiteral("INSERT INTO filter_keep(id) VALUES (?)"));
         for (const TicketRecord& r : rows) keep.bind(1, r.rowId).exec();
         Prepared drop(
-            QStringLiteral("DELETE FROM 日志表 WHERE 期号=? AND 过滤标记>=0 AND rowid NOT IN "
+            QStringLiteral("DELETE FROM 日志表 WHERE 期号=? AND 过滤标记>=0 AND rowid<=? AND rowid NOT IN "
                            "(SELECT id FROM filter_keep)"));
-        drop.bind(1, issue_).exec();
+        drop.bind(1, issue_).bind(2, maxRowId_).exec();
         store().execute(QStringLiteral("DELETE FROM filter_keep"));
         deleted_.clear();
     } else if (!deleted_.empty()) {
@@ -104,8 +106,9 @@ void TicketSet::write() {
     if (allPassed &&
         std::any_of(rows.begin(), rows.end(), [](const TicketRecord& r) { return r.storedMark == 0; })) {
         // Every row in play passed: those still at 0 in the store are exactly the set's.
-        Prepared mark(QStringLiteral("UPDATE 日志表 SET 过滤标记=1 WHERE 期号=? AND 过滤标记=0"));
-        mark.bind(1, issue_).exec();
+        Prepared mark(
+            QStringLiteral("UPDATE 日志表 SET 过滤标记=1 WHERE 期号=? AND 过滤标记=0 AND rowid<=?"));
+        mark.bind(1, issue_).bind(2, maxRowId_).exec();
         for (TicketRecord& r : rows) r.storedMark = 1;
     }
     Prepared mark(QStringLiteral("UPDATE 日志表 SET 过滤标记=?, 序号=? WHERE rowid=?"));

@@ -87,6 +87,7 @@ class TicketSet {
   private:
     IssueNumber issue_;
     std::vector<long long> deleted_;
+    long long maxRowId_ = 0;
     bool purgeStore_ = false;
 };
 

@@ -4,14 +4,17 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "analysis/history_tables.h"
 #include "analysis/jindu.h"
 #include "app/app_flow.h"
 #include "app/shared_state.h"
 #include "history/history_queries.h"
 #include "store/store.h"
+#include "ui/analysis_groups_dialog.h"
 #include "ui/combination_page.h"
 #include "ui/form_main.h"
 #include "ui/omission_page.h"
@@ -141,6 +144,23 @@ TEST_F(AnalysisPagesTest, PairOmissionRunsBehindTheProgressPanelAndShowsTheMostO
     EXPECT_GE(model->index(0, qs).data().toInt(), model->index(1, qs).data().toInt());
     EXPECT_GE(model->index(1, qs).data().toInt(), model->index(527, qs).data().toInt());
     window->close();
+}
+
+TEST_F(AnalysisPagesTest, GroupOptionsWriteEachTickAtOnce) {
+    AnalysisGroupsDialog dialog(session_->window());
+    QTableWidget* table = dialog.table();
+    ASSERT_EQ(table->rowCount(), 33);
+    ASSERT_EQ(table->columnCount(), 20);
+    // The shipped groups: 01..11 is the first, the odd numbers the fourth.
+    EXPECT_EQ(table->item(0, 0)->checkState(), Qt::Checked);
+    EXPECT_EQ(table->item(1, 3)->checkState(), Qt::Unchecked);
+    EXPECT_FALSE(read_FenXiZu()[33][8]);
+    table->item(32, 7)->setCheckState(Qt::Checked);
+    table->item(0, 0)->setCheckState(Qt::Unchecked);
+    const FenXiZu member = read_FenXiZu();
+    EXPECT_TRUE(member[33][8]);
+    EXPECT_FALSE(member[1][1]);
+    EXPECT_EQ(fenXiBiao_Captions(false).value(8), QStringLiteral("33"));
 }
 
 TEST(JinDuPanelTest, ShowsTheStateAndStopsOnce) {

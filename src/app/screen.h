@@ -54,6 +54,11 @@ public:
     // Dresses a grid's columns: captions, widths in twips (15 to a pixel; 0 hides, negative leaves the
     // grid's own width), in column order.
     virtual void ui_DressGrid(const QString& /*name*/, const QStringList& /*captions*/, const QList<int>& /*widths*/) {}
+    // Brings a page of the main window to the front: a top page by its caption ("过滤条件", "投注号码",
+    // ...) and, on 过滤条件, the condition tab 1..30 (0 keeps the tab shown).
+    virtual void ui_ShowPage(const QString& /*topPage*/, int /*conditionTab*/) {}
+    // The analysis tables of the selected tab are refilled from the store.
+    virtual void ui_RefreshTables() {}
 };
 
 // A screen that answers nothing and shows nothing: the default until a real one is installed.

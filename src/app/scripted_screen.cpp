@@ -157,4 +157,12 @@ void ScriptedScreen::clear() {
     stopAt_ = 0;
 }
 
+void ScriptedScreen::ui_ShowPage(const QString& topPage, int conditionTab) {
+    record(QStringLiteral("PAGE %1 %2").arg(topPage).arg(conditionTab));
+}
+
+void ScriptedScreen::ui_RefreshTables() {
+    record(QStringLiteral("REFRESH tables"));
+}
+
 }  // namespace dovrex

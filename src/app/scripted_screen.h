@@ -33,6 +33,8 @@ class ScriptedScreen : public Screen {
     void ui_TimedTip(const QString& text, int seconds) override;
     void ui_RefreshPicks() override;
     void ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) override;
+    void ui_ShowPage(const QString& topPage, int conditionTab) override;
+    void ui_RefreshTables() override;
 
     // --- answers ---
     void answerConfirm(bool yes) { confirms_.enqueue(yes); }

@@ -8,6 +8,11 @@
 
 namespace dovrex {
 
+void ConditionTab::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    reload();
+}
+
 QString ConditionsPage::tabCaption(int index) {
     static const char16_t* const captions[kTabs] = {
         u"选取号码", u"和值过滤", u"奇数和值",   u"偶数和值",     u"跨度过滤", u"最大间距",
@@ -61,6 +66,11 @@ void ConditionsPage::selectTab(int index) {
 
 int ConditionsPage::currentTab() const {
     return list_->currentRow() + 1;
+}
+
+void ConditionsPage::reloadTab(int index) {
+    if (index == 0) index = currentTab();
+    if (auto* page = qobject_cast<ConditionTab*>(tab(index)); page && page->isVisible()) page->reload();
 }
 
 }  // namespace dovrex

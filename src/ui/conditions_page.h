@@ -7,6 +7,18 @@ class QStackedWidget;
 
 namespace dovrex {
 
+// A condition tab that shows rows of the store. It fills itself again each time it is shown, and
+// when the rows change under it (quick settings, import, restore, another user); filling never writes.
+class ConditionTab : public QWidget {
+    Q_OBJECT
+  public:
+    using QWidget::QWidget;
+    virtual void reload() = 0;
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+};
+
 // The 过滤条件 top page: the list of condition pages (TabStrip_TiaoJian, 1-based as the program
 // counts them: 1 选取号码 ... 30 查看全部) beside the page shown.
 class ConditionsPage : public QWidget {
@@ -22,6 +34,8 @@ class ConditionsPage : public QWidget {
     QWidget* tab(int index) const;
     void selectTab(int index);
     int currentTab() const;
+    // Fills a tab again from the store (0: the tab shown), when it is a ConditionTab.
+    void reloadTab(int index = 0);
 
   signals:
     void tabSelected(int index);

@@ -21,11 +21,14 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTextEdit>
 #include <QUrl>
 #include <algorithm>
 
+#include "ui/conditions_page.h"
+#include "ui/form_main.h"
 #include "widgets/cursor_model.h"
 #include "widgets/timed_tip.h"
 
@@ -362,6 +365,20 @@ void GuiScreen::ui_DressGrid(const QString& name, const QStringList& captions, c
                                               view->fontMetrics().horizontalAdvance(first) + 18, 44}));
         }
     }
+}
+
+void GuiScreen::ui_ShowPage(const QString& topPage, int conditionTab) {
+    auto* main = qobject_cast<FormMain*>(window_.data());
+    if (!main) return;
+    QTabWidget* tabs = main->tabStrip();
+    for (int i = 0; i < tabs->count(); ++i)
+        if (tabs->tabText(i) == topPage) tabs->setCurrentIndex(i);
+    ConditionsPage* conditions = main->conditionsPage();
+    if (!conditions || tabs->currentWidget() != conditions) return;
+    if (conditionTab > 0 && conditionTab != conditions->currentTab())
+        conditions->selectTab(conditionTab);
+    else
+        conditions->reloadTab();
 }
 
 }  // namespace dovrex

@@ -65,6 +65,7 @@ class GuiScreen : public QObject, public Screen {
     void ui_TimedTip(const QString& text, int seconds) override;
     void ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) override;
     void ui_RefreshPicks() override;
+    void ui_ShowPage(const QString& topPage, int conditionTab) override;
 
     // The least time between two event runs of ui_Pump.
     static constexpr int kPumpIntervalMs = 30;

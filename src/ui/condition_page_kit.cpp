@@ -78,6 +78,10 @@ void fillCountGrid(QTableView* grid) {
                             QStringLiteral("大数"), QStringLiteral("小数"), QStringLiteral("低尾码"),
                             QStringLiteral("高尾码"), QStringLiteral("区间1"), QStringLiteral("区间2"),
                             QStringLiteral("区间3"), QStringLiteral("区间4")});
+        // The issue column keeps its seven digits whole.
+        QHeaderView* header = grid->horizontalHeader();
+        header->setSectionResizeMode(0, QHeaderView::Fixed);
+        header->resizeSection(0, grid->fontMetrics().horizontalAdvance(QStringLiteral("20260960")) + 12);
     });
 }
 

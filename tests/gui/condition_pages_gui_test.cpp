@@ -1,14 +1,23 @@
 #include <gtest/gtest.h>
 
+#include <QButtonGroup>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMap>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 
+#include "app/app_activate.h"
 #include "filters/condition_store.h"
 #include "support/test_support.h"
+#include "ui/condition_edit_pages.h"
 #include "ui/condition_list_pages.h"
+#include "ui/quick_settings_window.h"
+#include "widgets/number_buttons.h"
 #include "widgets/tick_list.h"
 
 using namespace dovrex;
@@ -104,6 +113,115 @@ TEST_F(ConditionPagesGuiTest, KeyListsAndCountPairsWriteTheirOwnRows) {
     sizes->switches()[1]->click();
     EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3672=1 switch 13=1"));
     EXPECT_GT(sizes->grid()->model()->rowCount(), 3000);
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistoryRange) {
+    // Positions: a tick flips the number's cell; the switch is usable only with a tick.
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 第2位=0"));
+    auto positions = std::make_unique<PositionPage>();
+    positions->show();
+    EXPECT_FALSE(positions->positionSwitch(2)->isEnabled());
+    clickLine(positions->numbers(2), 4);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 号码特性 where 第2位<>0")), 1);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 第2位 from 号码特性 where 号码=5")), 1);
+    EXPECT_TRUE(positions->positionSwitch(2)->isEnabled());
+    auto before = conditionRows();
+    positions->tolerance()->button(2)->click();
+    positions->patternSwitch(3)->click();
+    positions->patternCombo(3, 7)->setCurrentIndex(2);
+    emit positions->patternCombo(3, 7)->activated(2);
+    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3901=2 ID 5037=2 switch 73=1"));
+    EXPECT_FALSE(positions->patternCombo(0, 1)->isEnabled());
+
+    // Custom groups: members, counts and the switch, which is usable only with a count.
+    auto groups = std::make_unique<CustomGroupPage>();
+    groups->show();
+    groups->selectGroup(12);
+    ASSERT_EQ(groups->group(), 12);
+    groups->numbers()->button(7)->click();
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 自定义组12 from 号码特性 where 号码=7")), 1);
+    EXPECT_FALSE(groups->useBox()->isEnabled());
+    before = conditionRows();
+    clickLine(groups->counts(), 1);
+    ASSERT_TRUE(groups->useBox()->isEnabled());
+    groups->useBox()->click();
+    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 4511=1 switch 52=1"));
+    EXPECT_EQ(groups->groups()->item(11)->text(),
+              QStringLiteral("自定义组12 ——号码：（０７） 允许开出个数（１个,）"));
+    groups->empty(false);
+    EXPECT_EQ(groups->groups()->item(11)->text(),
+              QStringLiteral("自定义组12 ——（ 无 号 码 ）（条 件 未 设 置）"));
+
+    // History match: a long range forces the match to 6.
+    auto history = std::make_unique<HistoryMatchPage>();
+    history->show();
+    history->low()->setCurrentText(QStringLiteral("2026090"));
+    emit history->low()->activated(history->low()->currentIndex());
+    EXPECT_FALSE(history->match()->isEnabled());
+    EXPECT_EQ(history->match()->currentText(), QStringLiteral("6"));
+    history->low()->setCurrentIndex(history->low()->findText(QStringLiteral("2026093")));
+    history->high()->setCurrentIndex(history->high()->findText(QStringLiteral("2026095")));
+    emit history->high()->activated(history->high()->currentIndex());
+    ASSERT_TRUE(history->match()->isEnabled());
+    history->match()->setCurrentIndex(3);
+    emit history->match()->activated(3);
+    history->useBox()->click();
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 使用状态 from 历史数据过滤")), 1);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 最小值 from 历史数据过滤")), 2026093);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 最大值 from 历史数据过滤")), 2026095);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 4);
+}
+
+TEST_F(ConditionPagesGuiTest, IntervalsRecountTheHistoryWhenThePageIsLeft) {
+    auto page = std::make_unique<IntervalPage>();
+    page->show();
+    page->choice()->button(4)->click();
+    page->numbers()->button(1)->click();  // 01 joins interval 4
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 区间4 from 号码特性 where 号码=1")), 1);
+    EXPECT_FALSE(
+        ui().messages().contains(QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。")));
+    page->hide();
+    EXPECT_TRUE(
+        ui().messages().contains(QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。")));
+    // 2026096 drew 01 04 16 22 26 31: 01, 26 and 31 are now in interval 4.
+    EXPECT_EQ(test::intScalar(QStringLiteral("select 区间4 from 历史记录 where 期号=2026096")), 3);
+}
+
+TEST_F(ConditionPagesGuiTest, QuickSettingsCheckAndWriteEveryRowAndHandOverTheOtherPages) {
+    QuickSettingsWindow window(nullptr);
+    const int span = test::intScalar(QStringLiteral("select 编号 from 快速设置 where 条件名称='跨度'"));
+    for (int no = 0; no < window.rowCount(); ++no) window.rangeText(no)->setText(QStringLiteral("[0]"));
+    window.rangeText(span)->setText(QStringLiteral("【1－5】[7]"));
+    EXPECT_TRUE(window.submit());
+    EXPECT_EQ(window.rangeText(span)->text(), QStringLiteral("[1-5],[7]"));
+    EXPECT_EQ(test::intScalar(
+                  QStringLiteral("select count(*) from 过滤条件 where ID>=3300 and ID<=3340 and VALUE=1")),
+              6);
+
+    window.rangeText(span)->setText(QStringLiteral("[1-a]"));
+    EXPECT_FALSE(window.submit());
+    EXPECT_TRUE(ui().messages().last().startsWith(QStringLiteral("你设置的[跨度的范围包含非法字符！")));
+
+    auto before = conditionRows();
+    window.useBox(span)->click();
+    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("switch 4=1"));
+
+    EXPECT_EQ(window.page(), 0);
+    EXPECT_FALSE(window.useBox(window.rowCount() - 1)->isVisibleTo(&window));
+    window.showPage(1);
+    EXPECT_TRUE(window.useBox(window.rowCount() - 1)->isVisibleTo(&window));
+
+    window.show();
+    window.handOver(9);
+    EXPECT_EQ(shared().g_PendingCommand, 9);
+    EXPECT_FALSE(window.isVisible());
+    app_Activate();
+    EXPECT_EQ(shared().g_PendingCommand, 0);
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("PAGE 过滤条件 19")));
 }
 
 }  // namespace

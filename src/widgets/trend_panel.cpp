@@ -72,8 +72,7 @@ void TrendSurface::paintEvent(QPaintEvent* event) {
         switch (op.kind) {
             case TrendOp::Text: {
                 QFont f = font();
-                f.setBold(op.role == TrendOp::Title || op.role == TrendOp::Head ||
-                          op.role == TrendOp::MarkText);
+                f.setBold(op.role == TrendOp::Title || op.role == TrendOp::Head);
                 p.setFont(f);
                 p.setPen(colour);
                 p.drawText(QPointF(op.x, op.y + fm.ascent()), op.text);

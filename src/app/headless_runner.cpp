@@ -11,6 +11,7 @@
 #include "history/history_headless.h"
 #include "pipeline/pipeline_headless.h"
 #include "pipeline/shrink_headless.h"
+#include "results/results_headless.h"
 #include "users/users_headless.h"
 #include "store/date_value.h"
 #include "store/jet_sql.h"
@@ -162,6 +163,14 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"lunar", "<yyyy/mm/dd>", headless_Lunar},
         {"almanac", "<year>", headless_Almanac},
         {"bazi", "<yyyy/mm/dd> [<hh:mm>]", headless_Bazi},
+        {"answer-tofile", "cancel | <switches 0010> [<preset>|<red sep> <blue sep>]", headless_AnswerToFile},
+        {"answer-fromfile", "cancel | <layout 0..2> [<issue>]", headless_AnswerFromFile},
+        {"export", "[<issue>]", headless_Export},
+        {"import", "<file>", headless_Import},
+        {"check", "[<issue>]", headless_Check},
+        {"merge", "", headless_Merge},
+        {"jixuan", "<count> [<seed>]", headless_JiXuan},
+        {"jixuan-export", "", headless_JiXuanExport},
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;

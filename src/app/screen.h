@@ -5,6 +5,8 @@
 #include <QVariant>
 #include <memory>
 
+#include "app/ticket_options.h"
+
 namespace dovrex {
 
 class Cursor;
@@ -59,6 +61,16 @@ public:
     virtual void ui_ShowPage(const QString& /*topPage*/, int /*conditionTab*/) {}
     // The analysis tables of the selected tab are refilled from the store.
     virtual void ui_RefreshTables() {}
+
+    // --- ticket files and the prize check ---
+
+    // frmToFile, modal, opened on `options` and changing them; false when cancelled.
+    virtual bool ui_ToFile(TicketExportOptions& /*options*/) { return false; }
+    // frmFromFile, modal, opened on `options` and changing them; false when cancelled.
+    virtual bool ui_FromFile(TicketImportOptions& /*options*/) { return false; }
+    // The drawn numbers of a checked issue stand out as balls in the red and blue cells of a ticket
+    // grid; no reds clears the marks.
+    virtual void ui_MarkDrawn(const QString& /*grid*/, const QList<int>& /*reds*/, int /*blue*/) {}
 };
 
 // A screen that answers nothing and shows nothing: the default until a real one is installed.

@@ -127,6 +127,41 @@ void ScriptedScreen::ui_DressGrid(const QString& name, const QStringList& captio
     record(QStringLiteral("DRESS %1 %2").arg(name, cols.join(u' ')));
 }
 
+bool ScriptedScreen::ui_ToFile(TicketExportOptions& options) {
+    std::optional<TicketExportOptions> answer = options;
+    if (!toFile_.isEmpty()) answer = toFile_.dequeue();
+    if (answer) options = *answer;
+    const auto& on = options.daoChuXuanXiang;
+    record(QStringLiteral("TOFILE 序号=%1 期号=%2 号码=%3 分隔行=%4 红球间隔符=\"%5\" 红蓝分隔符=\"%6\" -> %7")
+               .arg(int(on[0]))
+               .arg(int(on[1]))
+               .arg(int(on[2]))
+               .arg(int(on[3]))
+               .arg(options.hongJianGe, options.hongLanJianGe,
+                    answer ? QStringLiteral("ok") : QStringLiteral("cancel")));
+    return answer.has_value();
+}
+
+bool ScriptedScreen::ui_FromFile(TicketImportOptions& options) {
+    std::optional<TicketImportOptions> answer = options;
+    if (!fromFile_.isEmpty()) answer = fromFile_.dequeue();
+    if (answer) options = *answer;
+    record(QStringLiteral("FROMFILE layout=%1 issue=%2 -> %3")
+               .arg(options.daoRuGeShi)
+               .arg(options.daoRuQiHao, answer ? QStringLiteral("ok") : QStringLiteral("cancel")));
+    return answer.has_value();
+}
+
+void ScriptedScreen::ui_MarkDrawn(const QString& grid, const QList<int>& reds, int blue) {
+    if (reds.isEmpty()) {
+        record(QStringLiteral("DRAWN %1 cleared").arg(grid));
+        return;
+    }
+    QStringList numbers;
+    for (int n : reds) numbers << QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+    record(QStringLiteral("DRAWN %1 %2 + %3").arg(grid, numbers.join(u' ')).arg(blue, 2, 10, QLatin1Char('0')));
+}
+
 QStringList ScriptedScreen::messages() const {
     static const QStringList heads{QStringLiteral("MESSAGE "), QStringLiteral("WARNING "),
                                    QStringLiteral("ERROR ")};

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 #include "app/screen.h"
 
@@ -35,11 +36,18 @@ class ScriptedScreen : public Screen {
     void ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) override;
     void ui_ShowPage(const QString& topPage, int conditionTab) override;
     void ui_RefreshTables() override;
+    bool ui_ToFile(TicketExportOptions& options) override;
+    bool ui_FromFile(TicketImportOptions& options) override;
+    void ui_MarkDrawn(const QString& grid, const QList<int>& reds, int blue) override;
 
     // --- answers ---
     void answerConfirm(bool yes) { confirms_.enqueue(yes); }
     void answerText(const QString& text) { texts_.enqueue(text); }
     void answerFile(const QString& path) { files_.enqueue(path); }
+    // The next frmToFile / frmFromFile: the options given, or cancel (nullopt). Unanswered, the
+    // dialog is accepted as it opened.
+    void answerToFile(std::optional<TicketExportOptions> options) { toFile_.enqueue(std::move(options)); }
+    void answerFromFile(std::optional<TicketImportOptions> options) { fromFile_.enqueue(std::move(options)); }
     bool defaultConfirm = true;
     // Raises shared().tingZhi at the n-th ui_Pump from now (n >= 1); 0 disarms it.
     void stopAfterPumps(int n);
@@ -74,6 +82,8 @@ class ScriptedScreen : public Screen {
     QStringList lines_;
     QQueue<bool> confirms_;
     QQueue<QString> texts_, files_;
+    QQueue<std::optional<TicketExportOptions>> toFile_;
+    QQueue<std::optional<TicketImportOptions>> fromFile_;
     int pumps_ = 0;
     int stopAt_ = 0;
     Progress progress_;

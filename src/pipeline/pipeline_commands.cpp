@@ -14,6 +14,9 @@
 #include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
 #include "pipeline/weights.h"
+#include "results/prize_check.h"
+#include "results/ticket_export.h"
+#include "results/ticket_import.h"
 
 namespace dovrex {
 
@@ -53,10 +56,6 @@ IssueNumber gridIssueOrSay() {
     const IssueNumber issue = get_BiaoGeQiHao();
     if (issue < 1) screen().ui_Message(msg::kNoTickets);
     return issue;
-}
-
-void sayNotYet(int index) {
-    screen().ui_Message(msg::notYet(touZhuCommandTexts()[size_t(index)].button));
 }
 
 // 第3步：缩水. The first press opens the settings; a press while they show runs the shrink.
@@ -117,12 +116,21 @@ void runCommand(int index) {
             shared().tingZhi = 0;
             break;
         }
-        case kCmdPrizeCheck:
-            if (gridIssueOrSay() >= 1) sayNotYet(index);
-            break;
         case kCmdExport:
-        case kCmdImport:
-            sayNotYet(index);
+            if (export_HaoMa(get_BiaoGeQiHao()) == 0) ui.ui_Message(msg::kNothingToExport);
+            break;
+        case kCmdImport: {
+            const QString file = ui.ui_PickFile(QStringLiteral("文本文件 (*.txt)"), false);
+            if (file.isEmpty()) break;
+            const QString done = msg::importDone(import_HaoMa(file));
+            ui.ui_Message(done);
+            log_Append(done);
+            load_TouZhuBiao(-1);
+            break;
+        }
+        case kCmdPrizeCheck:
+            if (const IssueNumber issue = gridIssueOrSay(); issue >= 1 && check_KaiJiang(issue) != 0)
+                ui.ui_Message(msg::kCheckDone);
             break;
         case kCmdDelete:
             if (ui.ui_Confirm(msg::kConfirmDelete)) {

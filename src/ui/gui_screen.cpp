@@ -29,6 +29,10 @@
 
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
+#include "store/store.h"
+#include "ui/ticket_file_dialogs.h"
+#include "widgets/ball_art.h"
+#include "widgets/ball_cell_delegate.h"
 #include "widgets/cursor_model.h"
 #include "widgets/timed_tip.h"
 
@@ -211,6 +215,12 @@ void GuiScreen::ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) {
     }
     model->clearColumnColors();
     model->setCursor(std::move(cursor));
+    // Drawn-number balls belong to the binding they were put on.
+    for (int c = 0; c < model->columnCount(); ++c)
+        if (auto* old = qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(c))) {
+            view->setItemDelegateForColumn(c, nullptr);
+            delete old;
+        }
 }
 
 void GuiScreen::ui_Pump() {
@@ -379,6 +389,46 @@ void GuiScreen::ui_ShowPage(const QString& topPage, int conditionTab) {
         conditions->selectTab(conditionTab);
     else
         conditions->reloadTab();
+}
+
+bool GuiScreen::ui_ToFile(TicketExportOptions& options) {
+    ToFileDialog dialog(options, window_);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    options = dialog.options();
+    return true;
+}
+
+bool GuiScreen::ui_FromFile(TicketImportOptions& options) {
+    FromFileDialog dialog(options, window_);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    options = dialog.options();
+    return true;
+}
+
+void GuiScreen::ui_MarkDrawn(const QString& name, const QList<int>& reds, int blue) {
+    QTableView* view = grid(name);
+    auto* model = view ? qobject_cast<CursorModel*>(view->model()) : nullptr;
+    if (!model || !model->cursor()) return;
+    const auto& cursor = model->cursor();
+    const QSet<int> redSet(reds.begin(), reds.end());
+    bool any = false;
+    for (int c = 0; c < model->columnCount(); ++c) {
+        const QString field = cursor->fieldName(c);
+        const bool isRed = field.startsWith(QStringLiteral("红球")) && field.size() == 3;
+        const bool isBlue = field == QStringLiteral("蓝球");
+        if (!isRed && !isBlue) continue;
+        if (auto* old = qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(c))) {
+            view->setItemDelegateForColumn(c, nullptr);
+            delete old;
+        }
+        if (reds.isEmpty()) continue;
+        view->setItemDelegateForColumn(
+            c, isRed ? new BallCellDelegate(redSet, kRedBall, view) : new BallCellDelegate({blue}, kBlueBall, view));
+        any = true;
+    }
+    if (any && view->verticalHeader()->defaultSectionSize() < BallCellDelegate::kBallRowHeight)
+        view->verticalHeader()->setDefaultSectionSize(BallCellDelegate::kBallRowHeight);
+    view->viewport()->update();
 }
 
 }  // namespace dovrex

@@ -66,6 +66,9 @@ class GuiScreen : public QObject, public Screen {
     void ui_DressGrid(const QString& name, const QStringList& captions, const QList<int>& widths) override;
     void ui_RefreshPicks() override;
     void ui_ShowPage(const QString& topPage, int conditionTab) override;
+    bool ui_ToFile(TicketExportOptions& options) override;
+    bool ui_FromFile(TicketImportOptions& options) override;
+    void ui_MarkDrawn(const QString& grid, const QList<int>& reds, int blue) override;
 
     // The least time between two event runs of ui_Pump.
     static constexpr int kPumpIntervalMs = 30;

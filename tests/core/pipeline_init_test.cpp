@@ -180,16 +180,5 @@ TEST_F(CommandsTest, FirstStepFromThePromptThenDelete) {
     EXPECT_EQ(get_BiaoGeQiHao(), 0);
 }
 
-TEST_F(CommandsTest, LaterPartsSayNotYet) {
-    pickDrags(6, 1);
-    init_TouZhu(kIssue);
-    ui().clear();
-    for (int index : {kCmdExport, kCmdImport, kCmdPrizeCheck}) cmmTouZhu_Click(index);
-    const QStringList said = ui().messages();
-    ASSERT_EQ(said.size(), 3);
-    EXPECT_EQ(said[0], msg::notYet(QStringLiteral("导出")));
-    EXPECT_EQ(said[2], msg::notYet(QStringLiteral("开奖核对")));
-}
-
 }  // namespace
 }  // namespace dovrex::test

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <array>
+
+namespace dovrex {
+
+// What frmToFile hands back: the four switches and the two separators of an export.
+struct TicketExportOptions {
+    enum Switch { kSerial = 0, kIssue = 1, kNumbers = 2, kBlankLines = 3 };
+    std::array<bool, 4> daoChuXuanXiang{false, false, true, false};  // 序号, 期号, 号码, 分隔行
+    QString hongJianGe = QStringLiteral(" ");                        // between the reds
+    QString hongLanJianGe = QStringLiteral("+");                     // before the blue
+};
+
+// What frmFromFile hands back: the line layout and the issue the tickets get.
+struct TicketImportOptions {
+    enum Layout { kNumbersOnly = 0, kIssueAndNumbers = 1, kSerialAndNumbers = 2 };
+    int daoRuGeShi = kNumbersOnly;
+    QString daoRuQiHao;  // the text of the issue box; unused with kIssueAndNumbers
+};
+
+}  // namespace dovrex

@@ -1,0 +1,128 @@
+#include "results/prize_check.h"
+
+#include <vector>
+
+#include "app/shared_state.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/prepared.h"
+#include "pipeline/run_panel.h"
+
+namespace dovrex {
+
+namespace {
+
+DrawnNumbers& drawn() {
+    static DrawnNumbers d;
+    return d;
+}
+
+struct CheckedTicket {
+    long long id;
+    Reds reds;
+    int blue;
+};
+
+}  // namespace
+
+int prize_Tier(int r, int b) {
+    const int h = r + b;
+    if (h < 4 && b == 1) return 6;
+    if (h == 4) return 5;
+    if (h == 5) return 4;
+    if (h == 6 && b == 0) return 2;
+    if (h == 6 && b == 1) return 3;
+    if (h == 7) return 1;
+    return 0;
+}
+
+const QString& prize_TierText(int tier) {
+    static const std::array<QString, 7> texts{QString(),
+                                              QStringLiteral("一等奖： "),
+                                              QStringLiteral("二等奖： "),
+                                              QStringLiteral("三等奖： "),
+                                              QStringLiteral("四等奖： "),
+                                              QStringLiteral("五等奖： "),
+                                              QStringLiteral("六等奖： ")};
+    return texts[size_t(tier >= 1 && tier <= 6 ? tier : 0)];
+}
+
+const DrawnNumbers& prize_DrawnNumbers() {
+    return drawn();
+}
+
+int check_KaiJiang(IssueNumber issue) {
+    Screen& ui = screen();
+    auto draw = store_Query(
+        QStringLiteral("SELECT 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 历史记录  WHERE 期号=?"),
+        {issue});
+    std::vector<CheckedTicket> tickets;
+    {
+        Prepared rows(
+            QStringLiteral("SELECT ID,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 日志表 WHERE 期号=? "
+                           "ORDER BY 序号"));
+        rows.bind(1, issue);
+        while (rows.next()) {
+            CheckedTicket t{rows.int64Column(0), {}, rows.intColumn(7)};
+            for (int i = 1; i <= kRedsPerTicket; ++i) t.reds[size_t(i)] = rows.intColumn(i);
+            tickets.push_back(t);
+        }
+    }
+    if (draw->recordCount() == 0 || tickets.empty()) {
+        if (issue > 0)
+            ui.ui_Message(msg::noDrawToCheck(issue), MessageKind::Error);
+        else
+            ui.ui_Message(msg::kNothingToCheck);
+        return 0;
+    }
+
+    bool redDrawn[kRedCount + 1] = {};
+    bool blueDrawn[kBlueCount + 1] = {};
+    DrawnNumbers d;
+    d.issue = issue;
+    for (int i = 1; i <= kRedsPerTicket; ++i) {
+        const int n = draw->intValue(i);
+        d.reds[size_t(i)] = n;
+        if (n >= 1 && n <= kRedCount) redDrawn[n] = true;
+    }
+    d.blue = draw->intValue(7);
+    if (d.blue >= 1 && d.blue <= kBlueCount) blueDrawn[d.blue] = true;
+    draw->close();
+
+    std::array<int, 9> tally{};
+    int best = 0;
+    {
+        RunPanel panel(int(tickets.size()));
+        // This run cannot be stopped.
+        ui.ui_Set(QStringLiteral("cmm_stop"), QStringLiteral("enabled"), false);
+        Transaction tx(store());
+        Prepared write(QStringLiteral("UPDATE 日志表 SET 红球中=?,蓝球中=? WHERE ID=?"));
+        int done = 0;
+        for (const CheckedTicket& t : tickets) {
+            ui.ui_Pump();
+            const int blueHit = t.blue >= 1 && t.blue <= kBlueCount && blueDrawn[t.blue] ? 1 : 0;
+            int redHits = 0;
+            for (int i = 1; i <= kRedsPerTicket; ++i) {
+                const int n = t.reds[size_t(i)];
+                if (n >= 1 && n <= kRedCount && redDrawn[n]) ++redHits;
+            }
+            write.bind(1, redHits).bind(2, blueHit).bind(3, t.id).exec();
+            ++tally[size_t(prize_Tier(redHits, blueHit))];
+            best = qMax(best, redHits + blueHit);
+            panel.step(++done);
+        }
+    }
+
+    QString report = msg::kCheckReportHead + kCrLf2;
+    for (int tier = 1; tier <= 6; ++tier)
+        report += prize_TierText(tier) + to_QuanJiao(tally[size_t(tier)]) + QStringLiteral(" 注") + kCrLf2;
+    log_CaoZuo(report, true);
+
+    load_TouZhuBiao(issue);
+    drawn() = d;
+    QList<int> reds;
+    for (int i = 1; i <= kRedsPerTicket; ++i) reds << d.reds[size_t(i)];
+    ui.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), reds, d.blue);
+    return best;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,125 @@
+#include "results/results_headless.h"
+
+#include "app/headless_runner.h"
+#include "app/shared_state.h"
+#include "pipeline/pipeline_commands.h"
+#include "pipeline/random_pick.h"
+#include "pipeline/ticket_merge.h"
+#include "results/prize_check.h"
+#include "results/ticket_export.h"
+#include "results/ticket_import.h"
+
+#include <QRegularExpression>
+
+namespace dovrex {
+
+namespace {
+
+JiXuanHao& lastJiXuan() {
+    static JiXuanHao hao{};
+    return hao;
+}
+
+// The issue given, or the grid's.
+bool issueOrGrid(HeadlessRunner& r, const HeadlessArgs& a, int& issue) {
+    if (a.words.isEmpty()) {
+        issue = get_BiaoGeQiHao();
+        return true;
+    }
+    return a.intAt(r, 0, issue);
+}
+
+}  // namespace
+
+bool headless_AnswerToFile(HeadlessRunner& r, const HeadlessArgs& a) {
+    const QString usage =
+        QStringLiteral("answer-tofile cancel | <4 switches, e.g. 0010> [<preset>|<red> <blue>]");
+    if (a.words.value(0) == QLatin1String("cancel")) {
+        r.screen().answerToFile(std::nullopt);
+        return true;
+    }
+    const QString switches = a.words.value(0);
+    if (switches.size() != 4 || switches.contains(QRegularExpression(QStringLiteral("[^01]"))))
+        return r.fail(usage);
+    TicketExportOptions o = export_LastOptions();
+    for (int i = 0; i < 4; ++i) o.daoChuXuanXiang[size_t(i)] = switches[i] == u'1';
+    if (a.words.size() == 2) {
+        if (!export_ApplyPreset(a.words[1], o) || a.words[1].contains(QStringLiteral("其他")))
+            return r.fail(QStringLiteral("presets: 淘宝, 财付通"));
+    } else if (a.words.size() == 3) {
+        o.hongJianGe = export_SeparatorText(a.words[1]);
+        o.hongLanJianGe = export_SeparatorText(a.words[2]);
+    } else if (a.words.size() > 3) {
+        return r.fail(usage);
+    }
+    r.screen().answerToFile(o);
+    return true;
+}
+
+bool headless_AnswerFromFile(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (a.words.value(0) == QLatin1String("cancel")) {
+        r.screen().answerFromFile(std::nullopt);
+        return true;
+    }
+    TicketImportOptions o;
+    if (!a.intAt(r, 0, o.daoRuGeShi)) return false;
+    if (o.daoRuGeShi < 0 || o.daoRuGeShi > 2) return r.fail(QStringLiteral("layouts are 0, 1 and 2"));
+    o.daoRuQiHao = a.words.size() > 1 ? a.words[1] : import_DefaultIssue();
+    r.screen().answerFromFile(o);
+    return true;
+}
+
+bool headless_Export(HeadlessRunner& r, const HeadlessArgs& a) {
+    int issue = 0;
+    if (!r.requireStore() || !issueOrGrid(r, a, issue)) return false;
+    const int n = export_HaoMa(issue);
+    r.print(n < 0 ? QStringLiteral("cancelled") : QStringLiteral("exported %1").arg(n));
+    return true;
+}
+
+bool headless_Import(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (!r.requireStore()) return false;
+    if (a.text.isEmpty()) return r.fail(QStringLiteral("import <file>"));
+    r.print(QStringLiteral("imported %1").arg(import_HaoMa(a.text)));
+    return true;
+}
+
+bool headless_Check(HeadlessRunner& r, const HeadlessArgs& a) {
+    int issue = 0;
+    if (!r.requireStore() || !issueOrGrid(r, a, issue)) return false;
+    r.print(QStringLiteral("best %1").arg(check_KaiJiang(issue)));
+    return true;
+}
+
+bool headless_Merge(HeadlessRunner& r, const HeadlessArgs&) {
+    if (!r.requireStore()) return false;
+    const int left = hebingxt_Click();
+    if (left < 0) return r.fail(QStringLiteral("store error"));
+    r.print(QStringLiteral("left %1").arg(left));
+    return true;
+}
+
+bool headless_JiXuan(HeadlessRunner& r, const HeadlessArgs& a) {
+    const int count = jiXuan_ZhuShu(a.words.value(0));
+    uint64_t seed = JiXuanDraw::clockSeed();
+    if (a.words.size() > 1) {
+        bool ok = false;
+        seed = a.words[1].toULongLong(&ok);
+        if (!ok) return r.fail(QStringLiteral("not a seed: ") + a.words[1]);
+    }
+    JiXuanDraw draw(count, seed);
+    int ticket = 0, column = 0;
+    while (draw.next(ticket, column)) {
+    }
+    lastJiXuan() = draw.hao();
+    if (count == 0) r.print(QStringLiteral("closed"));
+    for (const QString& line : jiXuan_Text(draw.hao()).split(u'\n', Qt::SkipEmptyParts)) r.print(line);
+    return true;
+}
+
+bool headless_JiXuanExport(HeadlessRunner&, const HeadlessArgs&) {
+    jiXuan_Export(lastJiXuan());
+    return true;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,154 @@
+#include "results/ticket_export.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "app/shared_state.h"
+#include "pipeline/prepared.h"
+#include "pipeline/run_panel.h"
+
+namespace dovrex {
+
+namespace {
+
+// The old Trim: blanks only, tabs stay.
+QString trimBlanks(const QString& s) {
+    qsizetype from = 0, to = s.size();
+    while (from < to && s[from] == u' ') ++from;
+    while (to > from && s[to - 1] == u' ') --to;
+    return s.mid(from, to - from);
+}
+
+// Format(n, "00"), a sign in front of the digits.
+QString asTwoDigits(int n) {
+    return n < 0 ? QStringLiteral("-") + twoDigits(-n) : twoDigits(n);
+}
+
+}  // namespace
+
+QString daoChu_Folder() {
+    if (!shared().paths.programDir.isEmpty()) return shared().paths.programDir;
+    if (shared().g_Store) return QFileInfo(shared().g_Store->path()).absolutePath();
+    return QDir::currentPath();
+}
+
+QString export_Line(const TicketExportOptions& options, int serial, IssueNumber issue, const Reds& reds,
+                    int blue) {
+    const auto& on = options.daoChuXuanXiang;
+    QString line;
+    if (on[TicketExportOptions::kSerial]) {
+        const QString s = QString::number(serial);
+        line = s + QString(qMax<qsizetype>(0, 8 - s.size()), u' ');
+    }
+    if (on[TicketExportOptions::kIssue]) line += QString::number(issue) + u' ';
+    if (on[TicketExportOptions::kNumbers]) {
+        for (int i = 1; i <= kRedsPerTicket; ++i) line += asTwoDigits(reds[size_t(i)]) + u' ';
+        line = trimBlanks(line).replace(u' ', options.hongJianGe);
+        line = trimBlanks(line) + options.hongLanJianGe + asTwoDigits(blue) + u' ';
+    }
+    return trimBlanks(line);
+}
+
+const QStringList& export_PresetItems() {
+    static const QStringList items{QStringLiteral("淘宝彩票网格式"), QStringLiteral("财付通彩票网格式"),
+                                   QStringLiteral("其他格式......")};
+    return items;
+}
+
+const QStringList& export_RedSeparatorItems() {
+    static const QStringList items{QStringLiteral(","), QStringLiteral("，"),   QStringLiteral("+"),
+                                   QStringLiteral("-"), QStringLiteral("空格"), QStringLiteral("|"),
+                                   QStringLiteral(";"), QStringLiteral("；"),   QStringLiteral(":"),
+                                   QStringLiteral("：")};
+    return items;
+}
+
+const QStringList& export_BlueSeparatorItems() {
+    static const QStringList items{QStringLiteral(";"),    QStringLiteral("|"), QStringLiteral("+"),
+                                   QStringLiteral("空格"), QStringLiteral(":"), QStringLiteral("："),
+                                   QStringLiteral("-"),    QStringLiteral(","), QStringLiteral("，"),
+                                   QStringLiteral("；")};
+    return items;
+}
+
+bool export_ApplyPreset(const QString& item, TicketExportOptions& options) {
+    if (item.contains(QStringLiteral("淘宝"))) {
+        options.hongJianGe = QStringLiteral(" ");
+        options.hongLanJianGe = QStringLiteral("+");
+    } else if (item.contains(QStringLiteral("财付通"))) {
+        options.hongJianGe = QStringLiteral(",");
+        options.hongLanJianGe = QStringLiteral("|");
+    } else if (item.contains(QStringLiteral("其他"))) {
+        return false;
+    }
+    return true;
+}
+
+QString export_SeparatorText(const QString& item) {
+    return item == QStringLiteral("空格") ? QStringLiteral(" ") : item;
+}
+
+TicketExportOptions& export_LastOptions() {
+    static TicketExportOptions last;
+    return last;
+}
+
+bool write_WenJian(const QString& path, const QString& text) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) return false;
+    file.write(text.toUtf8());
+    return file.commit();
+}
+
+QString read_WenJian(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return {};
+    return QString::fromUtf8(file.readAll());
+}
+
+int export_HaoMa(IssueNumber issue, const QString& fileName) {
+    Screen& ui = screen();
+    TicketExportOptions options = export_LastOptions();
+    if (!ui.ui_ToFile(options)) return -1;
+    export_LastOptions() = options;
+
+    const int total =
+        store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
+    const QString path = QDir(daoChu_Folder()).filePath(fileName);
+    QString text;
+    int count = 0;
+    {
+        RunPanel panel(total);
+        Prepared rows(
+            QStringLiteral("select 序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 日志表 "
+                           "where 期号=? order by 序号 asc"));
+        rows.bind(1, issue);
+        const bool blankLines = options.daoChuXuanXiang[TicketExportOptions::kBlankLines];
+        text.reserve(total * 24);
+        while (rows.next()) {
+            Reds reds{};
+            for (int i = 1; i <= kRedsPerTicket; ++i) reds[size_t(i)] = rows.intColumn(1 + i);
+            text += export_Line(options, rows.intColumn(0), rows.intColumn(1), reds, rows.intColumn(8));
+            text += u'\n';
+            ++count;
+            panel.step(count);
+            if (blankLines && count % 5 == 0) text += u'\n';
+            ui.ui_Pump();
+        }
+        panel.show(count);
+        // A file that cannot be written leaves the old one; the clipboard still gets the text.
+        write_WenJian(path, text);
+    }
+    log_Append(msg::kExportLogged);
+    if (count >= 1) {
+        const QString written = read_WenJian(path);
+        ui.ui_Clipboard(written.isEmpty() ? text : written);
+        ui.ui_Message(msg::exportDone(count));
+        ui.ui_OpenFile(path);
+    }
+    return count;
+}
+
+}  // namespace dovrex

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "app/ticket_options.h"
+#include "domain/game.h"
+
+namespace dovrex {
+
+// The file every export writes, in the program folder, overwritten each time.
+inline const QString kDaoChuFileName = QStringLiteral("dovrexDaocu.txt");
+
+// The folder the export file goes to: the program folder, or the store's own folder when the
+// program runs on a bare store.
+QString daoChu_Folder();
+
+// One line of the export for a ticket, as written. The blanks behind 序号 and 期号 are part of the
+// text that the red separator replaces, so 1,,,,,,,2008118,01,02,03,04,05,06+07 is the line for the
+// separator "," with every switch on.
+QString export_Line(const TicketExportOptions& options, int serial, IssueNumber issue, const Reds& reds,
+                    int blue);
+
+// The presets of the 导出格式 list, and the separators the two lists offer.
+const QStringList& export_PresetItems();
+const QStringList& export_RedSeparatorItems();
+const QStringList& export_BlueSeparatorItems();
+// Sets the separators of a preset by its text. False for the free preset (其他), whose separators stay
+// as they are and which the dialog answers with msg::kSetSeparators.
+bool export_ApplyPreset(const QString& item, TicketExportOptions& options);
+// The text a separator list puts into its box: "空格" stands for one blank.
+QString export_SeparatorText(const QString& item);
+
+// The dialog's choices of the last export: the next one opens on them.
+TicketExportOptions& export_LastOptions();
+
+// export_HaoMa: asks frmToFile, writes the tickets of `issue` to `fileName` in the export folder,
+// copies the text to the clipboard and opens the file in the user's editor. Returns the ticket count,
+// or -1 when the dialog was cancelled (the file is left as it was).
+int export_HaoMa(IssueNumber issue, const QString& fileName = kDaoChuFileName);
+
+// Writes text as UTF-8 with the platform's line ends; false when the file cannot be written.
+bool write_WenJian(const QString& path, const QString& text);
+// The whole text of a file written by write_WenJian (empty when it cannot be read).
+QString read_WenJian(const QString& path);
+
+namespace msg {
+inline const QString kSetSeparators = QStringLiteral("请在下面设置具体的分隔符！");
+inline const QString kExportLogged =
+    QStringLiteral("号码导出完成．\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");
+inline const QString kNothingToExport = QStringLiteral("上面表格中还没有号码！");
+inline QString exportDone(int count) {
+    return QStringLiteral("导出完成,总共: %1 注。\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！")
+        .arg(count);
+}
+}  // namespace msg
+
+}  // namespace dovrex

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringView>
+
+#include "app/ticket_options.h"
+#include "domain/game.h"
+
+namespace dovrex {
+
+// A ticket read from a line, balls in the order of the file.
+struct ImportedTicket {
+    IssueNumber issue = 0;  // from the line (layout 1), else 0
+    Reds reds{};
+    int blue = 0;
+};
+
+// Reads one line of a ticket file in the given layout (TicketImportOptions::Layout). False for a line
+// that gives no valid ticket: shorter than 15 characters once trimmed, no 7-digit issue in layout 1,
+// fewer than seven numbers, a red outside 1..33 or a blue outside 1..16. Order and repeats are not
+// checked: the balls stay as the file has them.
+bool import_ParseLine(QStringView line, int layout, ImportedTicket& ticket);
+
+// The text encodings a ticket file may come in: UTF-8 (with or without its mark), UTF-16 with its
+// mark, or else GB18030, the encoding of the Chinese tools. Told apart from the bytes.
+enum class TextEncoding { Utf8, Utf16LE, Utf16BE, Gb18030 };
+TextEncoding detect_Encoding(const QByteArray& head, bool wholeIsUtf8);
+// Decodes a whole file's bytes by the rule above.
+QString decode_TicketText(const QByteArray& bytes);
+
+// The issue box of frmFromFile at load: the issue after the latest draw, a new year's first issue
+// taking today's year.
+QString import_DefaultIssue();
+// The dialog's refusal of its input, empty when it may close: layout 0 needs a 7-character issue.
+QString import_InputError(const TicketImportOptions& options);
+
+// import_HaoMa: asks frmFromFile, asks whether to keep the tickets in the table, reads the file and
+// adds every valid ticket to 日志表. Returns the number added, 0 when cancelled.
+int import_HaoMa(const QString& fileName);
+
+namespace msg {
+inline const QString kFromFileCaption = QStringLiteral("数 据 导 入");
+inline const QString kFromFileHint = QStringLiteral("文件格式要求：文件内各数之前必须用空格或逗号分开。");
+inline const QString kNeedSevenDigitIssue =
+    QStringLiteral("请在文本框中输入一个７位数的期号。(如：２００７００１)");
+inline const QString kKeepTableTickets = QStringLiteral("表格中原有的数据要保留吗？");
+inline const QString kImportRunning = QStringLiteral("操作进行中。。。");
+inline QString importDone(int count) {
+    return QStringLiteral("数据导入完成，共导入：") + to_QuanJiao(count) + QStringLiteral(" 注！");
+}
+}  // namespace msg
+
+}  // namespace dovrex

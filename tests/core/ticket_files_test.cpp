@@ -1,0 +1,362 @@
+#include <QDir>
+#include <QFile>
+#include <QStringEncoder>
+
+#include "core/pipeline_fixture.h"
+#include "results/ticket_export.h"
+#include "results/ticket_import.h"
+
+namespace dovrex::test {
+namespace {
+
+constexpr IssueNumber kIssue = 2008118;
+const Reds kReds = makeReds(1, 2, 3, 4, 5, 6);
+
+TicketExportOptions exportOptions(const char* switches, const QString& red, const QString& blue) {
+    TicketExportOptions o;
+    for (int i = 0; i < 4; ++i) o.daoChuXuanXiang[size_t(i)] = switches[i] == '1';
+    o.hongJianGe = red;
+    o.hongLanJianGe = blue;
+    return o;
+}
+
+TEST(ExportLine, LayoutsOfEachSwitchAndSeparator) {
+    const QString blank = QStringLiteral(" ");
+    EXPECT_EQ(export_Line(exportOptions("0010", blank, QStringLiteral("+")), 1, kIssue, kReds, 7),
+              QStringLiteral("01 02 03 04 05 06+07"));
+    EXPECT_EQ(
+        export_Line(exportOptions("0010", QStringLiteral(","), QStringLiteral("|")), 1, kIssue, kReds, 7),
+        QStringLiteral("01,02,03,04,05,06|07"));
+    // The red separator replaces the blanks behind 序号 and 期号 too.
+    EXPECT_EQ(
+        export_Line(exportOptions("1111", QStringLiteral(","), QStringLiteral("+")), 1, kIssue, kReds, 7),
+        QStringLiteral("1,,,,,,,2008118,01,02,03,04,05,06+07"));
+    EXPECT_EQ(export_Line(exportOptions("0010", blank, blank), 1, kIssue, kReds, 7),
+              QStringLiteral("01 02 03 04 05 06 07"));
+    // Without 号码 the blanks stay and the line is trimmed.
+    EXPECT_EQ(
+        export_Line(exportOptions("1100", QStringLiteral(","), QStringLiteral("+")), 12, kIssue, kReds, 7),
+        QStringLiteral("12      2008118"));
+    EXPECT_EQ(export_Line(exportOptions("0000", blank, blank), 12, kIssue, kReds, 7), QString());
+    EXPECT_EQ(export_Line(exportOptions("1010", QStringLiteral("，"), QStringLiteral("；")), 123456789,
+                          kIssue, kReds, 16),
+              QStringLiteral("12345678901，02，03，04，05，06；16"));  // no room left for a blank
+}
+
+TEST(ExportLine, PresetsAndSeparatorLists) {
+    TicketExportOptions o = exportOptions("0010", QStringLiteral("x"), QStringLiteral("y"));
+    EXPECT_TRUE(export_ApplyPreset(export_PresetItems()[1], o));
+    EXPECT_EQ(o.hongJianGe, QStringLiteral(","));
+    EXPECT_EQ(o.hongLanJianGe, QStringLiteral("|"));
+    EXPECT_TRUE(export_ApplyPreset(export_PresetItems()[0], o));
+    EXPECT_EQ(o.hongJianGe, QStringLiteral(" "));
+    EXPECT_EQ(o.hongLanJianGe, QStringLiteral("+"));
+    o.hongJianGe = QStringLiteral("#");
+    EXPECT_FALSE(export_ApplyPreset(export_PresetItems()[2], o));  // the free preset changes nothing
+    EXPECT_EQ(o.hongJianGe, QStringLiteral("#"));
+    EXPECT_EQ(export_SeparatorText(QStringLiteral("空格")), QStringLiteral(" "));
+    EXPECT_EQ(export_SeparatorText(QStringLiteral("；")), QStringLiteral("；"));
+    EXPECT_EQ(export_RedSeparatorItems().size(), 10);
+    EXPECT_EQ(export_BlueSeparatorItems().size(), 10);
+}
+
+struct Parsed {
+    bool ok;
+    ImportedTicket t;
+};
+Parsed parse(const QString& line, int layout) {
+    Parsed p{};
+    p.ok = import_ParseLine(line, layout, p.t);
+    return p;
+}
+
+TEST(ImportLine, ExamplesOfEachLayout) {
+    auto p = parse(QStringLiteral("01 02 03 04 05 06+07"), 0);
+    ASSERT_TRUE(p.ok);
+    EXPECT_EQ(p.t.reds, kReds);
+    EXPECT_EQ(p.t.blue, 7);
+    EXPECT_EQ(p.t.issue, 0);
+    // "|" is no separator: 06|07 reads 6 and the blue stays 0.
+    EXPECT_FALSE(parse(QStringLiteral("01,02,03,04,05,06|07"), 0).ok);
+    p = parse(QStringLiteral("2008118 01 02 03 04 05 06 07"), 1);
+    ASSERT_TRUE(p.ok);
+    EXPECT_EQ(p.t.issue, 2008118);
+    EXPECT_EQ(p.t.blue, 7);
+    EXPECT_FALSE(parse(QStringLiteral("200811 01 02 03 04 05 06 07"), 1).ok);  // no 7-digit run
+    EXPECT_FALSE(parse(QStringLiteral("0000000 01 02 03 04 05 06 07"), 1).ok);
+    // The serial field is dropped whatever the run of separators behind it.
+    for (const QString line :
+         {QStringLiteral("1       01 02 03 04 05 06+07"), QStringLiteral("1,,,,,,,01,02,03,04,05,06+07"),
+          QStringLiteral("77520   01-02-03-04-05-06-07")}) {
+        p = parse(line, 2);
+        EXPECT_TRUE(p.ok) << line.toStdString();
+        EXPECT_EQ(p.t.reds, kReds);
+    }
+    // The export with every switch and "," keeps its issue behind a comma: no layout reads it.
+    for (int layout = 0; layout <= 2; ++layout)
+        EXPECT_FALSE(parse(QStringLiteral("1,,,,,,,2008118,01,02,03,04,05,06+07"), layout).ok) << layout;
+}
+
+TEST(ImportLine, RangesLengthsAndSeparators) {
+    EXPECT_FALSE(parse(QStringLiteral("01 02 03 04 05 34+07"), 0).ok);
+    EXPECT_FALSE(parse(QStringLiteral("01 02 03 04 05 06+17"), 0).ok);
+    EXPECT_FALSE(parse(QStringLiteral("00 02 03 04 05 06+16"), 0).ok);
+    EXPECT_TRUE(parse(QStringLiteral("33 32 31 30 29 28+16"), 0).ok);
+    // Thirteen characters of valid numbers are too short; blanks around do not count.
+    EXPECT_FALSE(parse(QStringLiteral("   1 2 3 4 5 6 7   "), 0).ok);
+    EXPECT_TRUE(parse(QStringLiteral("1 2 3 4 5 6 7  9 9"), 0).ok);
+    // Full-width comma, ideographic space, minus and plus are separators; order and repeats stay.
+    auto p = parse(QStringLiteral("06，05　04-03+02 01 16"), 0);
+    ASSERT_TRUE(p.ok);
+    EXPECT_EQ(p.t.reds, makeReds(6, 5, 4, 3, 2, 1));
+    EXPECT_TRUE(parse(QStringLiteral("01 01 01 01 01 01 01"), 0).ok);
+    // Letters between numbers are skipped up to the next digit; a missing seventh number rejects.
+    EXPECT_TRUE(parse(QStringLiteral("01,a02,b03,c04,d05,e06,f07"), 0).ok);
+    EXPECT_FALSE(parse(QStringLiteral("01 02 03 04 05 06 blue"), 0).ok);
+    EXPECT_FALSE(parse(QStringLiteral("红球 01 02 03 04 05 06 07"), 0).ok);
+    // Tabs are no separators.
+    EXPECT_FALSE(parse(QStringLiteral("01\t02\t03\t04\t05\t06\t07"), 0).ok);
+    // A number far out of range, or with an exponent, reads as its value.
+    EXPECT_FALSE(parse(QStringLiteral("99999999999999999999999 02 03 04 05 06 07"), 0).ok);
+    p = parse(QStringLiteral("1e1,02,03,04,05,06,07"), 0);
+    ASSERT_TRUE(p.ok);
+    EXPECT_EQ(p.t.reds[1], 10);
+}
+
+TEST(ImportText, EncodingsAreToldApart) {
+    const QString text = QStringLiteral("红球，01，02，03\r\n");
+    EXPECT_EQ(decode_TicketText(text.toUtf8()), text);
+    EXPECT_EQ(decode_TicketText("\xEF\xBB\xBF" + text.toUtf8()), text);
+    QStringEncoder gb("GB18030");
+    ASSERT_TRUE(gb.isValid());
+    const QByteArray gbBytes = gb.encode(text);
+    EXPECT_NE(gbBytes, text.toUtf8());
+    EXPECT_EQ(decode_TicketText(gbBytes), text);
+    QStringEncoder le(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    EXPECT_EQ(decode_TicketText(le.encode(text)), text);
+    EXPECT_EQ(decode_TicketText(QByteArray()), QString());
+}
+
+class TicketFilesTest : public PipelineTest {
+  protected:
+    TicketFilesTest() { shared().paths = paths(); }
+
+    static void addTicket(IssueNumber issue, const Reds& r, int blue) {
+        const int next = intScalar(QStringLiteral("select count(*) from 日志表")) + 1;
+        store_Execute(
+            QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                           "VALUES (?,?,?,?,?,?,?,?,?,?)"),
+            {next, next, issue, r[1], r[2], r[3], r[4], r[5], r[6], blue});
+    }
+    // Seven tickets of varied numbers, reds in no particular order.
+    static void addSample(IssueNumber issue = kIssue) {
+        for (int i = 0; i < 7; ++i)
+            addTicket(issue, makeReds(33 - i, 1 + i, 10 + i, 20, 5 + 2 * i, 31 - 3 * i), 1 + (i * 5) % 16);
+    }
+    QString exportPath() const { return QDir(paths().programDir).filePath(kDaoChuFileName); }
+    QString writeFile(const QString& name, const QByteArray& bytes) const {
+        const QString path = tempPath(name);
+        QFile f(path);
+        f.open(QIODevice::WriteOnly);
+        f.write(bytes);
+        return path;
+    }
+    using Balls = std::vector<std::tuple<int, Reds, int>>;
+    static Balls balls() {
+        Balls out;
+        for (const auto& t : tickets()) out.emplace_back(t.issue, t.reds, t.blue);
+        return out;
+    }
+};
+
+TEST_F(TicketFilesTest, ExportWritesFileClipboardAndBlankLineAfterEachFifth) {
+    addSample();
+    load_TouZhuBiao(kIssue);
+    ui().answerToFile(exportOptions("0011", QStringLiteral(" "), QStringLiteral("+")));
+    EXPECT_EQ(export_HaoMa(get_BiaoGeQiHao()), 7);
+    const QString text = QString::fromUtf8(fileBytes(exportPath()));
+    const QStringList lines = text.split(u'\n');
+    ASSERT_EQ(lines.size(), 9);  // seven tickets, the blank line after the fifth, the last line end
+    EXPECT_EQ(lines[0], QStringLiteral("33 01 10 20 05 31+01"));
+    EXPECT_TRUE(lines[5].isEmpty());
+    EXPECT_TRUE(lines[8].isEmpty());
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("CLIPBOARD ") + ScriptedScreen::oneLine(text)));
+    EXPECT_TRUE(
+        ui().messages().contains(msg::exportDone(7).replace(QStringLiteral("\r\n"), QStringLiteral("\\n"))));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("OPENFILE ") + exportPath()));
+    EXPECT_TRUE(shared().operationLog.endsWith(msg::kExportLogged));
+    // The next export opens on these choices.
+    EXPECT_TRUE(export_LastOptions().daoChuXuanXiang[3]);
+}
+
+TEST_F(TicketFilesTest, ExportCancelledOrEmpty) {
+    writeFile(QStringLiteral("program/") + kDaoChuFileName, "old");
+    addSample();
+    ui().answerToFile(std::nullopt);
+    EXPECT_EQ(export_HaoMa(kIssue), -1);
+    EXPECT_EQ(fileBytes(exportPath()), QByteArray("old"));
+    // No ticket of that issue: an empty file, nothing copied; the command says so.
+    ui().clear();
+    load_TouZhuBiao(kIssue);
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    cmmTouZhu_Click(kCmdExport);
+    EXPECT_TRUE(fileBytes(exportPath()).isEmpty());
+    EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CLIPBOARD")).isEmpty());
+    EXPECT_EQ(ui().messages(), QStringList{msg::kNothingToExport});
+}
+
+// Every switch set and separator pair whose lines a layout reads back gives the same tickets.
+TEST_F(TicketFilesTest, ExportThenImportGivesTheSameTickets) {
+    struct Case {
+        const char* switches;
+        QString red, blue;
+        int layout;
+    };
+    const QString blank = QStringLiteral(" ");
+    const std::vector<Case> cases{
+        {"0010", blank, QStringLiteral("+"), 0},  // 淘宝
+        {"0011", blank, blank, 0},
+        {"0010", QStringLiteral(","), QStringLiteral(","), 0},
+        {"0010", QStringLiteral("，"), QStringLiteral("-"), 0},
+        {"0010", QStringLiteral("-"), QStringLiteral("+"), 0},
+        {"0110", blank, QStringLiteral("+"), 1},
+        {"1110", blank, blank, 1},
+        {"0110", blank, QStringLiteral("，"), 1},
+        {"1010", blank, QStringLiteral("+"), 2},
+        {"1011", QStringLiteral(","), QStringLiteral("+"), 2},
+        {"1010", QStringLiteral("，"), QStringLiteral("，"), 2},
+    };
+    addSample(kIssue);
+    const Balls before = balls();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.switches) + " layout " + std::to_string(c.layout) + " " +
+                     c.red.toStdString());
+        ui().answerToFile(exportOptions(c.switches, c.red, c.blue));
+        ASSERT_EQ(export_HaoMa(kIssue), 7);
+        TicketImportOptions in;
+        in.daoRuGeShi = c.layout;
+        in.daoRuQiHao = QString::number(kIssue);
+        ui().answerFromFile(in);
+        ui().answerConfirm(false);  // drop what the table holds
+        EXPECT_EQ(import_HaoMa(exportPath()), 7);
+        EXPECT_EQ(balls(), before);
+    }
+    // 财付通's "|" is no separator on the way in.
+    ui().answerToFile(exportOptions("0010", QStringLiteral(","), QStringLiteral("|")));
+    export_HaoMa(kIssue);
+    ui().answerConfirm(false);
+    EXPECT_EQ(import_HaoMa(exportPath()), 0);
+}
+
+TEST_F(TicketFilesTest, ImportKeepsOrDeletesAndCountsOn) {
+    addSample(kIssue);
+    addSample(kIssue + 1);
+    const QString file = writeFile(QStringLiteral("t.txt"),
+                                   "01 02 03 04 05 06+07\r\nbad line\r\n\r\n"
+                                   "2008120 01 02 03 04 05 06 08\n09 08 07 06 05 04 03");
+    TicketImportOptions in{TicketImportOptions::kNumbersOnly, QStringLiteral("2008200")};
+    ui().answerFromFile(in);
+    ui().answerConfirm(true);
+    EXPECT_EQ(import_HaoMa(file), 2);  // the line with an issue reads 2008120 as a red
+    auto all = tickets();
+    ASSERT_EQ(all.size(), 16u);
+    EXPECT_EQ(all[14].serial, 15);
+    EXPECT_EQ(all[14].issue, 2008200);
+    EXPECT_EQ(all[15].reds, makeReds(9, 8, 7, 6, 5, 4));
+    EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM 表格中原有的数据要保留吗？ -> yes")));
+    EXPECT_EQ(shared().biaoJiQingLing, 0);
+
+    // No deletes every issue; layout 1 takes each line's issue and skips lines without one.
+    in.daoRuGeShi = TicketImportOptions::kIssueAndNumbers;
+    ui().answerFromFile(in);
+    ui().answerConfirm(false);
+    EXPECT_EQ(import_HaoMa(file), 1);
+    all = tickets();
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].issue, 2008120);
+    EXPECT_EQ(all[0].serial, 1);
+}
+
+TEST_F(TicketFilesTest, ImportDialogRefusalsAndCancel) {
+    const QString file = writeFile(QStringLiteral("t.txt"), "01 02 03 04 05 06+07\n");
+    ui().answerFromFile(TicketImportOptions{TicketImportOptions::kNumbersOnly, QStringLiteral("200811")});
+    ui().answerFromFile(TicketImportOptions{TicketImportOptions::kNumbersOnly, QStringLiteral("2008118")});
+    EXPECT_EQ(import_HaoMa(file), 1);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kNeedSevenDigitIssue});
+    EXPECT_EQ(tickets()[0].issue, 2008118);
+    ui().answerFromFile(std::nullopt);
+    EXPECT_EQ(import_HaoMa(file), 0);
+    EXPECT_EQ(tickets().size(), 1u);
+    // The dialog opens on the issue after the latest draw.
+    addDraw(2008118, QStringLiteral("2008/10/09"), kReds);
+    EXPECT_EQ(import_DefaultIssue(), QStringLiteral("2008119"));
+}
+
+TEST_F(TicketFilesTest, BadFilesImportNothingWrong) {
+    std::vector<QByteArray> files;
+    files.push_back(QByteArray());
+    QByteArray binary;
+    for (unsigned i = 0; i < 300000; ++i) binary += char((i * 7919u + i / 13) % 256);
+    files.push_back(binary);
+    files.push_back(QByteArray(4 << 20, '1'));                           // one huge line of digits
+    files.push_back(QByteArray(3 << 20, ' ') + "01 02 03 04 05 06 07");  // huge, but one good ticket
+    files.push_back("01 02 03 04 05 06 07\r" + QByteArray(1 << 20, ',') + "\r08 09 10 11 12 13 14\r");
+    files.push_back("\xFF\xFE\x00\xD8 01 02 03 04 05 06 07");  // UTF-16 with a lone surrogate
+    files.push_back(
+        "01 02 03 04 05 06 0\x00"
+        "7\n34 02 03 04 05 06 07\n01 02 03 04 05 06 17\n-1 02 03 04 05 06 07");
+    int total = 0;
+    for (size_t i = 0; i < files.size(); ++i) {
+        SCOPED_TRACE(i);
+        const QString file = writeFile(QStringLiteral("bad%1.txt").arg(i), files[i]);
+        ui().answerFromFile(TicketImportOptions{int(i % 3), QStringLiteral("2008118")});
+        total += import_HaoMa(file);
+    }
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表")), total);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 红球1<1 or 红球1>33 or 红球2<1 or "
+                                       "红球2>33 or 红球3<1 or 红球3>33 or 红球4<1 or 红球4>33 or 红球5<1 or "
+                                       "红球5>33 or 红球6<1 or 红球6>33 or 蓝球<1 or 蓝球>16")),
+              0);
+    // A file that is not there imports nothing.
+    ui().answerFromFile(TicketImportOptions{0, QStringLiteral("2008118")});
+    EXPECT_EQ(import_HaoMa(tempPath(QStringLiteral("missing.txt"))), 0);
+}
+
+TEST_F(TicketFilesTest, ImportReadsChineseToolsFiles) {
+    QStringEncoder gb("GB18030");
+    const QString text = QStringLiteral(
+        "第1注：01，02，03，04，05，06＋07\r\n"
+        "　　08　09　10　11　12　13　14\r\n"
+        "１２ 全角数字不读 ３ ４ ５ ６ ７\r\n"
+        "21，22，23，24，25，26，15　备注\r\n");
+    const QString file = writeFile(QStringLiteral("gb.txt"), gb.encode(text));
+    // The full-width plus is no separator, so the first line lacks its blue; in layout 2 the leading
+    // ideographic spaces become the dropped first field of the second line.
+    ui().answerFromFile(TicketImportOptions{2, QStringLiteral("2008118")});
+    EXPECT_EQ(import_HaoMa(file), 1);
+    EXPECT_EQ(tickets().back().reds, makeReds(8, 9, 10, 11, 12, 13));
+    ui().answerFromFile(TicketImportOptions{0, QStringLiteral("2008118")});
+    EXPECT_EQ(import_HaoMa(file), 1);
+    EXPECT_EQ(tickets().back().reds, makeReds(21, 22, 23, 24, 25, 26));
+    EXPECT_EQ(tickets().back().blue, 15);
+}
+
+TEST_F(TicketFilesTest, ImportCommandReportsTheCountAndBindsEveryIssue) {
+    addSample(kIssue - 1);
+    const QString file = writeFile(QStringLiteral("t.txt"), "01 02 03 04 05 06+07\n");
+    ui().answerFile(file);
+    ui().answerFromFile(TicketImportOptions{0, QStringLiteral("2008118")});
+    ui().answerConfirm(true);
+    cmmTouZhu_Click(kCmdImport);
+    EXPECT_EQ(ui().messages(), QStringList{QStringLiteral("数据导入完成，共导入：１ 注！")});
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("\r\n\r\n数据导入完成，共导入：１ 注！")));
+    EXPECT_EQ(ui().lines().filter(QStringLiteral("GRID TDBGrid_RZ")).last(),
+              QStringLiteral("GRID TDBGrid_RZ 8 rows"));
+    // No file chosen: nothing happens.
+    ui().clear();
+    cmmTouZhu_Click(kCmdImport);
+    EXPECT_TRUE(ui().messages().isEmpty());
+}
+
+}  // namespace
+}  // namespace dovrex::test

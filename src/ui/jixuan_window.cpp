@@ -26,7 +26,8 @@ constexpr int kLabelWidth = 56;
 // Picture1: one row a ticket, six reds then the blue; a ball not drawn yet is an empty ring.
 class JiXuanBoard : public QWidget {
   public:
-    JiXuanBoard(const JiXuanWindow& window, int rows, QWidget* parent) : QWidget(parent), window_(window), rows_(rows) {
+    JiXuanBoard(const JiXuanWindow& window, int rows, QWidget* parent)
+        : QWidget(parent), window_(window), rows_(rows) {
         setObjectName(QStringLiteral("Picture1"));
         setMinimumSize(kLabelWidth + 7 * (kBall + kGap) + kGap * 3, rows * (kBall + kGap) + kGap);
         setAutoFillBackground(true);
@@ -43,13 +44,15 @@ class JiXuanBoard : public QWidget {
         for (int k = 0; k < rows_; ++k) {
             const int y = kGap + k * (kBall + kGap);
             painter.setPen(Qt::darkGray);
-            painter.drawText(QRect(0, y, kLabelWidth, kBall), Qt::AlignCenter, QStringLiteral("第%1注").arg(k + 1));
+            painter.drawText(QRect(0, y, kLabelWidth, kBall), Qt::AlignCenter,
+                             QStringLiteral("第%1注").arg(k + 1));
             for (int c = 0; c < 7; ++c) {
                 const int x = kLabelWidth + c * (kBall + kGap) + (c == 6 ? kGap * 2 : 0);
                 const QRectF rect(x, y, kBall, kBall);
                 const int n = hao[size_t(k)][size_t(c)];
                 if (n > 0) {
-                    paintBall(painter, rect, c == 6 ? kBlueBall : kRedBall, QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0')));
+                    paintBall(painter, rect, c == 6 ? kBlueBall : kRedBall,
+                              QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0')));
                 } else {
                     painter.setPen(QPen(QColor(0xCC, 0xCC, 0xCC), 1.5));
                     painter.setBrush(Qt::NoBrush);
@@ -109,7 +112,8 @@ void JiXuanWindow::tick() {
 }
 
 void show_JiXuan(QWidget* parent) {
-    const int n = jiXuan_ZhuShu(screen().ui_AskText(msg::kJiXuanAsk, msg::kJiXuanCaption, QStringLiteral("5")));
+    const int n =
+        jiXuan_ZhuShu(screen().ui_AskText(msg::kJiXuanAsk, msg::kJiXuanCaption, QStringLiteral("5")));
     if (n < 1) return;
     JiXuanWindow window(n, JiXuanDraw::clockSeed(), parent);
     window.exec();

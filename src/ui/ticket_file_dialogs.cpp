@@ -80,18 +80,22 @@ ToFileDialog::ToFileDialog(const TicketExportOptions& options, QWidget* parent) 
     for (int i = 0; i < export_PresetItems().size() - 1; ++i) {
         probe = options;
         export_ApplyPreset(export_PresetItems()[i], probe);
-        if (probe.hongJianGe == options.hongJianGe && probe.hongLanJianGe == options.hongLanJianGe) current = i;
+        if (probe.hongJianGe == options.hongJianGe && probe.hongLanJianGe == options.hongLanJianGe)
+            current = i;
     }
     presets_->setCurrentIndex(current);
     form->addRow(QStringLiteral("导出格式："), presets_);
-    redSeparator_ = separatorBox(QStringLiteral("Text_FGred"), export_RedSeparatorItems(), options.hongJianGe, this);
-    blueSeparator_ = separatorBox(QStringLiteral("Text_FG"), export_BlueSeparatorItems(), options.hongLanJianGe, this);
+    redSeparator_ =
+        separatorBox(QStringLiteral("Text_FGred"), export_RedSeparatorItems(), options.hongJianGe, this);
+    blueSeparator_ =
+        separatorBox(QStringLiteral("Text_FG"), export_BlueSeparatorItems(), options.hongLanJianGe, this);
     form->addRow(QStringLiteral("红球间隔符："), redSeparator_);
     form->addRow(QStringLiteral("红蓝分隔符："), blueSeparator_);
     layout->addLayout(form);
     connect(presets_, &QComboBox::activated, this, &ToFileDialog::choosePreset);
 
-    auto* note = new QLabel(QStringLiteral("导出的号码写入程序文件夹中的 dovrexDaocu.txt，并复制到粘贴板。"), this);
+    auto* note =
+        new QLabel(QStringLiteral("导出的号码写入程序文件夹中的 dovrexDaocu.txt，并复制到粘贴板。"), this);
     note->setWordWrap(true);
     layout->addWidget(note);
     layout->addWidget(okCancel(this));
@@ -134,7 +138,8 @@ FromFileDialog::FromFileDialog(const TicketImportOptions& options, QWidget* pare
     issueLabel_ = new QLabel(QStringLiteral("号码对应的期号："), frame);
     issue_ = new QLineEdit(options.daoRuQiHao, frame);
     issue_->setObjectName(QStringLiteral("Txt_FromFileQS"));
-    issue_->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), issue_));
+    issue_->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), issue_));
     issueLabel_->setBuddy(issue_);
     row->addWidget(issueLabel_);
     row->addWidget(issue_);

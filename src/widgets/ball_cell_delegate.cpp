@@ -15,7 +15,8 @@ bool BallCellDelegate::isBall(const QModelIndex& index) const {
     return ok && numbers_.contains(n);
 }
 
-void BallCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+void BallCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
     if (!isBall(index)) {
         QStyledItemDelegate::paint(painter, option, index);
         return;

@@ -15,7 +15,8 @@ class BallCellDelegate : public QStyledItemDelegate {
     const QSet<int>& numbers() const { return numbers_; }
     bool isBall(const QModelIndex& index) const;
 
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
     // The least row height that shows the balls whole.

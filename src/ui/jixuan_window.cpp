@@ -1,4 +1,5 @@
 #include "ui/jixuan_window.h"
+#include "ui/lucky_number_window.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -120,6 +121,12 @@ void show_JiXuan(QWidget* parent) {
 }
 
 namespace {
+
+// The lucky-number chooser offers a random ticket through this window.
+const bool jixuanForLucky = [] {
+    jixuanOpener() = show_JiXuan;
+    return true;
+}();
 
 const RegisterWindowPart ticketTools("random pick and merge", 120, [](FormMain& window) {
     QMenu* tools = window.menu(QStringLiteral("工具(&T)"));

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "app/shared_state.h"
+#include "app/ticket_options.h"
 #include "filters/condition_store.h"
 #include "pipeline/pick_state.h"
 #include "pipeline/pipeline_commands.h"
@@ -39,9 +41,19 @@ class PlayerScreen : public GuiScreen {
   public:
     QStringList shown, asked;
     QStringList typed;
+    QList<bool> answers;  // yes when it runs dry
+    QString file;         // the file every file dialog chooses
+    TicketImportOptions importAs;
     void ui_Message(const QString& text, MessageKind) override { shown << text; }
     bool ui_Confirm(const QString& text) override {
         asked << text;
+        return answers.isEmpty() ? true : answers.takeFirst();
+    }
+    QString ui_PickFile(const QString&, bool) override { return file; }
+    // The export dialog is accepted as it opens: numbers, a blank between reds, "+" before the blue.
+    bool ui_ToFile(TicketExportOptions&) override { return true; }
+    bool ui_FromFile(TicketImportOptions& options) override {
+        options = importAs;
         return true;
     }
     QString ui_AskText(const QString&, const QString&, const QString& proposed) override {
@@ -120,12 +132,14 @@ class PlayerWalkTest : public ::testing::Test {
 };
 
 TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
-    constexpr int kIssue = 2026097;
+    // The newest shipped draw, so that the tickets can be checked against it at the end:
+    // 01 04 16 22 26 31 + 04.
+    constexpr int kIssue = 2026096;
     start();
 
     // Twelve red drags, two blue drags: C(12,6) * 2 tickets.
     for (int n = 1; n <= 12; ++n) QTest::mouseClick(pickPage_->button(n), Qt::LeftButton);
-    for (int n = 101; n <= 102; ++n) QTest::mouseClick(pickPage_->button(n), Qt::LeftButton);
+    for (int n = 103; n <= 104; ++n) QTest::mouseClick(pickPage_->button(n), Qt::LeftButton);
     window_->selectPage(TopPage::Tickets);
     screen_->typed << QString::number(kIssue);
     press(kCmdInit);
@@ -179,6 +193,34 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
     EXPECT_GE(chosen.size(), 3u);
     EXPECT_LE(chosen.size(), kept.size());
     for (const Ticket& t : chosen) EXPECT_NE(std::find(kept.begin(), kept.end(), t), kept.end());
+
+    // Export to the program folder's text file, empty the table, import the file again.
+    press(kCmdExport);
+    const QString exported = paths_.programDir + QStringLiteral("/dovrexDaocu.txt");
+    ASSERT_TRUE(QFileInfo::exists(exported));
+    press(kCmdDelete);
+    EXPECT_TRUE(ticketsOf(kIssue).empty());
+    screen_->file = exported;
+    screen_->importAs.daoRuGeShi = TicketImportOptions::kNumbersOnly;
+    screen_->importAs.daoRuQiHao = QString::number(kIssue);
+    press(kCmdImport);
+    EXPECT_EQ(ticketsOf(kIssue), chosen);
+
+    // 开奖核对 against the real draw: hits written beside every ticket.
+    press(kCmdPrizeCheck);
+    const std::set<int> drawnReds{1, 4, 16, 22, 26, 31};
+    auto hits = store_Query(
+        QStringLiteral(
+            "select 红球1,红球2,红球3,红球4,红球5,红球6,蓝球,红球中,蓝球中 from 日志表 where 期号=?"),
+        {kIssue});
+    int checked = 0;
+    for (; !hits->eof(); hits->moveNext(), ++checked) {
+        int reds = 0;
+        for (int i = 0; i < 6; ++i) reds += drawnReds.count(hits->intValue(i)) ? 1 : 0;
+        EXPECT_EQ(hits->intValue(7), reds);
+        EXPECT_EQ(hits->intValue(8), hits->intValue(6) == 4 ? 1 : 0);
+    }
+    EXPECT_EQ(checked, int(chosen.size()));
 
     exitProgram();
 

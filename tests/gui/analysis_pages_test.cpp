@@ -12,6 +12,7 @@
 #include "analysis/jindu.h"
 #include "app/app_flow.h"
 #include "app/shared_state.h"
+#include "gui/seeded_program.h"
 #include "history/history_queries.h"
 #include "store/store.h"
 #include "ui/analysis_groups_dialog.h"
@@ -40,24 +41,14 @@ class AnswerScreen : public GuiScreen {
     int ui_ChooseUserMode() override { return 1; }
 };
 
-class AnalysisPagesTest : public ::testing::Test {
+class AnalysisPagesTest : public SeededProgramTest {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(tmp_.isValid());
-        paths_.programDir = tmp_.path() + QStringLiteral("/program");
-        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
-        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
-        Clock::setToday(QDate(2026, 8, 21));
-        auto owned = std::make_unique<AnswerScreen>();
-        screen_ = owned.get();
-        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        SeededProgramTest::SetUp();
+        session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         other_ = session_->window()->otherPage();
         ASSERT_NE(other_, nullptr);
-    }
-    void TearDown() override {
-        session_.reset();
-        Clock::useSystemClock();
     }
     template <class Page>
     Page* show() {
@@ -68,10 +59,7 @@ class AnalysisPagesTest : public ::testing::Test {
         return page;
     }
 
-    QTemporaryDir tmp_;
-    AppPaths paths_;
     AnswerScreen* screen_ = nullptr;
-    std::unique_ptr<ProgramSession> session_;
     OtherPage* other_ = nullptr;
 };
 

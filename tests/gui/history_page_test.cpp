@@ -9,6 +9,7 @@
 
 #include "app/app_flow.h"
 #include "app/shared_state.h"
+#include "gui/seeded_program.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
 #include "pipeline/pick_state.h"
@@ -37,24 +38,14 @@ class BoxScreen : public GuiScreen {
     int ui_ChooseUserMode() override { return 1; }
 };
 
-class HistoryPageTest : public ::testing::Test {
+class HistoryPageTest : public SeededProgramTest {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(tmp_.isValid());
-        paths_.programDir = tmp_.path() + QStringLiteral("/program");
-        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
-        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
-        Clock::setToday(QDate(2026, 8, 21));
-        auto owned = std::make_unique<BoxScreen>();
-        screen_ = owned.get();
-        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        SeededProgramTest::SetUp();
+        session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         page_ = session_->window()->historyPage();
         session_->window()->selectPage(TopPage::History);
-    }
-    void TearDown() override {
-        session_.reset();
-        Clock::useSystemClock();
     }
 
     void type(const QStringList& balls) {
@@ -68,10 +59,7 @@ class HistoryPageTest : public ::testing::Test {
         return page_->findChild<QAbstractButton*>(QLatin1String(name));
     }
 
-    QTemporaryDir tmp_;
-    AppPaths paths_;
     BoxScreen* screen_ = nullptr;
-    std::unique_ptr<ProgramSession> session_;
     HistoryPage* page_ = nullptr;
 };
 

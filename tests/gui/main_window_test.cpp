@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QDateEdit>
 #include <QFile>
 #include <QFileInfo>
-#include <QAction>
 #include <QFrame>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QProgressBar>
@@ -16,26 +18,25 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
-#include <QDateEdit>
-#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
 #include "app/app_flow.h"
 #include "app/shared_state.h"
+#include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
-#include "support/draw_list_server.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
+#include "store/condition_files.h"
 #include "store/store.h"
+#include "support/draw_list_server.h"
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"
 #include "ui/history_page.h"
 #include "ui/main_window.h"
 #include "ui/program_session.h"
 #include "users/users.h"
-#include "store/condition_files.h"
 #include "widgets/cursor_model.h"
 #include "widgets/timed_tip.h"
 
@@ -68,32 +69,16 @@ class ScriptedScreen : public GuiScreen {
 
 constexpr int kShippedDraws = 3493;
 
-class MainWindowTest : public ::testing::Test {
+class MainWindowTest : public SeededProgramTest {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(tmp_.isValid());
-        paths_.programDir = tmp_.path() + QStringLiteral("/program");
-        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
-        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
-        Clock::setToday(QDate(2026, 8, 21));
-    }
-    void TearDown() override { Clock::useSystemClock(); }
-
     // A session whose boxes are answered by a ScriptedScreen.
-    std::unique_ptr<ProgramSession> session(ScriptedScreen*& screen) {
-        auto owned = std::make_unique<ScriptedScreen>();
-        screen = owned.get();
-        return std::make_unique<ProgramSession>(paths_, std::move(owned));
-    }
+    std::unique_ptr<ProgramSession> session(ScriptedScreen*& screen) { return makeSession(screen); }
 
     static int column(const CursorModel* model, const QString& name) {
         for (int c = 0; c < model->columnCount(); ++c)
             if (model->headerData(c, Qt::Horizontal).toString() == name) return c;
         return -1;
     }
-
-    QTemporaryDir tmp_;
-    AppPaths paths_;
 };
 
 TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {

@@ -19,6 +19,7 @@
 #include "analysis/probability.h"
 #include "app/shared_state.h"
 #include "filters/condition_store.h"
+#include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"
 #include "pipeline/pipeline_commands.h"
 #include "store/date_value.h"
@@ -52,29 +53,19 @@ class PlayerScreen : public GuiScreen {
     int ui_ChooseUserMode() override { return 1; }
 };
 
-class PickPageTest : public ::testing::Test {
+class PickPageTest : public SeededProgramTest {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(tmp_.isValid());
-        paths_.programDir = tmp_.path() + QStringLiteral("/program");
-        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
-        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
-        Clock::setToday(QDate(2026, 8, 21));
+        SeededProgramTest::SetUp();
         picks() = PickState{};
         gaiLvBiaoJi() = {};
-        auto owned = std::make_unique<PlayerScreen>();
-        screen_ = owned.get();
-        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();
         pickPage_ = qobject_cast<PickPage*>(window_->conditionsPage()->tab(1));
         ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
         ASSERT_NE(pickPage_, nullptr);
         ASSERT_NE(ticketsPage_, nullptr);
-    }
-    void TearDown() override {
-        session_.reset();
-        Clock::useSystemClock();
     }
 
     void click(int index) { QTest::mouseClick(pickPage_->button(index), Qt::LeftButton); }
@@ -88,10 +79,7 @@ class PickPageTest : public ::testing::Test {
         for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);
     }
 
-    QTemporaryDir tmp_;
-    AppPaths paths_;
     PlayerScreen* screen_ = nullptr;
-    std::unique_ptr<ProgramSession> session_;
     FormMain* window_ = nullptr;
     PickPage* pickPage_ = nullptr;
     TicketsPage* ticketsPage_ = nullptr;

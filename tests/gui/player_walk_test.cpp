@@ -17,6 +17,7 @@
 #include "app/shared_state.h"
 #include "app/ticket_options.h"
 #include "filters/condition_store.h"
+#include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"
 #include "pipeline/pipeline_commands.h"
 #include "store/date_value.h"
@@ -82,25 +83,11 @@ int shared7(const Ticket& a, const Ticket& b) {
     return n;
 }
 
-class PlayerWalkTest : public ::testing::Test {
+class PlayerWalkTest : public SeededProgramTest {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(tmp_.isValid());
-        paths_.programDir = tmp_.path() + QStringLiteral("/program");
-        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
-        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
-        Clock::setToday(QDate(2026, 8, 21));
-    }
-    void TearDown() override {
-        session_.reset();
-        Clock::useSystemClock();
-    }
-
     void start() {
         picks() = PickState{};
-        auto owned = std::make_unique<PlayerScreen>();
-        screen_ = owned.get();
-        session_ = std::make_unique<ProgramSession>(paths_, std::move(owned));
+        session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();
         pickPage_ = qobject_cast<PickPage*>(window_->conditionsPage()->tab(1));
@@ -122,9 +109,6 @@ class PlayerWalkTest : public ::testing::Test {
         return nullptr;
     }
 
-    QTemporaryDir tmp_;
-    AppPaths paths_;
-    std::unique_ptr<ProgramSession> session_;
     PlayerScreen* screen_ = nullptr;
     FormMain* window_ = nullptr;
     PickPage* pickPage_ = nullptr;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QDate>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "app/app_paths.h"
+#include "store/date_value.h"
+#include "ui/program_session.h"
+
+namespace dovrex {
+
+// A program folder in a temporary folder, seeded from the build's default data, with "today" the
+// day after the newest shipped draw. Sessions on it have their boxes answered by a test screen.
+class SeededProgramTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(tmp_.isValid());
+        paths_.programDir = tmp_.path() + QStringLiteral("/program");
+        paths_.tempDir = tmp_.path() + QStringLiteral("/temp");
+        ASSERT_TRUE(AppPaths::seedProgramDir(paths_.programDir, QStringLiteral(DOVREX_BUILD_DIR "/data")));
+        Clock::setToday(QDate(2026, 8, 21));
+    }
+    void TearDown() override {
+        session_.reset();
+        Clock::useSystemClock();
+    }
+    // A session (not yet started) whose boxes `TestScreen` answers.
+    template <class TestScreen>
+    std::unique_ptr<ProgramSession> makeSession(TestScreen*& screen) {
+        auto owned = std::make_unique<TestScreen>();
+        screen = owned.get();
+        return std::make_unique<ProgramSession>(paths_, std::move(owned));
+    }
+
+    QTemporaryDir tmp_;
+    AppPaths paths_;
+    std::unique_ptr<ProgramSession> session_;
+};
+
+}  // namespace dovrex

@@ -269,7 +269,13 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     userSwitch->setVisible(true);  // as in multi-user mode: a hidden action never reads enabled
     int rowsAtPress = -1;
     QElapsedTimer sincePress;
-    QTimer::singleShot(150, [&] {
+    // Pressed once the pass is a few thousand rows in, however fast the machine is.
+    auto* bar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
+    ASSERT_NE(bar, nullptr);
+    bool pressed = false;
+    QObject::connect(bar, &QProgressBar::valueChanged, ticketsPage_, [&](int value) {
+        if (pressed || value < 5000) return;
+        pressed = true;
         disabledDuringRun = !ticketsPage_->commandBar()->isEnabled();
         menuDisabledDuringRun = !menuEntry(kCmdInit)->isEnabled();
         stopShown = ticketsPage_->stopFrame()->isVisible();

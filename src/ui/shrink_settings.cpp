@@ -139,6 +139,11 @@ void ShrinkSettings::loadWeights() {
 
 void ShrinkSettings::showEvent(QShowEvent* event) {
     QFrame::showEvent(event);
+    if (frame_ && !placed_ && parentWidget()) {
+        // Over the main window, not wherever the desktop puts a new tool window.
+        placed_ = true;
+        move(parentWidget()->window()->geometry().center() - rect().center());
+    }
     try {
         reload();
     } catch (const StoreError&) {

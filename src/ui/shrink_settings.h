@@ -37,6 +37,7 @@ class ShrinkSettings : public QFrame {
     std::array<QLabel*, 34> values_{};
     bool loading_ = false;
     bool frame_ = false;
+    bool placed_ = false;  // the floating frame is centred over the window the first time only
 };
 
 // TimerSuosuijinxingzong: an invisible control whose enabled state starts and stops the moving bar

@@ -87,35 +87,35 @@ TrendSpec trendSpecOfTab(const QString& caption) {
     return {};
 }
 
-QStringList trendColumnCaptions(const TrendSpec& spec) {
-    if (spec.family == TrendFamily::Pattern) return patterns(spec.patternMode);
+QStringList trendColumnCaptions(const TrendSpec& trend) {
+    if (trend.family == TrendFamily::Pattern) return patterns(trend.patternMode);
     QStringList out;
-    for (int k = 0; k < spec.columns; ++k) out << QString::number(k);
+    for (int k = 0; k < trend.columns; ++k) out << QString::number(k);
     return out;
 }
 
-QList<TrendRow> trendRows(const TrendSpec& spec, int periods) {
+QList<TrendRow> trendRows(const TrendSpec& trend, int periods) {
     QList<TrendRow> rows;
-    if (spec.field.isEmpty()) return rows;
+    if (trend.field.isEmpty()) return rows;
     const IssueNumber from = prev_QiHao(latest_QiHao(), periods);
     auto c = store_Query(QStringLiteral("select  期号,[%1] from 历史记录 where 期号>%2 order by 期号 asc")
-                             .arg(spec.field)
+                             .arg(trend.field)
                              .arg(from));
-    const QStringList keys = patterns(spec.patternMode);
+    const QStringList keys = patterns(trend.patternMode);
     for (; !c->eof(); c->moveNext()) {
         TrendRow row;
         row.issue = c->intValue(0);
         row.value = c->value(1).toString();
-        if (spec.family == TrendFamily::Pattern) {
+        if (trend.family == TrendFamily::Pattern) {
             row.column = std::max(0, int(keys.indexOf(row.value)));
         } else {
             bool ok = false;
             int v = row.value.toInt(&ok);
-            if (spec.family == TrendFamily::Tail) {
+            if (trend.family == TrendFamily::Tail) {
                 v %= 10;
                 row.value = QString::number(v);
             }
-            row.column = ok && v >= 0 && v < spec.columns ? v : -1;
+            row.column = ok && v >= 0 && v < trend.columns ? v : -1;
         }
         rows << row;
     }
@@ -132,13 +132,13 @@ QString trendConditionText(const QString& tip, TrendFamily family) {
     return text;
 }
 
-TrendChart draw_TrendChart(const TrendSpec& spec, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
+TrendChart draw_TrendChart(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
                            const QString& conditionText, const QList<int>& allowedColumns) {
     TrendChart chart;
     const double cw = m.charW, ch = m.charH, w = m.width;
     const double r = ch / 3;
     const double pad = ch * (1 - 1 / 1.1) / 2;  // a text line sits in the middle of its cell
-    const int columns = std::max(1, spec.columns);
+    const int columns = std::max(1, trend.columns);
     chart.height = ch * (n + 5);
     auto text = [&chart](TrendOp::Role role, double x, double y, const QString& t) {
         TrendOp op;
@@ -161,9 +161,9 @@ TrendChart draw_TrendChart(const TrendSpec& spec, const QList<TrendRow>& rows, i
     };
 
     // Frame: title, head, rules, rows, columns and their captions.
-    text(TrendOp::Title, (w - 2 * cw) / 2, pad, spec.title);
+    text(TrendOp::Title, (w - 2 * cw) / 2, pad, trend.title);
     text(TrendOp::Head, 3 * cw, ch / 2, QStringLiteral("期号"));
-    text(TrendOp::Head, 10.8 * cw + cw, ch / 2, spec.name);
+    text(TrendOp::Head, 10.8 * cw + cw, ch / 2, trend.name);
     const double x0 = 20 * cw - cw / 2;
     line(TrendOp::Rule, x0, ch, w, ch);
     line(TrendOp::Rule, 10 * cw, 0, 10 * cw, chart.height - 3 * ch);
@@ -177,7 +177,7 @@ TrendChart draw_TrendChart(const TrendSpec& spec, const QList<TrendRow>& rows, i
     }
     for (int k = 0; k < columns; ++k) chart.colX << x0 + k * (w - x0) / columns;
     for (int k = 0; k < columns; ++k) line(TrendOp::Rule, chart.colX[k], ch, chart.colX[k], ch * (n + 2));
-    const QStringList captions = trendColumnCaptions(spec);
+    const QStringList captions = trendColumnCaptions(trend);
     for (int k = 0; k < columns && k < captions.size(); ++k)
         text(TrendOp::Caption, chart.colX[k] + r, ch + pad, captions[k]);
 

@@ -26,7 +26,7 @@ struct TrendSpec {
 // The chart of a condition tab, by its caption; family None for tabs without one.
 TrendSpec trendSpecOfTab(const QString& tabCaption);
 // The caption of each column: the values 0, 1, ... or the pattern texts.
-QStringList trendColumnCaptions(const TrendSpec& spec);
+QStringList trendColumnCaptions(const TrendSpec& trend);
 
 struct TrendRow {
     IssueNumber issue = 0;
@@ -34,7 +34,7 @@ struct TrendRow {
     int column = 0;  // -1 when the value lies outside the chart's columns
 };
 // The draws after prev_QiHao(latest, periods), oldest first.
-QList<TrendRow> trendRows(const TrendSpec& spec, int periods);
+QList<TrendRow> trendRows(const TrendSpec& trend, int periods);
 
 // The condition line: the page's "当前取值阅览：" text without line ends, "阅览" becoming "范围";
 // in the range and pattern families a text with "～" gets "值范围=" for "值".
@@ -68,7 +68,7 @@ struct TrendChart {
 // The chart of `rows` (at most n used) in the geometry of the metrics: frame, rows, the condition
 // line with the allowed columns marked under the last row, then the marks in three passes. With
 // n = 0 it is the frame alone.
-TrendChart draw_TrendChart(const TrendSpec& spec, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
+TrendChart draw_TrendChart(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
                            const QString& conditionText, const QList<int>& allowedColumns);
 
 // Font sizes of the chart surface: at least 20 at its first drawing, zoomed between 6 and 30.

@@ -51,7 +51,7 @@ Store& store();
 // The screen in use (a silent one when none is installed).
 Screen& screen();
 
-// Shorthands for the spec's store operations on the shared connection.
+// Shorthands for the program's store operations on the shared connection.
 std::shared_ptr<Cursor> store_Query(const QString& sql, const QVariantList& params = {});
 int store_Execute(const QString& sql, const QVariantList& params = {});
 void store_ClearTable(const QString& name);

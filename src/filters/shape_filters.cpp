@@ -44,31 +44,31 @@ struct ShapeTables {
     std::array<std::vector<int>, 34> groupsOf;
     int groupCount = 0;
     int keys[8][14] = {};
-    ShapeSpec spec{};
+    ShapeSpec form{};
 };
 
-ShapeTables readShapeTables(const ShapeSpec& spec) {
+ShapeTables readShapeTables(const ShapeSpec& form) {
     ShapeTables t;
-    t.spec = spec;
-    t.groupCount = spec.groups;
+    t.form = form;
+    t.groupCount = form.groups;
     QStringList cols;
-    for (int k = 0; k < spec.groups; ++k) cols << QString::fromUtf16(spec.prefix) + QString::number(k);
+    for (int k = 0; k < form.groups; ++k) cols << QString::fromUtf16(form.prefix) + QString::number(k);
     auto c =
         store_Query(QStringLiteral("select 号码,%1 from 号码特性  ORDER BY INDEX ASC").arg(cols.join(u',')));
     for (; !c->eof(); c->moveNext()) {
         const int x = c->intValue(0);
         if (x < 1 || x > kRedCount) continue;
         t.groupsOf[size_t(x)].clear();
-        for (int k = 0; k < spec.groups; ++k)
+        for (int k = 0; k < form.groups; ++k)
             if (c->value(k + 1).toInt() != 0) t.groupsOf[size_t(x)].push_back(k);
     }
     // Keys outside the table's bounds are offered on the screen but never match.
     auto enter = [&](const ShapeKey& key) {
-        if (key.maxCount >= spec.maxCountLo && key.maxCount <= spec.maxCountHi &&
-            key.groups >= spec.groupsLo && key.groups <= spec.groupsHi)
+        if (key.maxCount >= form.maxCountLo && key.maxCount <= form.maxCountHi &&
+            key.groups >= form.groupsLo && key.groups <= form.groupsHi)
             t.keys[key.maxCount][key.groups] = key.index;
     };
-    if (spec.head)
+    if (form.head)
         for (const ShapeKey& key : kHeadKeys) enter(key);
     else
         for (const ShapeKey& key : kTenKeys) enter(key);
@@ -84,7 +84,7 @@ int shapeIndex(const ShapeTables& t, const Reds& r) {
         if (counts[k] > maxCount) maxCount = counts[k];
         if (counts[k] > 0) ++groups;
     }
-    const ShapeSpec& s = t.spec;
+    const ShapeSpec& s = t.form;
     if (maxCount < s.maxCountLo || maxCount > s.maxCountHi || groups < s.groupsLo || groups > s.groupsHi)
         throw StoreError(QStringLiteral("%1: shape (%2, %3) out of range")
                              .arg(QString::fromUtf16(s.name))
@@ -96,10 +96,10 @@ int shapeIndex(const ShapeTables& t, const Reds& r) {
 }  // namespace
 
 bool attach_ShapeFilter(FilterDef& def) {
-    for (const ShapeSpec& spec : kShapes) {
-        if (def.name != QString::fromUtf16(spec.name)) continue;
-        def.prepare = [spec](FilterPass&) {
-            auto t = std::make_shared<ShapeTables>(readShapeTables(spec));
+    for (const ShapeSpec& form : kShapes) {
+        if (def.name != QString::fromUtf16(form.name)) continue;
+        def.prepare = [form](FilterPass&) {
+            auto t = std::make_shared<ShapeTables>(readShapeTables(form));
             return TicketTest{[t](const TicketBalls& b) { return shapeIndex(*t, b.reds); }, {}};
         };
         return true;

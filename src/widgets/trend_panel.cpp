@@ -135,11 +135,11 @@ int TrendPanel::fontSize() {
 }
 
 void TrendPanel::show_TrendOfTab(const QString& tabCaption) {
-    spec_ = trendSpecOfTab(tabCaption);
+    trend_ = trendSpecOfTab(tabCaption);
     rows_.clear();
-    if (spec_.family != TrendFamily::None && spec_.family != TrendFamily::Grid) {
+    if (trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid) {
         try {
-            rows_ = trendRows(spec_, kTrendPeriods);
+            rows_ = trendRows(trend_, kTrendPeriods);
         } catch (const StoreError&) {
         }
     }
@@ -169,7 +169,7 @@ void TrendPanel::resizeEvent(QResizeEvent* event) {
 void TrendPanel::redraw() {
     const bool hasChart = !rows_.isEmpty();
     area_->setVisible(hasChart);
-    empty_->setVisible(!hasChart && spec_.family != TrendFamily::None);
+    empty_->setVisible(!hasChart && trend_.family != TrendFamily::None);
     if (!hasChart) return;
     setEnabled(false);
 
@@ -185,15 +185,15 @@ void TrendPanel::redraw() {
     bold.setBold(true);
     const QFontMetricsF fb(bold);
     double widest = 0;
-    for (const QString& c : trendColumnCaptions(spec_)) widest = std::max(widest, fb.horizontalAdvance(c));
+    for (const QString& c : trendColumnCaptions(trend_)) widest = std::max(widest, fb.horizontalAdvance(c));
     for (const TrendRow& row : rows_) widest = std::max(widest, fb.horizontalAdvance(row.value));
     const double r = m.charH / 3;
     const double column = std::max(2 * r, r + widest) + m.charW / 2;
     const double x0 = 20 * m.charW - m.charW / 2;
-    m.width = std::max<double>(drawnWidth_, x0 + std::max(1, spec_.columns) * column);
+    m.width = std::max<double>(drawnWidth_, x0 + std::max(1, trend_.columns) * column);
 
     const TrendChart chart =
-        draw_TrendChart(spec_, rows_, kTrendPeriods, m, trendConditionText(tip_, spec_.family), allowed_);
+        draw_TrendChart(trend_, rows_, kTrendPeriods, m, trendConditionText(tip_, trend_.family), allowed_);
     surface_->setFixedSize(int(std::ceil(m.width)), int(std::ceil(chart.height)));
     surface_->setChart(chart, font);
 

@@ -51,7 +51,7 @@ class TrendPanel : public QFrame {
 
     TrendSurface* surface() const { return surface_; }
     QScrollArea* area() const { return area_; }
-    const TrendSpec& spec() const { return spec_; }
+    const TrendSpec& trend() const { return trend_; }
     const QList<TrendRow>& rows() const { return rows_; }
 
   protected:
@@ -63,7 +63,7 @@ class TrendPanel : public QFrame {
     QScrollArea* area_;
     TrendSurface* surface_;
     QLabel* empty_;
-    TrendSpec spec_;
+    TrendSpec trend_;
     QList<TrendRow> rows_;
     QString tip_;
     QList<int> allowed_;

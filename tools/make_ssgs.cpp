@@ -5,21 +5,28 @@
 // share five reds, so that a shrink at T 6, which scans the formula first, keeps exactly the
 // formula; the shipped file is made without it, for the smallest sizes.
 //
-//   dovrex-makessgs [--independent] <seconds per size> [<first n> <last n> [<temperature>]]
-//       > data/ssgs-formulas.txt
+//   dovrex-makessgs [--independent] [--seed S] [--gen PERM]... <seconds per size>
+//       [<first n> <last n> [<temperature>]] > formulas.txt
 //
 // Method: a greedy cover, then a local search at a fixed size; each time it covers every six the
 // size goes down by one and the search goes on from there, until the time for that size is spent.
-// The search is a weighted exchange (the six whose loss uncovers least weight out, the best six next
-// to an uncovered one in, uncovered sixes gain weight); with --independent an annealing walk at the
-// given temperature that also counts the pairs sharing five. Results depend on the time given and
-// on the machine's speed, so the file is checked in rather than made at build time.
+// The search is a weighted swap (the best exchange that brings in a six next to an uncovered one;
+// uncovered sixes gain weight). With --gen it works on the orbits of the group the given
+// permutations make and keeps formulas made of whole orbits: the graph is many times smaller and
+// the search far stronger. The shipped sizes came from single rotations with a few drags left in
+// place, one size at a time, for example
+//   dovrex-makessgs --gen 13 120 18 18     (a 13-cycle with five drags fixed)
+//   dovrex-makessgs --gen 7,7 120 17 17    (two 7-cycles turned together, three fixed)
+// With --independent an annealing walk at the given temperature that also counts the pairs sharing
+// five. Results depend on the time given, the seed and the machine's speed, so the file is checked
+// in rather than made at build time.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -29,7 +36,9 @@ namespace {
 // Vertices with closed neighbourhoods that are symmetric: x covers v exactly when v covers x.
 struct Graph {
     std::vector<std::vector<int>> closed;
+    std::vector<int> sixes;  // vertex -> sixes it stands for (empty: one each)
     int size() const { return int(closed.size()); }
+    long sixesOf(int v) const { return sixes.empty() ? 1 : sixes[size_t(v)]; }
 };
 
 struct Johnson : Graph {
@@ -184,41 +193,44 @@ struct Search {
     }
 };
 
-// Weighted exchange search at a fixed size: take out the chosen six whose loss uncovers the least
-// weight, bring in the six next to an uncovered one that covers the most weight, and raise the
-// weight of what stays uncovered, so that sixes hard to cover pull the search towards them.
-struct Weighted {
-    const Graph& j;
+// Weighted swap search at a fixed size. Each step takes a random uncovered vertex u and makes the
+// best swap that brings in a vertex next to u: for every candidate y the cost of letting each chosen
+// x go is loss[x] (weight x alone covers) less what y would cover again of it, less what y newly
+// covers. Swapped vertices are tabu for a few steps, and uncovered vertices gain weight each step, so
+// vertices hard to cover pull the search towards them.
+struct WeightedSwap {
+    const Graph& g;
     std::mt19937_64 rng;
     std::vector<int> blocks, slotOf, cover, uncovered, whereUncov;
+    std::vector<long> coverSum;  // sum of the chosen vertices covering v: v's sole coverer when cover is 1
     std::vector<long> weight, loss;  // loss[x]: weight covered by x alone (x chosen)
+    std::vector<long> tabuUntil, bonus;
+    long step = 0;
 
-    Weighted(const Graph& j_, std::uint64_t seed) : j(j_), rng(seed) {}
+    WeightedSwap(const Graph& g_, std::uint64_t seed) : g(g_), rng(seed) {}
 
     void reset(const std::vector<int>& b) {
+        const size_t n = size_t(g.size());
         blocks = b;
-        slotOf.assign(size_t(j.size()), -1);
-        cover.assign(size_t(j.size()), 0);
-        whereUncov.assign(size_t(j.size()), -1);
-        if (weight.empty()) weight.assign(size_t(j.size()), 1);
-        loss.assign(size_t(j.size()), 0);
+        slotOf.assign(n, -1);
+        cover.assign(n, 0);
+        coverSum.assign(n, 0);
+        whereUncov.assign(n, -1);
+        if (weight.empty())
+            for (size_t v = 0; v < n; ++v) weight.push_back(g.sixesOf(int(v)));
+        loss.assign(n, 0);
+        tabuUntil.assign(n, 0);
+        bonus.assign(n, 0);
         uncovered.clear();
         for (size_t i = 0; i < blocks.size(); ++i) slotOf[size_t(blocks[i])] = int(i);
         for (int x : blocks)
-            for (int v : j.closed[size_t(x)]) ++cover[size_t(v)];
-        for (int v = 0; v < j.size(); ++v) {
-            if (cover[size_t(v)] == 0) {
-                whereUncov[size_t(v)] = int(uncovered.size());
-                uncovered.push_back(v);
-            } else if (cover[size_t(v)] == 1) {
-                loss[size_t(soleCoverer(v))] += weight[size_t(v)];
-            }
+            for (int v : g.closed[size_t(x)]) ++cover[size_t(v)], coverSum[size_t(v)] += x;
+        for (size_t v = 0; v < n; ++v) {
+            if (cover[v] == 0)
+                setUncovered(int(v), true);
+            else if (cover[v] == 1)
+                loss[size_t(coverSum[v])] += weight[v];
         }
-    }
-    int soleCoverer(int v) const {
-        for (int z : j.closed[size_t(v)])
-            if (slotOf[size_t(z)] >= 0) return z;
-        return -1;
     }
     void setUncovered(int v, bool on) {
         if (on) {
@@ -235,15 +247,15 @@ struct Weighted {
     void add(int y) {
         slotOf[size_t(y)] = int(blocks.size());
         blocks.push_back(y);
-        for (int v : j.closed[size_t(y)]) {
+        for (int v : g.closed[size_t(y)]) {
             const int c = ++cover[size_t(v)];
             if (c == 1) {
                 setUncovered(v, false);
                 loss[size_t(y)] += weight[size_t(v)];
             } else if (c == 2) {
-                for (int z : j.closed[size_t(v)])
-                    if (z != y && slotOf[size_t(z)] >= 0) loss[size_t(z)] -= weight[size_t(v)];
+                loss[size_t(coverSum[size_t(v)])] -= weight[size_t(v)];
             }
+            coverSum[size_t(v)] += y;
         }
     }
     void removeAt(size_t i) {
@@ -253,70 +265,101 @@ struct Weighted {
         blocks.pop_back();
         slotOf[size_t(x)] = -1;
         loss[size_t(x)] = 0;
-        for (int v : j.closed[size_t(x)]) {
+        for (int v : g.closed[size_t(x)]) {
+            coverSum[size_t(v)] -= x;
             const int c = --cover[size_t(v)];
-            if (c == 0) {
+            if (c == 0)
                 setUncovered(v, true);
-            } else if (c == 1) {
-                loss[size_t(soleCoverer(v))] += weight[size_t(v)];
-            }
+            else if (c == 1)
+                loss[size_t(coverSum[size_t(v)])] += weight[size_t(v)];
         }
     }
-    size_t cheapest(int tabu) {
+    // The chosen vertex whose loss uncovers the least weight for each six it stands for.
+    size_t cheapest() const {
         size_t best = 0;
-        long bestLoss = -1;
-        for (size_t i = 0; i < blocks.size(); ++i) {
-            if (blocks[i] == tabu) continue;
-            const long l = loss[size_t(blocks[i])];
-            if (bestLoss < 0 || l < bestLoss || (l == bestLoss && (rng() & 1))) bestLoss = l, best = i;
-        }
+        for (size_t i = 1; i < blocks.size(); ++i)
+            if (loss[size_t(blocks[i])] * g.sixesOf(blocks[best]) <
+                loss[size_t(blocks[best])] * g.sixesOf(blocks[i]))
+                best = i;
         return best;
     }
 
-    // True once every six is covered.
+    // True once every vertex is covered.
     bool run(std::chrono::steady_clock::time_point until) {
-        int tabu = -1;
-        long step = 0;
+        std::vector<int> touched;
         while (!uncovered.empty()) {
-            if ((++step & 255) == 0 && std::chrono::steady_clock::now() > until) return false;
-            const size_t xi = cheapest(tabu);
-            const int x = blocks[xi];
-            removeAt(xi);
+            if ((++step & 63) == 0 && std::chrono::steady_clock::now() > until) return false;
             const int u = uncovered[rng() % uncovered.size()];
-            int y = -1;
-            long bestGain = -1;
-            for (int c : j.closed[size_t(u)]) {
-                if (c == x || slotOf[size_t(c)] >= 0) continue;
-                long g = 0;
-                for (int v : j.closed[size_t(c)])
-                    if (cover[size_t(v)] == 0) g += weight[size_t(v)];
-                if (g > bestGain || (g == bestGain && (rng() & 1))) bestGain = g, y = c;
+            long best = std::numeric_limits<long>::max();
+            int bestX = -1, bestY = -1;
+            unsigned ties = 0;
+            for (int y : g.closed[size_t(u)]) {
+                if (slotOf[size_t(y)] >= 0 || tabuUntil[size_t(y)] > step) continue;
+                long gain = 0;
+                touched.clear();
+                for (int v : g.closed[size_t(y)]) {
+                    if (cover[size_t(v)] == 0) {
+                        gain += weight[size_t(v)];
+                    } else if (cover[size_t(v)] == 1) {
+                        const int x = int(coverSum[size_t(v)]);
+                        if (bonus[size_t(x)] == 0) touched.push_back(x);
+                        bonus[size_t(x)] += weight[size_t(v)];
+                    }
+                }
+                for (int x : blocks) {
+                    if (tabuUntil[size_t(x)] > step) continue;
+                    const long cost = loss[size_t(x)] - bonus[size_t(x)] - gain;
+                    if (cost < best) {
+                        best = cost, bestX = x, bestY = y, ties = 1;
+                    } else if (cost == best && rng() % ++ties == 0) {
+                        bestX = x, bestY = y;
+                    }
+                }
+                for (int x : touched) bonus[size_t(x)] = 0;
             }
-            add(y);
-            tabu = y;
+            if (bestX < 0) continue;
+            removeAt(size_t(slotOf[size_t(bestX)]));
+            add(bestY);
+            tabuUntil[size_t(bestX)] = step + 5 + long(rng() % 3);
+            tabuUntil[size_t(bestY)] = step + 2 + long(rng() % 3);
             for (int v : uncovered) ++weight[size_t(v)];
         }
         return true;
     }
 };
 
-// The sixes up to a group of permutations of the drags: the drags fall into consecutive cycles of
-// the given lengths, each turned on its own (the rest stay). A formula made of whole orbits covers
+// A permutation of the drags, written either as cycle lengths ("17" turns drags 0..16, "5,5,5" turns
+// three runs of five together, a 1 leaves a drag where it is) or, after a 'p', as the image of each
+// drag in turn ("p0,2,4,..."). Drags not named stay.
+std::vector<int> parsePermutation(const char* text, int n) {
+    std::vector<int> perm(static_cast<size_t>(n));
+    for (int i = 0; i < n; ++i) perm[size_t(i)] = i;
+    std::vector<int> numbers;
+    for (const char* p = text[0] == 'p' ? text + 1 : text; *p;) {
+        numbers.push_back(std::atoi(p));
+        while (*p && *p != ',') ++p;
+        if (*p) ++p;
+    }
+    if (text[0] == 'p') {
+        for (size_t i = 0; i < numbers.size() && i < size_t(n); ++i)
+            if (numbers[i] >= 0 && numbers[i] < n) perm[i] = numbers[i];
+        return perm;
+    }
+    int start = 0;
+    for (int len : numbers) {
+        if (len < 1 || start + len > n) break;
+        for (int i = 0; i < len; ++i) perm[size_t(start + i)] = start + (i + 1) % len;
+        start += len;
+    }
+    return perm;
+}
+
+// The sixes up to the group the given permutations make. A formula made of whole orbits covers
 // every six when it covers one six of each orbit, so the search works on far fewer vertices.
 struct Orbits : Graph {
     std::vector<std::vector<int>> members;  // orbit -> its sixes (ranks)
 
-    Orbits(const Johnson& j, const std::vector<int>& cycles) {
-        std::vector<std::vector<int>> generators;
-        int start = 0;
-        for (int len : cycles) {
-            if (start + len > j.n) break;
-            std::vector<int> perm(size_t(j.n));
-            for (int i = 0; i < j.n; ++i) perm[size_t(i)] = i;
-            for (int i = 0; i < len; ++i) perm[size_t(start + i)] = start + (i + 1) % len;
-            generators.push_back(perm);
-            start += len;
-        }
+    Orbits(const Johnson& j, const std::vector<std::vector<int>>& generators) {
         auto apply = [&](const std::vector<int>& perm, std::uint32_t mask) {
             std::uint32_t out = 0;
             for (int i = 0; i < j.n; ++i)
@@ -332,8 +375,8 @@ struct Orbits : Graph {
             orbitOf[size_t(r)] = id;
             m.push_back(r);
             for (size_t k = 0; k < m.size(); ++k)
-                for (const auto& g : generators) {
-                    const int rr = j.rankOf[apply(g, j.masks[size_t(m[k])])];
+                for (const auto& gen : generators) {
+                    const int rr = j.rankOf[apply(gen, j.masks[size_t(m[k])])];
                     if (orbitOf[size_t(rr)] < 0) {
                         orbitOf[size_t(rr)] = id;
                         m.push_back(rr);
@@ -342,6 +385,7 @@ struct Orbits : Graph {
         }
         closed.resize(members.size());
         for (size_t o = 0; o < members.size(); ++o) {
+            sixes.push_back(int(members[o].size()));
             std::vector<int>& c = closed[o];
             for (int v : j.closed[size_t(members[o][0])]) c.push_back(orbitOf[size_t(v)]);
             std::sort(c.begin(), c.end());
@@ -380,27 +424,27 @@ std::vector<int> greedy(const Graph& j, bool independent) {
 
 int main(int argc, char** argv) {
     bool independent = false;
-    std::vector<int> cycles;
+    std::vector<const char*> generators;
+    std::uint64_t seed = 20081118u;
     for (;;) {
-        if (argc > 1 && std::string(argv[1]) == "--independent") {
+        const std::string option = argc > 1 ? argv[1] : "";
+        if (option == "--independent") {
             independent = true;
-            --argc;
-            ++argv;
-        } else if (argc > 2 && std::string(argv[1]) == "--cycles") {
-            for (const char* p = argv[2]; *p;) {
-                cycles.push_back(std::atoi(p));
-                while (*p && *p != ',') ++p;
-                if (*p) ++p;
-            }
-            argc -= 2;
-            argv += 2;
+            --argc, ++argv;
+        } else if (argc > 2 && option == "--gen") {
+            generators.push_back(argv[2]);
+            argc -= 2, argv += 2;
+        } else if (argc > 2 && option == "--seed") {
+            seed = std::strtoull(argv[2], nullptr, 10);
+            argc -= 2, argv += 2;
         } else {
             break;
         }
     }
     if (argc < 2) {
         std::fprintf(stderr,
-                     "usage: dovrex-makessgs [--independent] <seconds per size> [<first n> <last n>]\n");
+                     "usage: dovrex-makessgs [--independent] [--seed S] [--gen PERM]... "
+                     "<seconds per size> [<first n> <last n> [<temperature>]]\n");
         return 2;
     }
     const double seconds = std::atof(argv[1]);
@@ -409,43 +453,36 @@ int main(int argc, char** argv) {
     const double temperature = argc > 4 ? std::atof(argv[4]) : 0.3;
     for (int n = first; n <= last; ++n) {
         const Johnson j(n);
-        std::vector<int> best = greedy(j, independent);
         const auto until = std::chrono::steady_clock::now() +
                            std::chrono::duration_cast<std::chrono::steady_clock::duration>(
                                std::chrono::duration<double>(seconds));
-        if (!cycles.empty()) {
-            // Whole orbits; keep the smallest union.
-            const Orbits g(j, cycles);
+        std::vector<int> best;
+        if (!independent) {
+            // On the orbits of the group the generators make (each six its own orbit without any):
+            // drop the cheapest orbit each time the rest covers everything, keep the last cover.
+            std::vector<std::vector<int>> perms;
+            for (const char* text : generators) perms.push_back(parsePermutation(text, n));
+            const Orbits g(j, perms);
             auto expand = [&](const std::vector<int>& orbits) {
                 std::vector<int> sixes;
                 for (int o : orbits)
                     for (int r : g.members[size_t(o)]) sixes.push_back(r);
                 return sixes;
             };
-            Weighted w(g, 20081118u + unsigned(n));
+            WeightedSwap w(g, seed + unsigned(n));
             w.reset(greedy(g, false));
-            if (expand(w.blocks).size() < best.size()) best = expand(w.blocks);
+            best = expand(w.blocks);
             for (;;) {
                 std::vector<int> trial = w.blocks;
-                trial.erase(trial.begin() + long(w.cheapest(-1)));
+                trial.erase(trial.begin() + long(w.cheapest()));
                 w.reset(trial);
                 if (!w.run(until)) break;
                 if (expand(w.blocks).size() < best.size()) best = expand(w.blocks);
                 std::fprintf(stderr, "n %d: %zu orbits, %zu tickets\n", n, w.blocks.size(), best.size());
             }
-        } else if (!independent) {
-            Weighted w(j, 20081118u + unsigned(n));
-            w.reset(best);
-            for (;;) {
-                std::vector<int> trial = w.blocks;
-                trial.erase(trial.begin() + long(w.cheapest(-1)));
-                w.reset(trial);
-                if (!w.run(until)) break;
-                best = w.blocks;
-                std::fprintf(stderr, "n %d: %zu\n", n, best.size());
-            }
         } else {
-            Search s(j, 20081118u + unsigned(n), independent);
+            best = greedy(j, true);
+            Search s(j, seed + unsigned(n), independent);
             s.reset(best);
             for (;;) {
                 // Drop the chosen six whose loss uncovers least, then walk on at the smaller size

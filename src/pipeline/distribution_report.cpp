@@ -4,34 +4,23 @@
 #include <vector>
 
 #include "app/shared_state.h"
-#include "pipeline/prepared.h"
 #include "pipeline/run_panel.h"
+#include "pipeline/ticket_rows.h"
 
 namespace dovrex {
 
 void show_HaoMaFenBu(IssueNumber issue) {
     SharedState& s = shared();
-    std::vector<std::array<int, 6>> rows;
-    {
-        Prepared q(
-            QStringLiteral("SELECT 红球1,红球2,红球3,红球4,红球5,红球6 FROM 日志表 WHERE 期号=? "
-                           "ORDER BY 序号 ASC, rowid ASC"));
-        q.bind(1, issue);
-        while (q.next()) {
-            std::array<int, 6> r{};
-            for (int i = 0; i < 6; ++i) r[size_t(i)] = q.intColumn(i);
-            rows.push_back(r);
-        }
-    }
+    const std::vector<StoredTicket> rows = read_StoredTickets({}, issue);
     if (rows.empty()) return;
     RunPanel panel(int(rows.size()));
     log_Append(QStringLiteral("正在统计各号码发布情况．．．"));
     std::array<int, kRedCount + 1> count{};
     Screen& ui = screen();
     int done = 0;
-    for (const auto& r : rows) {
+    for (const StoredTicket& r : rows) {
         if (s.tingZhi) break;
-        for (int red : r)
+        for (int red : r.reds)  // position 0 is unused and 0, outside the range
             if (red >= 1 && red <= kRedCount) ++count[size_t(red)];
         ui.ui_Pump();
         panel.step(++done);

@@ -9,6 +9,7 @@
 #include "pipeline/prepared.h"
 #include "pipeline/run_panel.h"
 #include "pipeline/shrink.h"
+#include "pipeline/ticket_rows.h"
 
 namespace dovrex {
 
@@ -16,26 +17,8 @@ namespace {
 
 constexpr int kChosen = 999;  // 临时数据 of a ticket the selection keeps
 
-struct Scored {
-    long long rowid;
-    std::array<int, 8> t;
-};
-
-// Reads the tickets of a query (rowid, six reds, blue) into memory.
-std::vector<Scored> readTickets(const QString& sql, IssueNumber issue) {
-    std::vector<Scored> rows;
-    Prepared q(sql);
-    q.bind(1, issue);
-    while (q.next()) {
-        Scored s{q.int64Column(0), {}};
-        for (int i = 1; i <= 7; ++i) s.t[size_t(i)] = q.intColumn(i);
-        rows.push_back(s);
-    }
-    return rows;
-}
-
 // Scores the rows into 临时数据 until done or Stop; returns false when stopped.
-bool scoreTickets(const std::vector<Scored>& rows, IssueNumber issue, RunPanel& panel) {
+bool scoreTickets(const std::vector<StoredTicket>& rows, IssueNumber issue, RunPanel& panel) {
     const ChaZhiBlock block = load_ChaZhiBlock(issue);
     const ChaZhiMoShi pattern = calc_ChaZhiMoShi(block);
     SharedState& s = shared();
@@ -43,9 +26,12 @@ bool scoreTickets(const std::vector<Scored>& rows, IssueNumber issue, RunPanel& 
     Transaction tx(store());
     Prepared write(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE rowid=?"));
     int done = 0;
-    for (const Scored& row : rows) {
+    for (const StoredTicket& row : rows) {
         if (s.tingZhi) break;
-        write.bind(1, calc_PiPeiShu(block, pattern, row.t)).bind(2, row.rowid).exec();
+        std::array<int, 8> t{};
+        for (int i = 1; i <= kRedsPerTicket; ++i) t[size_t(i)] = row.reds[size_t(i)];
+        t[7] = row.blue;
+        write.bind(1, calc_PiPeiShu(block, pattern, t)).bind(2, row.key).exec();
         ui.ui_Pump();
         panel.step(++done);
     }
@@ -105,10 +91,9 @@ int calc_PiPeiShu(const ChaZhiBlock& a, const ChaZhiMoShi& chaZhiMoShi, const st
 
 void run_ZhiNengYouHua(IssueNumber issue, int t) {
     if (get_ShiYongQingKuang(kSmartSwitch) != 1 || t >= 7) return;
-    const auto rows =
-        readTickets(QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 日志表 "
-                                   "WHERE 期号=? AND 过滤标记>=0 ORDER BY 序号 ASC, rowid ASC"),
-                    issue);
+    TicketQuery unfiltered;
+    unfiltered.where = QStringLiteral("期号=? AND 过滤标记>=0");
+    const auto rows = read_StoredTickets(unfiltered, issue);
     if (rows.empty()) return;
     RunPanel panel(int(rows.size()));
     log_Append(QStringLiteral("[ 智能优化 ]优化正在进行中．．．"));
@@ -120,9 +105,9 @@ void run_ZhiNengYouHua(IssueNumber issue, int t) {
 }
 
 void run_JingXuan(IssueNumber issue, int n) {
-    const auto rows = readTickets(
-        QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 日志表 WHERE 期号=?"),
-        issue);
+    TicketQuery stored;
+    stored.orderBy.clear();  // the order the store keeps them in
+    const auto rows = read_StoredTickets(stored, issue);
     if (rows.empty()) return;
     {
         RunPanel panel(int(rows.size()));

@@ -10,6 +10,7 @@
 #include "pipeline/run_panel.h"
 #include "pipeline/selection.h"
 #include "pipeline/ticket_init.h"
+#include "pipeline/ticket_rows.h"
 #include "pipeline/weights.h"
 
 namespace dovrex {
@@ -121,8 +122,8 @@ ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vect
 }
 
 QString shrinkOrder(int t, IssueNumber issue, bool weights) {
-    const QString plain = weights ? QStringLiteral(" ORDER BY 临时数据 DESC, 序号 ASC, rowid ASC")
-                                  : QStringLiteral(" ORDER BY 临时数据 ASC, 序号 ASC, rowid ASC");
+    const QString plain = weights ? QStringLiteral("临时数据 DESC, 序号 ASC, rowid ASC")
+                                  : QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC");
     if (t != 6) return plain;
     const bool formula =
         store()
@@ -131,9 +132,8 @@ QString shrinkOrder(int t, IssueNumber issue, bool weights) {
             .toInt() > 0;
     if (!formula) return plain;
     // Tickets without a formula value (0 or empty) sort with those outside it.
-    return QStringLiteral(" ORDER BY CASE WHEN 缩水公式>=1 THEN 缩水公式 ELSE %1 END ASC,")
-               .arg(kOutsideFormula) +
-           plain.mid(QStringLiteral(" ORDER BY").size());
+    return QStringLiteral("CASE WHEN 缩水公式>=1 THEN 缩水公式 ELSE %1 END ASC, ").arg(kOutsideFormula) +
+           plain;
 }
 
 int run_SuoShui(int t, IssueNumber issue) {
@@ -162,17 +162,13 @@ int run_SuoShui(int t, IssueNumber issue) {
     std::vector<std::uint64_t> masks;
     std::vector<int> marks;
     {
-        Prepared q(
-            QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,缩水标记 FROM 日志表 "
-                           "WHERE 期号=?") +
-            shrinkOrder(t, issue, weights));
-        q.bind(1, issue);
-        while (q.next()) {
-            Reds reds{};
-            for (int i = 1; i <= 6; ++i) reds[size_t(i)] = q.intColumn(i);
-            rowids.push_back(q.int64Column(0));
-            masks.push_back(ballMask(reds, q.intColumn(7)));
-            marks.push_back(q.intColumn(8));
+        TicketQuery scanOrder;
+        scanOrder.extra = QStringLiteral("缩水标记");
+        scanOrder.orderBy = shrinkOrder(t, issue, weights);
+        for (const StoredTicket& ticket : read_StoredTickets(scanOrder, issue)) {
+            rowids.push_back(ticket.key);
+            masks.push_back(ballMask(ticket.reds, ticket.blue));
+            marks.push_back(ticket.extra);
         }
     }
     if (rowids.empty()) {

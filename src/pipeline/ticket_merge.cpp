@@ -7,6 +7,7 @@
 #include "pipeline/pipeline_commands.h"
 #include "pipeline/prepared.h"
 #include "pipeline/run_panel.h"
+#include "pipeline/ticket_rows.h"
 
 namespace dovrex {
 
@@ -16,14 +17,10 @@ namespace {
 constexpr int kKept = 1;
 constexpr int kMerged = -11;
 
-struct RedsKey {
-    std::array<int, 6> r;
-    bool operator==(const RedsKey&) const = default;
-};
 struct RedsHash {
-    size_t operator()(const RedsKey& k) const {
+    size_t operator()(const Reds& reds) const {
         size_t h = 0;
-        for (int v : k.r) h = h * 1000003u + size_t(unsigned(v));
+        for (int v : reds) h = h * 1000003u + size_t(unsigned(v));
         return h;
     }
 };
@@ -34,20 +31,11 @@ int merge_XiangTongZhu() {
     SharedState& s = shared();
     Screen& ui = screen();
 
-    struct Row {
-        long long id;
-        RedsKey reds;
-    };
-    std::vector<Row> rows;
-    {
-        Prepared read(
-            QStringLiteral("select ID,红球1,红球2,红球3,红球4,红球5,红球6 from 日志表 order by 序号 asc"));
-        while (read.next()) {
-            Row row{read.int64Column(0), {}};
-            for (int i = 0; i < 6; ++i) row.reds.r[size_t(i)] = read.intColumn(1 + i);
-            rows.push_back(row);
-        }
-    }
+    TicketQuery everyIssue;  // the merge works on the whole table
+    everyIssue.key = QStringLiteral("ID");
+    everyIssue.where.clear();
+    everyIssue.orderBy = QStringLiteral("序号 asc");
+    const std::vector<StoredTicket> rows = read_StoredTickets(everyIssue);
     if (rows.empty()) return 0;
     const int total = int(rows.size());
 
@@ -56,12 +44,12 @@ int merge_XiangTongZhu() {
     // rest of the table, and gives the same marks, also when Stop ends the walks early.
     std::vector<std::vector<long long>> walks;  // per distinct reds: the first ID, then its repeats
     {
-        std::unordered_map<RedsKey, size_t, RedsHash> seen;
+        std::unordered_map<Reds, size_t, RedsHash> seen;
         seen.reserve(rows.size());
-        for (const Row& row : rows) {
+        for (const StoredTicket& row : rows) {
             auto [it, added] = seen.try_emplace(row.reds, walks.size());
             if (added) walks.emplace_back();
-            walks[it->second].push_back(row.id);
+            walks[it->second].push_back(row.key);
         }
     }
 

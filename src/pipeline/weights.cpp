@@ -6,6 +6,7 @@
 #include "filters/condition_store.h"
 #include "pipeline/prepared.h"
 #include "pipeline/run_panel.h"
+#include "pipeline/ticket_rows.h"
 
 namespace dovrex {
 
@@ -101,19 +102,13 @@ bool run_QuanZhong(IssueNumber issue) {
         int weight;
     };
     std::vector<Row> rows;
-    {
-        Prepared q(
-            QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6 FROM 日志表 WHERE 期号=? "
-                           "ORDER BY 序号 ASC, rowid ASC"));
-        q.bind(1, issue);
-        while (q.next()) {
-            int w = 0;
-            for (int i = 1; i <= 6; ++i) {
-                const int red = q.intColumn(i);
-                if (red >= 1 && red <= kRedCount) w += s.quanZhong[size_t(red)];
-            }
-            rows.push_back({q.int64Column(0), w});
+    for (const StoredTicket& t : read_StoredTickets({}, issue)) {
+        int w = 0;
+        for (int i = 1; i <= 6; ++i) {
+            const int red = t.reds[size_t(i)];
+            if (red >= 1 && red <= kRedCount) w += s.quanZhong[size_t(red)];
         }
+        rows.push_back({t.key, w});
     }
     if (rows.empty()) return false;
     {

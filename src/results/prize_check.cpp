@@ -6,6 +6,7 @@
 #include "pipeline/pipeline_commands.h"
 #include "pipeline/prepared.h"
 #include "pipeline/run_panel.h"
+#include "pipeline/ticket_rows.h"
 
 namespace dovrex {
 
@@ -15,12 +16,6 @@ DrawnNumbers& drawn() {
     static DrawnNumbers d;
     return d;
 }
-
-struct CheckedTicket {
-    long long id;
-    Reds reds;
-    int blue;
-};
 
 }  // namespace
 
@@ -55,18 +50,10 @@ int check_KaiJiang(IssueNumber issue) {
     auto draw = store_Query(
         QStringLiteral("SELECT 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 历史记录  WHERE 期号=?"),
         {issue});
-    std::vector<CheckedTicket> tickets;
-    {
-        Prepared rows(
-            QStringLiteral("SELECT ID,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 日志表 WHERE 期号=? "
-                           "ORDER BY 序号"));
-        rows.bind(1, issue);
-        while (rows.next()) {
-            CheckedTicket t{rows.int64Column(0), {}, rows.intColumn(7)};
-            for (int i = 1; i <= kRedsPerTicket; ++i) t.reds[size_t(i)] = rows.intColumn(i);
-            tickets.push_back(t);
-        }
-    }
+    TicketQuery byId;
+    byId.key = QStringLiteral("ID");
+    byId.orderBy = QStringLiteral("序号");
+    const std::vector<StoredTicket> tickets = read_StoredTickets(byId, issue);
     if (draw->recordCount() == 0 || tickets.empty()) {
         if (issue > 0)
             ui.ui_Message(msg::noDrawToCheck(issue), MessageKind::Error);
@@ -97,7 +84,7 @@ int check_KaiJiang(IssueNumber issue) {
         Transaction tx(store());
         Prepared write(QStringLiteral("UPDATE 日志表 SET 红球中=?,蓝球中=? WHERE ID=?"));
         int done = 0;
-        for (const CheckedTicket& t : tickets) {
+        for (const StoredTicket& t : tickets) {
             ui.ui_Pump();
             const int blueHit = t.blue >= 1 && t.blue <= kBlueCount && blueDrawn[t.blue] ? 1 : 0;
             int redHits = 0;
@@ -105,7 +92,7 @@ int check_KaiJiang(IssueNumber issue) {
                 const int n = t.reds[size_t(i)];
                 if (n >= 1 && n <= kRedCount && redDrawn[n]) ++redHits;
             }
-            write.bind(1, redHits).bind(2, blueHit).bind(3, t.id).exec();
+            write.bind(1, redHits).bind(2, blueHit).bind(3, t.key).exec();
             ++tally[size_t(prize_Tier(redHits, blueHit))];
             best = qMax(best, redHits + blueHit);
             panel.step(++done);

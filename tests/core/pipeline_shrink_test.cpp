@@ -240,7 +240,7 @@ TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
     insert({row(1, low, 1), row(2, high, 1)});
     store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=? WHERE 序号=1"), {kOutsideFormula});
     store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
-    EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral(" ORDER BY 临时数据 ASC, 序号 ASC, rowid ASC"));
+    EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC"));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].reds, high);
     // At T 5 the formula plays no part.

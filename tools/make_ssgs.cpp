@@ -5,7 +5,7 @@
 // share five reds, so that a shrink at T 6, which scans the formula first, keeps exactly the
 // formula; the shipped file is made without it, for the smallest sizes.
 //
-//   dovrex-makessgs [--independent] [--seed S] [--gen PERM]... <seconds per size>
+//   dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... <seconds per size>
 //       [<first n> <last n> [<temperature>]] > formulas.txt
 //
 // Method: a greedy cover, then a local search at a fixed size; each time it covers every six the
@@ -17,6 +17,8 @@
 // place, one size at a time, for example
 //   dovrex-makessgs --gen 13 120 18 18     (a 13-cycle with five drags fixed)
 //   dovrex-makessgs --gen 7,7 120 17 17    (two 7-cycles turned together, three fixed)
+// With --from the plain search starts from the formula a file holds for that size (one found over
+// orbits, say) and goes on dropping from there.
 // With --independent an annealing walk at the given temperature that also counts the pairs sharing
 // five. Results depend on the time given, the seed and the machine's speed, so the file is checked
 // in rather than made at build time.
@@ -420,12 +422,35 @@ std::vector<int> greedy(const Graph& j, bool independent) {
     return blocks;
 }
 
+// The formula for n drags in a file this tool wrote (ranks from 0), or none.
+std::vector<int> readFormula(const char* path, int n) {
+    std::vector<int> ranks;
+    std::FILE* f = std::fopen(path, "r");
+    if (!f) return ranks;
+    char line[1 << 16];
+    const std::string head = std::to_string(n) + ":";
+    while (std::fgets(line, sizeof line, f)) {
+        if (std::string(line).rfind(head, 0) != 0) continue;
+        for (char* p = line + head.size(); *p;) {
+            char* end = nullptr;
+            const long x = std::strtol(p, &end, 10);
+            if (end == p) break;
+            ranks.push_back(int(x) - 1);
+            p = end;
+        }
+        break;
+    }
+    std::fclose(f);
+    return ranks;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     bool independent = false;
     std::vector<const char*> generators;
     std::uint64_t seed = 20081118u;
+    const char* from = nullptr;  // a formulas file to start from, sizes it has (without --gen)
     for (;;) {
         const std::string option = argc > 1 ? argv[1] : "";
         if (option == "--independent") {
@@ -433,6 +458,9 @@ int main(int argc, char** argv) {
             --argc, ++argv;
         } else if (argc > 2 && option == "--gen") {
             generators.push_back(argv[2]);
+            argc -= 2, argv += 2;
+        } else if (argc > 2 && option == "--from") {
+            from = argv[2];
             argc -= 2, argv += 2;
         } else if (argc > 2 && option == "--seed") {
             seed = std::strtoull(argv[2], nullptr, 10);
@@ -443,7 +471,7 @@ int main(int argc, char** argv) {
     }
     if (argc < 2) {
         std::fprintf(stderr,
-                     "usage: dovrex-makessgs [--independent] [--seed S] [--gen PERM]... "
+                     "usage: dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... "
                      "<seconds per size> [<first n> <last n> [<temperature>]]\n");
         return 2;
     }
@@ -470,7 +498,9 @@ int main(int argc, char** argv) {
                 return sixes;
             };
             WeightedSwap w(g, seed + unsigned(n));
-            w.reset(greedy(g, false));
+            const std::vector<int> start =
+                from && generators.empty() ? readFormula(from, n) : std::vector<int>{};
+            w.reset(start.empty() ? greedy(g, false) : start);
             best = expand(w.blocks);
             for (;;) {
                 std::vector<int> trial = w.blocks;

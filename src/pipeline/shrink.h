@@ -46,9 +46,9 @@ ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vect
 // t 7 keeps everything. A Stop keeps what was done, without renumbering.
 int run_SuoShui(int t, IssueNumber issue);
 
-// The order of the scan (the keys of its ORDER BY): with weights the heavier tickets first, otherwise the lower 临时数据 (the
-// smart optimisation's score) first, 序号 breaking ties; at t 6 the tickets of the shrink formula
-// (缩水公式 1..99999998) go in front when the issue has any.
+// The order of the scan, as the keys of its ORDER BY: with weights the heavier tickets first,
+// otherwise the lower 临时数据 (the smart optimisation's score) first, 序号 breaking ties; at t 6 the
+// tickets of the shrink formula (缩水公式 1..99999998) go in front when the issue has any.
 QString shrinkOrder(int t, IssueNumber issue, bool weights);
 
 // Option_ShuoSuiLeiXing_Click: the shrink type chosen. Check_auto_Click: the smart optimisation on/off.

@@ -40,6 +40,9 @@ struct SharedState {
     std::array<int, 34> quanZhong{};
     // Text of the operation log (TextChaoZuoTip).
     QString operationLog;
+    // Commands started from the window and not yet finished. The trap around every command counts
+    // them; the checkpoint of the work waits until none runs.
+    int commandDepth = 0;
     // Frame of the moving bar a shrink shows until its first removal (TimerSuosuijinxingzong).
     int suoShuiTimerAt = 0;
 };

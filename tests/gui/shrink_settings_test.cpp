@@ -63,8 +63,8 @@ TEST_F(ShrinkSettingsTest, TimerRunsWhileEnabled) {
     timer->setEnabled(true);
     EXPECT_TRUE(timer->running());
     shared().suoShuiTimerAt = 0;
-    QTest::qWait(350);
-    EXPECT_GE(shared().suoShuiTimerAt, 2);
+    // A loaded machine may hold the timer back; wait for two frames rather than a fixed time.
+    EXPECT_TRUE(QTest::qWaitFor([] { return shared().suoShuiTimerAt >= 2; }, 5000));
     timer->setEnabled(false);
     EXPECT_FALSE(timer->running());
 }

@@ -4,9 +4,9 @@
 #include "analysis/jindu.h"
 #include "analysis/omission.h"
 #include "analysis/probability.h"
-#include "app/shared_state.h"
 #include "bench.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 
 namespace {
 

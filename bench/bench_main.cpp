@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <memory>
 
-#include "app/shared_state.h"
 #include "bench.h"
+#include "screen/shared_state.h"
 #include "store/pack.h"
 #include "store/store.h"
 
@@ -18,7 +18,8 @@ std::vector<Case>& registry() {
 }
 
 void report(const QString& figure, double value, const QString& unit) {
-    QTextStream(stdout) << figure << ": " << QString::number(value, 'f', value < 10 ? 3 : 1) << ' ' << unit << Qt::endl;
+    QTextStream(stdout) << figure << ": " << QString::number(value, 'f', value < 10 ? 3 : 1) << ' ' << unit
+                        << Qt::endl;
 }
 
 struct ShippedStore::Impl {

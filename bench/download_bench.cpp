@@ -1,11 +1,11 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include "app/shared_state.h"
 #include "bench.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 #include "store/factory_data.h"
 #include "store/schema.h"
 #include "store/store.h"

@@ -1,13 +1,13 @@
 #include <QElapsedTimer>
 #include <ctime>
 
-#include "app/shared_state.h"
 #include "bench.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "history/history_queries.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/ticket_init.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "store/store.h"
 
 namespace {

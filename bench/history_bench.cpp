@@ -1,9 +1,9 @@
 #include <QElapsedTimer>
 
-#include "app/shared_state.h"
 #include "bench.h"
 #include "history/derived_columns.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include <QElapsedTimer>
 
-#include "app/shared_state.h"
 #include "bench.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/ticket_init.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace {
 

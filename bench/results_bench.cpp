@@ -1,16 +1,16 @@
 #include <QDir>
 #include <QElapsedTimer>
 
-#include "app/scripted_screen.h"
-#include "app/shared_state.h"
 #include "bench.h"
 #include "filters/condition_store.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/ticket_init.h"
 #include "pipeline/ticket_merge.h"
 #include "results/prize_check.h"
 #include "results/ticket_export.h"
 #include "results/ticket_import.h"
+#include "screen/scripted_screen.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include <QElapsedTimer>
 
-#include "app/shared_state.h"
 #include "bench.h"
 #include "filters/condition_store.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/selection.h"
 #include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QTextStream>
 
-#include "app/headless_runner.h"
+#include "headless/headless_runner.h"
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);

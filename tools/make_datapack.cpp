@@ -6,12 +6,12 @@
 #include <QFile>
 #include <QTextStream>
 
-#include "app/app_paths.h"
-#include "app/shared_state.h"
 #include "history/derived_columns.h"
 #include "history/history_import.h"
 #include "history/history_queries.h"
 #include "pipeline/ssgs_formulas.h"
+#include "screen/app_paths.h"
+#include "screen/shared_state.h"
 #include "store/factory_data.h"
 #include "store/pack.h"
 #include "store/schema.h"

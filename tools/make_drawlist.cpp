@@ -7,9 +7,9 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
-#include "app/shared_state.h"
 #include "history/draw_list.h"
 #include "history/history_import.h"
+#include "screen/shared_state.h"
 #include "store/pack.h"
 #include "store/schema.h"
 #include "store/store.h"

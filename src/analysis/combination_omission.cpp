@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "analysis/jindu.h"
-#include "app/shared_state.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "app/shared_state.h"
+#include "domain/date_value.h"
 #include "history/history_queries.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

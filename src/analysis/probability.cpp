@@ -2,15 +2,12 @@
 
 #include <memory>
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {
 
 namespace {
-
-const QString kAnalysisNote =
-    QStringLiteral("注意,此概率算法以历史开奖记录为依据来分析,请确保历史记录的完整及正确！");
 
 int numberFromSeed(UniformRandom& rnd, int t, int x, double scale, int modulus) {
     const float u = rnd(-(t + x));
@@ -167,30 +164,6 @@ CaiPiao& caiPiao() {
     return *instance;
 }
 
-GaiLvBiaoJi& gaiLvBiaoJi() {
-    static GaiLvBiaoJi marks;
-    return marks;
-}
-
-bool gaiLv_IsMarked(int buttonIndex) {
-    const auto& m = gaiLvBiaoJi();
-    if (buttonIndex >= 1 && buttonIndex <= kRedCount) return m.red[size_t(buttonIndex)];
-    if (buttonIndex >= 101 && buttonIndex <= 100 + kBlueCount) return m.blue[size_t(buttonIndex - 100)];
-    return false;
-}
-
-QString gaiLv_WarningText(int buttonIndex) {
-    return QStringLiteral("根据概率统计,号码 ") + to_QuanJiao(twoDigits(buttonIndex % 100)) +
-           QStringLiteral(" 在") + to_QuanJiao(QString::number(gaiLvBiaoJi().issue)) +
-           QStringLiteral("期中开出的机率很低！确实想要选取这个号码吗？") + QStringLiteral("\r\n\r\n") +
-           QStringLiteral("[") + kAnalysisNote + QStringLiteral("]");
-}
-
-bool gaiLv_ConfirmPick(int buttonIndex, int pickValue) {
-    if (pickValue != 0 || !gaiLv_IsMarked(buttonIndex)) return true;
-    return screen().ui_Confirm(gaiLv_WarningText(buttonIndex));
-}
-
 // --- the analyses ---
 
 void calc_HongQiuGaiLv(IssueNumber issue, int topN) {
@@ -317,7 +290,7 @@ void cmd_FX_Click() {
         }
     } restore;
     try {
-        ui.ui_Message(kAnalysisNote, MessageKind::Information);
+        ui.ui_Message(msg::kAnalysisNote, MessageKind::Information);
         const QString answer =
             ui.ui_AskText(QStringLiteral("分析哪期的号码？"), QStringLiteral("号码开出概率分析"),
                           QString::number(next_QiHao(Clock::today())));

@@ -6,6 +6,7 @@
 #include "analysis/uniform_random.h"
 #include "domain/game.h"
 #include "history/history_queries.h"
+#include "pipeline/pick_state.h"
 
 namespace dovrex {
 
@@ -50,23 +51,6 @@ class CaiPiao {
 
 // The one sampler of the main window, made on first use.
 CaiPiao& caiPiao();
-
-// What the last analysis marked: the numbers unlikely to come up in `issue`. The pick page draws
-// marked buttons struck through, bold and underlined, and asks before picking one.
-struct GaiLvBiaoJi {
-    std::array<bool, 34> red{};   // 1..33
-    std::array<bool, 17> blue{};  // 1..16
-    IssueNumber issue = 0;        // the tag of cmd_FX(0); 0 before the first analysis
-};
-GaiLvBiaoJi& gaiLvBiaoJi();
-
-// Button index 1..33 (red) or 101..116 (blue).
-bool gaiLv_IsMarked(int buttonIndex);
-// The question asked before a marked, unpicked number is picked.
-QString gaiLv_WarningText(int buttonIndex);
-// For the pick handler, before anything else: true when the click may go on. A marked number whose
-// pick value is 0 is questioned (yes/no); a picked one is not.
-bool gaiLv_ConfirmPick(int buttonIndex, int pickValue);
 
 // The red analysis: 红球 of 概率表 from the sampler, the topN highest marked.
 void calc_HongQiuGaiLv(IssueNumber issue, int topN);

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/shared_state.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -1,7 +1,7 @@
 #include "app/app_activate.h"
 
-#include "app/shared_state.h"
-#include "store/condition_files.h"
+#include "filters/condition_files.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -5,13 +5,13 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include "app/shared_state.h"
 #include "domain/game.h"
+#include "filters/condition_files.h"
 #include "history/history_queries.h"
-#include "store/condition_files.h"
+#include "screen/shared_state.h"
 #include "store/pack.h"
-#include "users/users.h"
 #include "store/store.h"
+#include "users/users.h"
 
 namespace dovrex {
 

@@ -5,7 +5,7 @@
 #include <QString>
 #include <memory>
 
-#include "app/app_paths.h"
+#include "screen/app_paths.h"
 
 namespace dovrex {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 
 namespace dovrex {
 
@@ -21,13 +21,17 @@ inline constexpr DateValue kFallbackDate = 2003001.0;
 // yyyyNNN: the year of the draw and its running number in that year. Order is numeric order.
 using IssueNumber = std::int32_t;
 
-inline int issueYear(IssueNumber issue) { return issue / 1000; }
+inline int issueYear(IssueNumber issue) {
+    return issue / 1000;
+}
 
 // Six reds, 1-based: positions 1..6 are read, position 0 is unused. This is the array the metric
 // functions take.
 using Reds = std::array<int, 7>;
 
-inline Reds makeReds(int a, int b, int c, int d, int e, int f) { return Reds{0, a, b, c, d, e, f}; }
+inline Reds makeReds(int a, int b, int c, int d, int e, int f) {
+    return Reds{0, a, b, c, d, e, f};
+}
 
 // One row of 历史记录 as the program reads it.
 struct DrawRecord {
@@ -44,24 +48,28 @@ struct TicketRow {
     IssueNumber issue = 0;
     Reds reds{};
     int blue = 0;
-    int filterMark = 0;     // 过滤标记
-    int shrinkMark = 0;     // 缩水标记
-    int selectMark = 0;     // 精选标记
-    int scratch = 0;        // 临时数据
-    int redHits = 0;        // 红球中
-    int blueHits = 0;       // 蓝球中
-    int formula = 0;        // 缩水公式
+    int filterMark = 0;  // 过滤标记
+    int shrinkMark = 0;  // 缩水标记
+    int selectMark = 0;  // 精选标记
+    int scratch = 0;     // 临时数据
+    int redHits = 0;     // 红球中
+    int blueHits = 0;    // 蓝球中
+    int formula = 0;     // 缩水公式
 };
 
 // Turns each digit 0-9 into its full-width form, leaving other characters. Counts and issues in
 // messages and log lines pass through it.
 QString to_QuanJiao(const QString& text);
-inline QString to_QuanJiao(long long number) { return to_QuanJiao(QString::number(number)); }
+inline QString to_QuanJiao(long long number) {
+    return to_QuanJiao(QString::number(number));
+}
 
 // Rounds half to even, as every integer taken from a real number is rounded.
 long long roundHalfEven(double value);
 
 // Two digits with a leading zero: 01..33.
-inline QString twoDigits(int n) { return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0')); }
+inline QString twoDigits(int n) {
+    return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+}
 
 }  // namespace dovrex

@@ -1,9 +1,9 @@
 #include "filters/condition_editing.h"
 
-#include "app/shared_state.h"
 #include "domain/metrics.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

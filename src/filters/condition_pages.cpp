@@ -3,10 +3,10 @@
 #include <QHash>
 #include <functional>
 
-#include "app/shared_state.h"
 #include "domain/game.h"
 #include "domain/metrics.h"
 #include "filters/condition_store.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

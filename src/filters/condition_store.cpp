@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "app/shared_state.h"
-#include "pipeline/prepared.h"
+#include "screen/prepared.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -1,7 +1,7 @@
 // The filters that count how many of the six reds belong to a class of numbers.
 
-#include "app/shared_state.h"
 #include "filters/filter_families.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/shared_state.h"
 #include "filters/condition_store.h"
-#include "pipeline/prepared.h"
-#include "pipeline/run_panel.h"
+#include "screen/prepared.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

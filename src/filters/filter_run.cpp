@@ -1,8 +1,8 @@
 #include "filters/filter_run.h"
 
-#include "app/shared_state.h"
-#include "pipeline/pipeline_commands.h"
-#include "pipeline/run_panel.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

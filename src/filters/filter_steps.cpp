@@ -1,9 +1,9 @@
 #include <algorithm>
 
-#include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "filters/filter_families.h"
 #include "filters/filter_run.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <vector>
 
-#include "app/shared_state.h"
 #include "filters/filter_families.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -3,11 +3,11 @@
 #include <QHash>
 #include <vector>
 
-#include "app/shared_state.h"
 #include "filters/filter_families.h"
 #include "filters/filter_run.h"
 #include "history/history_queries.h"
-#include "pipeline/run_panel.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

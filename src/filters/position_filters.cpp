@@ -2,12 +2,12 @@
 
 #include <QList>
 
-#include "app/shared_state.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
 #include "filters/filter_families.h"
 #include "history/history_queries.h"
-#include "pipeline/run_panel.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

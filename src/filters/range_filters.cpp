@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "app/shared_state.h"
 #include "domain/metrics.h"
 #include "filters/filter_families.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <vector>
 
-#include "app/shared_state.h"
 #include "filters/filter_families.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

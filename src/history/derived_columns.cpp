@@ -3,9 +3,9 @@
 #include <QStringList>
 #include <vector>
 
-#include "app/shared_state.h"
 #include "domain/metrics.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -10,12 +10,12 @@
 #include <QTimer>
 #include <QUrl>
 
-#include "app/shared_state.h"
 #include "history/derived_columns.h"
 #include "history/draw_list.h"
 #include "history/draw_records.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
+#include "screen/shared_state.h"
 #include "store/factory_data.h"
 #include "store/store.h"
 

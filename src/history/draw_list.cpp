@@ -1,6 +1,6 @@
 #include "history/draw_list.h"
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "store/store.h"
 
 namespace dovrex {

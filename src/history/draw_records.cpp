@@ -2,12 +2,12 @@
 
 #include <QRegularExpression>
 
-#include "app/shared_state.h"
+#include "domain/date_value.h"
 #include "history/derived_columns.h"
 #include "history/draw_list.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

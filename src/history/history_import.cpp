@@ -3,9 +3,9 @@
 #include <QFile>
 #include <QTextStream>
 
-#include "app/shared_state.h"
+#include "domain/date_value.h"
 #include "domain/game.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -30,9 +30,10 @@ int importHistoryTsv(const QString& path, QString* error) {
         QVariantList values{issue, *date};
         for (int i = 2; i < 9; ++i) values << cells[i].toInt();
         values << QStringLiteral("Y");
-        added += store_Execute(QStringLiteral("INSERT OR IGNORE INTO 历史记录 (期号,开奖日期,红球1,红球2,红球3,红球4,红球5,"
-                                              "红球6,蓝球,已完成) VALUES (?,?,?,?,?,?,?,?,?,?)"),
-                               values);
+        added += store_Execute(
+            QStringLiteral("INSERT OR IGNORE INTO 历史记录 (期号,开奖日期,红球1,红球2,红球3,红球4,红球5,"
+                           "红球6,蓝球,已完成) VALUES (?,?,?,?,?,?,?,?,?,?)"),
+            values);
     }
     return added;
 }

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -78,10 +78,11 @@ IssueNumber next_QiHao(const QDate& pickerDate) {
 int getHistoryRecord(HistoryArray& array, IssueNumber issue) {
     const IssueNumber to = top_QiHao(issue, 1);
     const IssueNumber from = top_QiHao(issue, 10);
-    auto c = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 历史记录 where "
-                                        "期号>=%1 and 期号<=%2 order by 期号 asc")
-                             .arg(from)
-                             .arg(to));
+    auto c =
+        store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 历史记录 where "
+                                   "期号>=%1 and 期号<=%2 order by 期号 asc")
+                        .arg(from)
+                        .arg(to));
     int row = 10;
     for (; !c->eof() && row >= 1; c->moveNext(), --row)
         for (int k = 1; k <= 7; ++k) array[size_t(row)][size_t(k)] = short(c->intValue(k));

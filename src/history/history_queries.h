@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "domain/date_value.h"
 #include "domain/game.h"
-#include "store/date_value.h"
 
 namespace dovrex {
 

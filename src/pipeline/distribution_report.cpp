@@ -3,9 +3,9 @@
 #include <array>
 #include <vector>
 
-#include "app/shared_state.h"
-#include "pipeline/run_panel.h"
 #include "pipeline/ticket_rows.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -2,11 +2,10 @@
 
 #include <QDate>
 
-#include "analysis/probability.h"
-#include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "history/history_queries.h"
-#include "pipeline/run_panel.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 
@@ -207,6 +206,25 @@ bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton) 
     }
     screen().ui_RefreshPicks();
     return true;
+}
+
+bool gaiLv_IsMarked(int buttonIndex) {
+    const auto& m = gaiLvBiaoJi();
+    if (buttonIndex >= 1 && buttonIndex <= kRedCount) return m.red[size_t(buttonIndex)];
+    if (buttonIndex >= 101 && buttonIndex <= 100 + kBlueCount) return m.blue[size_t(buttonIndex - 100)];
+    return false;
+}
+
+QString gaiLv_WarningText(int buttonIndex) {
+    return QStringLiteral("根据概率统计,号码 ") + to_QuanJiao(twoDigits(buttonIndex % 100)) +
+           QStringLiteral(" 在") + to_QuanJiao(QString::number(gaiLvBiaoJi().issue)) +
+           QStringLiteral("期中开出的机率很低！确实想要选取这个号码吗？") + QStringLiteral("\r\n\r\n") +
+           QStringLiteral("[") + msg::kAnalysisNote + QStringLiteral("]");
+}
+
+bool gaiLv_ConfirmPick(int buttonIndex, int pickValue) {
+    if (pickValue != 0 || !gaiLv_IsMarked(buttonIndex)) return true;
+    return screen().ui_Confirm(gaiLv_WarningText(buttonIndex));
 }
 
 }  // namespace dovrex

@@ -55,7 +55,17 @@ bool check_XuanHao(bool speak);
 // Acts only in the pick row (the next issue). True when it changed the cell.
 bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton);
 
+// Button index 1..33 (red) or 101..116 (blue): marked by the last probability analysis.
+bool gaiLv_IsMarked(int buttonIndex);
+// The question asked before a marked, unpicked number is picked.
+QString gaiLv_WarningText(int buttonIndex);
+// For the pick handler, before anything else: true when the click may go on. A marked number whose
+// pick value is 0 is questioned (yes/no); a picked one is not.
+bool gaiLv_ConfirmPick(int buttonIndex, int pickValue);
+
 namespace msg {
+inline const QString kAnalysisNote =
+    QStringLiteral("注意,此概率算法以历史开奖记录为依据来分析,请确保历史记录的完整及正确！");
 inline const QString kPickFirst = QStringLiteral("号码还没有选取,或者已选的号码个数太少!请先选取号码！");
 inline const QString kRedBankerLimit = QStringLiteral("红球“胆码”最多只设 ５ 个.");
 inline const QString kBlueBankerLimit = QStringLiteral("蓝球“胆码”最多只设 １ 个.");

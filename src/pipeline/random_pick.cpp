@@ -6,10 +6,9 @@
 #include <chrono>
 #include <cmath>
 
-#include "app/shared_state.h"
 #include "domain/game.h"
-#include "pipeline/pipeline_commands.h"
-#include "results/ticket_export.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 
@@ -68,18 +67,6 @@ QString jiXuan_Text(const JiXuanHao& hao) {
     text = text.trimmed();
     text.replace(QStringLiteral("  "), QStringLiteral("\n"));
     return text;
-}
-
-void jiXuan_Export(const JiXuanHao& hao) {
-    const QString text = jiXuan_Text(hao);
-    if (text.isEmpty()) return;
-    Screen& ui = screen();
-    const QString path = QDir(daoChu_Folder()).filePath(kDaoChuFileName);
-    write_WenJian(path, text);
-    const QString written = read_WenJian(path);
-    ui.ui_Clipboard(written.isEmpty() ? text : written);
-    ui.ui_Message(msg::kJiXuanExported);
-    ui.ui_OpenFile(path);
 }
 
 }  // namespace dovrex

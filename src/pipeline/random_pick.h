@@ -42,9 +42,6 @@ class JiXuanDraw {
 
 // The text the window's 导出 writes: one line a complete ticket, reds as drawn, e.g. 01 02 03 04 05 06+07.
 QString jiXuan_Text(const JiXuanHao& hao);
-// cmmJXdaocu_Click: writes the text to the export file, copies it to the clipboard, says so and opens
-// the file in the user's editor. Nothing happens when no ticket is complete.
-void jiXuan_Export(const JiXuanHao& hao);
 
 namespace msg {
 inline const QString kJiXuanCaption = QStringLiteral("机选号码");
@@ -52,8 +49,6 @@ inline const QString kJiXuanAsk = QStringLiteral("请输入要机选的注数（
 inline const QString kJiXuanNote = QStringLiteral(
     "特别说明：\r\n“机选”功能是为增强软件的趣味性而设置的一个功能，所\r\n有机选产生的号码完全由软件随机生成，"
     "并没有加入任何概\r\n率分析或者过滤条件的限制。");
-inline const QString kJiXuanExported =
-    QStringLiteral("导出完成！\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");
 }  // namespace msg
 
 }  // namespace dovrex

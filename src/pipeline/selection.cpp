@@ -2,14 +2,14 @@
 
 #include <vector>
 
-#include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "history/history_queries.h"
-#include "pipeline/pipeline_commands.h"
-#include "pipeline/prepared.h"
-#include "pipeline/run_panel.h"
 #include "pipeline/shrink.h"
 #include "pipeline/ticket_rows.h"
+#include "screen/prepared.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

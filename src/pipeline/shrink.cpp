@@ -2,16 +2,16 @@
 
 #include <bit>
 
-#include "app/shared_state.h"
 #include "filters/condition_store.h"
 #include "filters/filter_loop.h"
-#include "pipeline/pipeline_commands.h"
-#include "pipeline/prepared.h"
-#include "pipeline/run_panel.h"
 #include "pipeline/selection.h"
 #include "pipeline/ticket_init.h"
 #include "pipeline/ticket_rows.h"
 #include "pipeline/weights.h"
+#include "screen/prepared.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

@@ -1,6 +1,6 @@
 #include "pipeline/ticket_rows.h"
 
-#include "pipeline/prepared.h"
+#include "screen/prepared.h"
 
 namespace dovrex {
 

@@ -2,11 +2,11 @@
 
 #include <vector>
 
-#include "app/shared_state.h"
-#include "pipeline/pipeline_commands.h"
-#include "pipeline/prepared.h"
-#include "pipeline/run_panel.h"
 #include "pipeline/ticket_rows.h"
+#include "screen/prepared.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

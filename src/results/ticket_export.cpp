@@ -5,9 +5,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include "app/shared_state.h"
-#include "pipeline/prepared.h"
-#include "pipeline/run_panel.h"
+#include "screen/prepared.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 
@@ -149,6 +149,18 @@ int export_HaoMa(IssueNumber issue, const QString& fileName) {
         ui.ui_OpenFile(path);
     }
     return count;
+}
+
+void jiXuan_Export(const JiXuanHao& hao) {
+    const QString text = jiXuan_Text(hao);
+    if (text.isEmpty()) return;
+    Screen& ui = screen();
+    const QString path = QDir(daoChu_Folder()).filePath(kDaoChuFileName);
+    write_WenJian(path, text);
+    const QString written = read_WenJian(path);
+    ui.ui_Clipboard(written.isEmpty() ? text : written);
+    ui.ui_Message(msg::kJiXuanExported);
+    ui.ui_OpenFile(path);
 }
 
 }  // namespace dovrex

@@ -3,8 +3,9 @@
 #include <QString>
 #include <QStringList>
 
-#include "app/ticket_options.h"
 #include "domain/game.h"
+#include "pipeline/random_pick.h"
+#include "screen/ticket_options.h"
 
 namespace dovrex {
 
@@ -44,7 +45,13 @@ bool write_WenJian(const QString& path, const QString& text);
 // The whole text of a file written by write_WenJian (empty when it cannot be read).
 QString read_WenJian(const QString& path);
 
+// cmmJXdaocu_Click: writes the text to the export file, copies it to the clipboard, says so and opens
+// the file in the user's editor. Nothing happens when no ticket is complete.
+void jiXuan_Export(const JiXuanHao& hao);
+
 namespace msg {
+inline const QString kJiXuanExported =
+    QStringLiteral("导出完成！\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");
 inline const QString kSetSeparators = QStringLiteral("请在下面设置具体的分隔符！");
 inline const QString kExportLogged =
     QStringLiteral("号码导出完成．\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");

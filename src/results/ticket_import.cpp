@@ -4,12 +4,12 @@
 #include <QStringDecoder>
 #include <cmath>
 
-#include "app/shared_state.h"
+#include "domain/date_value.h"
 #include "history/history_queries.h"
-#include "pipeline/pipeline_commands.h"
-#include "pipeline/prepared.h"
-#include "pipeline/run_panel.h"
-#include "store/date_value.h"
+#include "screen/prepared.h"
+#include "screen/run_panel.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

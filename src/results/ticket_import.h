@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringView>
 
-#include "app/ticket_options.h"
 #include "domain/game.h"
+#include "screen/ticket_options.h"
 
 namespace dovrex {
 

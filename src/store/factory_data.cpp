@@ -2,7 +2,7 @@
 
 #include <QDateTime>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "store/schema.h"
 #include "store/store.h"
 
@@ -30,7 +30,7 @@ QList<QPair<int, int>> conditionIdRanges() {
         {4500, 4599},  // 自定义组11..20
         {5001, 5007},  // parity pattern of the last draw
         {5011, 5017}, {5021, 5027}, {5031, 5037}, {5041, 5047}, {5051, 5057},  // parity patterns 1..5
-        {5070, 5079},  // 和值尾
+        {5070, 5079},                                                          // 和值尾
     };
 }
 
@@ -91,14 +91,18 @@ struct QuickRow {
 
 // One line per condition that the quick settings window offers.
 const QuickRow kQuickRows[] = {
-    {2, 1, u"和值", 1000, 1183},        {3, 2, u"奇数和值", 2000, 2170},   {4, 3, u"偶数和值", 3000, 3170},
-    {5, 4, u"跨度", 3300, 3340},        {6, 5, u"最大间距", 3400, 3440},   {8, 7, u"重叠号", 3470, 3480},
-    {9, 8, u"斜位码", 3490, 3500},      {10, 9, u"AC值", 3600, 3630},      {11, 10, u"奇数个数", 3640, 3649},
-    {11, 11, u"偶数个数", 3650, 3659},  {12, 12, u"大数个数", 3660, 3669}, {12, 13, u"小数个数", 3670, 3679},
-    {13, 14, u"高尾码个数", 3680, 3689}, {13, 15, u"低尾码个数", 3690, 3699}, {14, 16, u"区间1", 3700, 3709},
-    {14, 17, u"区间2", 3710, 3719},     {14, 18, u"区间3", 3720, 3729},    {14, 19, u"区间4", 3730, 3739},
-    {22, 43, u"头数和值", 4080, 4099},  {23, 44, u"尾数和值", 4100, 4159}, {24, 46, u"温度值5", 4160, 4179},
-    {25, 47, u"温度值10", 4180, 4209},  {26, 76, u"和值尾", 5070, 5079},
+    {2, 1, u"和值", 1000, 1183},         {3, 2, u"奇数和值", 2000, 2170},
+    {4, 3, u"偶数和值", 3000, 3170},     {5, 4, u"跨度", 3300, 3340},
+    {6, 5, u"最大间距", 3400, 3440},     {8, 7, u"重叠号", 3470, 3480},
+    {9, 8, u"斜位码", 3490, 3500},       {10, 9, u"AC值", 3600, 3630},
+    {11, 10, u"奇数个数", 3640, 3649},   {11, 11, u"偶数个数", 3650, 3659},
+    {12, 12, u"大数个数", 3660, 3669},   {12, 13, u"小数个数", 3670, 3679},
+    {13, 14, u"高尾码个数", 3680, 3689}, {13, 15, u"低尾码个数", 3690, 3699},
+    {14, 16, u"区间1", 3700, 3709},      {14, 17, u"区间2", 3710, 3719},
+    {14, 18, u"区间3", 3720, 3729},      {14, 19, u"区间4", 3730, 3739},
+    {22, 43, u"头数和值", 4080, 4099},   {23, 44, u"尾数和值", 4100, 4159},
+    {24, 46, u"温度值5", 4160, 4179},    {25, 47, u"温度值10", 4180, 4209},
+    {26, 76, u"和值尾", 5070, 5079},
 };
 
 }  // namespace
@@ -113,7 +117,8 @@ void seedConditionTables(Store& store) {
     Transaction tx(store);
     fillConditions(store, QStringLiteral("过滤条件"));
     fillSwitches(store, QStringLiteral("过滤条件使用情况"));
-    store.execute(QStringLiteral("INSERT INTO 历史数据过滤 (使用状态, 最小值, 最大值, 匹配值) VALUES (0, 2003001, 2003001, 6)"));
+    store.execute(QStringLiteral(
+        "INSERT INTO 历史数据过滤 (使用状态, 最小值, 最大值, 匹配值) VALUES (0, 2003001, 2003001, 6)"));
     fillNumberTraits(store);
 }
 
@@ -125,13 +130,15 @@ void seedFactoryData(Store& store) {
 
     for (int i = 0; i < int(std::size(kQuickRows)); ++i) {
         const auto& q = kQuickRows[i];
-        store.execute(QStringLiteral("INSERT INTO 快速设置 (编号, 菜单ID, 条件编号, 条件名称, 范围min, 范围max) "
-                                     "VALUES (?,?,?,?,?,?)"),
-                      {i, q.menu, q.switchNo, QString::fromUtf16(q.name), q.min, q.max});
+        store.execute(
+            QStringLiteral("INSERT INTO 快速设置 (编号, 菜单ID, 条件编号, 条件名称, 范围min, 范围max) "
+                           "VALUES (?,?,?,?,?,?)"),
+            {i, q.menu, q.switchNo, QString::fromUtf16(q.name), q.min, q.max});
     }
     for (int n = 1; n <= 33; ++n) {
         store.execute(QStringLiteral("INSERT INTO BallColor (号码, 基本号, 特别号) VALUES (?, 0, 1)"), {n});
-        store.execute(QStringLiteral("INSERT INTO 概率表 (号码, 红球, 蓝球, 红开, 蓝开) VALUES (?, 0, 0, 0, 0)"), {n});
+        store.execute(
+            QStringLiteral("INSERT INTO 概率表 (号码, 红球, 蓝球, 红开, 蓝开) VALUES (?, 0, 0, 0, 0)"), {n});
     }
     for (int k = 1; k <= 20; ++k)
         store.execute(QStringLiteral("INSERT INTO 自定义别名 (序号, 自定义名称, 别名) VALUES (?, ?, ?)"),
@@ -145,7 +152,8 @@ void seedFactoryData(Store& store) {
         return true;
     };
     for (int n = 1; n <= 33; ++n) {
-        QVariantList v{n, n <= 11, n >= 12 && n <= 22, n >= 23, n % 2 == 1, n % 2 == 0, isPrime(n), n % 3 == 0};
+        QVariantList v{n,          n <= 11,    n >= 12 && n <= 22, n >= 23,
+                       n % 2 == 1, n % 2 == 0, isPrime(n),         n % 3 == 0};
         for (int k = 8; k <= 20; ++k) v << false;
         QStringList marks(21, QStringLiteral("?"));
         store.execute(QStringLiteral("INSERT INTO 分析表号码组 VALUES (%1)").arg(marks.join(u',')), v);
@@ -155,8 +163,9 @@ void seedFactoryData(Store& store) {
     for (int i = 0; i < mirrors.size(); ++i)
         store.execute(QStringLiteral("INSERT INTO 下载地址 (序号, 地址) VALUES (?, ?)"), {i + 1, mirrors[i]});
     store.execute(QStringLiteral("INSERT INTO 用户模式 (模式) VALUES (0)"));
-    store.execute(QStringLiteral("INSERT INTO 用户表 (用户名, 密码, 最后登陆时间) VALUES ('临时用户', '', ?)"),
-                  {toDateValue(Clock::today())});
+    store.execute(
+        QStringLiteral("INSERT INTO 用户表 (用户名, 密码, 最后登陆时间) VALUES ('临时用户', '', ?)"),
+        {toDateValue(Clock::today())});
 }
 
 }  // namespace dovrex

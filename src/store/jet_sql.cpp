@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 
 namespace dovrex {
 

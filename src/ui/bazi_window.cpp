@@ -8,7 +8,7 @@
 
 #include "calendar/almanac.h"
 #include "calendar/nongli.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "widgets/cn_calendar.h"
 
 namespace dovrex {

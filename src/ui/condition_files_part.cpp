@@ -3,8 +3,8 @@
 #include <QAction>
 #include <QMenu>
 
-#include "app/shared_state.h"
-#include "store/condition_files.h"
+#include "filters/condition_files.h"
+#include "screen/shared_state.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"

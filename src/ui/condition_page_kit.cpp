@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QTableView>
 
-#include "app/shared_state.h"
 #include "filters/condition_store.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 #include "widgets/cursor_model.h"
 

@@ -9,11 +9,11 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "app/shared_state.h"
 #include "filters/condition_editing.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
 #include "filters/filter_families.h"
+#include "screen/shared_state.h"
 #include "ui/condition_edit_pages.h"
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"

@@ -8,8 +8,8 @@
 #include <QStyledItemDelegate>
 
 #include "analysis/history_tables.h"
-#include "app/shared_state.h"
 #include "pipeline/pick_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 #include "widgets/ball_art.h"
 #include "widgets/cursor_model.h"

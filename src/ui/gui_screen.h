@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "app/screen.h"
+#include "screen/screen.h"
 
 class QLabel;
 class QProgressBar;

@@ -5,9 +5,9 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "app/shared_state.h"
 #include "domain/game.h"
 #include "filters/condition_editing.h"
+#include "screen/shared_state.h"
 #include "ui/condition_edit_pages.h"
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"

@@ -20,11 +20,11 @@
 
 #include "analysis/history_tables.h"
 #include "app/app_flow.h"
-#include "app/shared_state.h"
+#include "domain/date_value.h"
 #include "history/draw_download.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 #include "ui/analysis_groups_dialog.h"
 #include "ui/fenbu_grid.h"

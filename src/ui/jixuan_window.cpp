@@ -1,4 +1,6 @@
 #include "ui/jixuan_window.h"
+
+#include "results/ticket_export.h"
 #include "ui/lucky_number_window.h"
 
 #include <QAction>
@@ -10,8 +12,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "app/shared_state.h"
 #include "pipeline/ticket_merge.h"
+#include "screen/shared_state.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"

@@ -4,7 +4,7 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 
-#include "app/app_paths.h"
+#include "screen/app_paths.h"
 #include "ui/form_main.h"
 #include "ui/program_session.h"
 #include "widgets/ball_art.h"

@@ -8,8 +8,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "app/shared_state.h"
 #include "history/draw_download.h"
+#include "screen/shared_state.h"
 #include "store/factory_data.h"
 
 namespace dovrex {

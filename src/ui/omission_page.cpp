@@ -15,7 +15,7 @@
 #include <QVBoxLayout>
 
 #include "analysis/probability.h"
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 #include "ui/form_main.h"
 #include "ui/history_page.h"

@@ -6,10 +6,10 @@
 
 #include <QAction>
 
-#include "app/shared_state.h"
+#include "filters/condition_files.h"
 #include "pipeline/pick_state.h"
-#include "pipeline/pipeline_commands.h"
-#include "store/condition_files.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "app/app_flow.h"
-#include "app/app_paths.h"
+#include "screen/app_paths.h"
 #include "ui/gui_screen.h"
 
 namespace dovrex {

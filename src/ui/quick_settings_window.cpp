@@ -15,9 +15,9 @@
 #include <QVBoxLayout>
 
 #include "app/app_activate.h"
-#include "app/shared_state.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
+#include "screen/shared_state.h"
 #include "ui/condition_page_kit.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"

@@ -15,11 +15,12 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "app/shared_state.h"
+#include "app/pipeline_commands.h"
 #include "filters/condition_store.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/shrink.h"
 #include "pipeline/weights.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"

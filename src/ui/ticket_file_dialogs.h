@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <array>
 
-#include "app/ticket_options.h"
+#include "screen/ticket_options.h"
 
 class QCheckBox;
 class QComboBox;

@@ -14,8 +14,9 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
-#include "app/shared_state.h"
-#include "pipeline/pipeline_commands.h"
+#include "app/pipeline_commands.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "store/store.h"
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <array>
 
-#include "pipeline/pipeline_commands.h"
+#include "app/pipeline_commands.h"
 
 class QFrame;
 class QLabel;

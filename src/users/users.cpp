@@ -2,9 +2,9 @@
 
 #include <QFile>
 
-#include "app/shared_state.h"
-#include "store/condition_files.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
+#include "filters/condition_files.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

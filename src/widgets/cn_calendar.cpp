@@ -11,7 +11,7 @@
 #include "calendar/almanac.h"
 #include "calendar/calendar_text.h"
 #include "calendar/nongli.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
 
 namespace dovrex {
 

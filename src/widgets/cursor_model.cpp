@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "store/store.h"
 
 namespace dovrex {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "app/headless_runner.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
+#include "headless/headless_runner.h"
 
 namespace dovrex {
 namespace {

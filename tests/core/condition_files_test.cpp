@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFile>
 
-#include "store/condition_files.h"
+#include "filters/condition_files.h"
 #include "store/factory_data.h"
 #include "support/test_support.h"
 #include "users/users.h"

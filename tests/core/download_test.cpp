@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QStringEncoder>
 
-#include "app/headless_runner.h"
+#include "headless/headless_runner.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "history/draw_records.h"

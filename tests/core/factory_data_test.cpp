@@ -2,7 +2,7 @@
 #include <QFile>
 #include <QSet>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 
 #include "store/pack.h"
 #include "support/test_support.h"

@@ -2,9 +2,9 @@
 // filtered through dovrex-headless keeps what the metrics say it should.
 #include <QSet>
 
-#include "app/headless_runner.h"
 #include "core/filter_fixture.h"
 #include "domain/metrics.h"
+#include "headless/headless_runner.h"
 #include "history/derived_columns.h"
 #include "history/history_queries.h"
 

@@ -1,5 +1,5 @@
 // Scripts through the headless runner: a program folder opened, changed, left and found again.
-#include "app/headless_runner.h"
+#include "headless/headless_runner.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {

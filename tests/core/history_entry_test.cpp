@@ -1,11 +1,11 @@
 // Hand entry, deletion and search of 历史记录.
 #include <gtest/gtest.h>
 
+#include "domain/date_value.h"
 #include "history/derived_columns.h"
 #include "history/draw_records.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
-#include "store/date_value.h"
 #include "support/test_support.h"
 
 using namespace dovrex;

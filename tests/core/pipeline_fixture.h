@@ -3,10 +3,11 @@
 #include <vector>
 
 #include "analysis/probability.h"
+#include "app/pipeline_commands.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "pipeline/pick_state.h"
-#include "pipeline/pipeline_commands.h"
+#include "screen/ticket_page.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {

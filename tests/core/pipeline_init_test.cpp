@@ -1,6 +1,6 @@
 #include "core/pipeline_fixture.h"
-#include "pipeline/run_panel.h"
 #include "pipeline/ticket_init.h"
+#include "screen/run_panel.h"
 
 namespace dovrex::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "core/pipeline_fixture.h"
 #include "history/history_queries.h"
-#include "pipeline/run_panel.h"
+#include "screen/run_panel.h"
 
 namespace dovrex::test {
 namespace {

@@ -4,10 +4,10 @@
 
 #include "core/pipeline_fixture.h"
 #include "pipeline/distribution_report.h"
-#include "pipeline/run_panel.h"
 #include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
 #include "pipeline/weights.h"
+#include "screen/run_panel.h"
 
 namespace dovrex::test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <QFile>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "store/jet_sql.h"
 #include "store/pack.h"
 #include "support/test_support.h"

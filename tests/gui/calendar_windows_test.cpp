@@ -10,7 +10,7 @@
 #include "calendar/almanac.h"
 #include "calendar/bazi_haoma.h"
 #include "calendar/nongli.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "ui/bazi_window.h"
 #include "ui/lucky_number_window.h"
 #include "ui/window_parts.h"

@@ -8,11 +8,11 @@
 #include <QTest>
 
 #include "app/app_flow.h"
-#include "app/shared_state.h"
 #include "gui/seeded_program.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
 #include "pipeline/pick_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 #include "ui/fenbu_grid.h"
 #include "ui/form_main.h"

@@ -22,13 +22,13 @@
 #include <QTimer>
 
 #include "app/app_flow.h"
-#include "app/shared_state.h"
+#include "filters/condition_files.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
-#include "store/condition_files.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 #include "support/draw_list_server.h"
 #include "ui/form_main.h"

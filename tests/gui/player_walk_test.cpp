@@ -14,13 +14,13 @@
 #include <set>
 #include <vector>
 
-#include "app/shared_state.h"
-#include "app/ticket_options.h"
+#include "app/pipeline_commands.h"
+#include "domain/date_value.h"
 #include "filters/condition_store.h"
 #include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"
-#include "pipeline/pipeline_commands.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_options.h"
 #include "store/store.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"

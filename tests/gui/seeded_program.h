@@ -6,8 +6,8 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "app/app_paths.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
+#include "screen/app_paths.h"
 #include "ui/program_session.h"
 
 namespace dovrex {

@@ -6,8 +6,8 @@
 #include <QTest>
 
 #include "filters/condition_store.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/shrink.h"
+#include "screen/ticket_page.h"
 #include "support/test_support.h"
 #include "ui/shrink_settings.h"
 

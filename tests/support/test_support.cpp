@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFile>
 
-#include "store/date_value.h"
+#include "domain/date_value.h"
 #include "store/factory_data.h"
 #include "store/pack.h"
 #include "store/schema.h"

@@ -18,10 +18,10 @@
 #include <QVariantList>
 #include <memory>
 
-#include "app/app_paths.h"
-#include "app/scripted_screen.h"
-#include "app/shared_state.h"
 #include "domain/game.h"
+#include "screen/app_paths.h"
+#include "screen/scripted_screen.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex::test {

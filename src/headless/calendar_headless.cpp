@@ -1,13 +1,13 @@
-#include "calendar/calendar_headless.h"
+#include "headless/calendar_headless.h"
 
 #include <QTime>
 
-#include "app/headless_runner.h"
 #include "calendar/almanac.h"
 #include "calendar/bazi_haoma.h"
 #include "calendar/calendar_text.h"
 #include "calendar/nongli.h"
-#include "store/date_value.h"
+#include "domain/date_value.h"
+#include "headless/headless_runner.h"
 
 namespace dovrex {
 

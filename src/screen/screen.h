@@ -5,7 +5,7 @@
 #include <QVariant>
 #include <memory>
 
-#include "app/ticket_options.h"
+#include "screen/ticket_options.h"
 
 namespace dovrex {
 
@@ -17,7 +17,7 @@ enum class MessageKind { Information, Warning, Error };
 // headless runner implement it with scripted answers. Role names are the control names the
 // program has always used (LabelJindu, TDBGrid_RZ, cmmTouZhu, ...).
 class Screen {
-public:
+  public:
     virtual ~Screen() = default;
 
     // An information, warning or error box.
@@ -55,7 +55,8 @@ public:
     virtual void ui_RefreshPicks() {}
     // Dresses a grid's columns: captions, widths in twips (15 to a pixel; 0 hides, negative leaves the
     // grid's own width), in column order.
-    virtual void ui_DressGrid(const QString& /*name*/, const QStringList& /*captions*/, const QList<int>& /*widths*/) {}
+    virtual void ui_DressGrid(const QString& /*name*/, const QStringList& /*captions*/,
+                              const QList<int>& /*widths*/) {}
     // Brings a page of the main window to the front: a top page by its caption ("过滤条件", "投注号码",
     // ...) and, on 过滤条件, the condition tab 1..30 (0 keeps the tab shown).
     virtual void ui_ShowPage(const QString& /*topPage*/, int /*conditionTab*/) {}
@@ -75,7 +76,7 @@ public:
 
 // A screen that answers nothing and shows nothing: the default until a real one is installed.
 class NullScreen : public Screen {
-public:
+  public:
     void ui_Message(const QString&, MessageKind) override {}
     bool ui_Confirm(const QString&) override { return false; }
     QString ui_AskText(const QString&, const QString&, const QString&) override { return {}; }

@@ -4,11 +4,20 @@
 #include <array>
 #include <memory>
 
-#include "app/app_paths.h"
-#include "app/screen.h"
+#include "domain/game.h"
+#include "screen/app_paths.h"
+#include "screen/screen.h"
 #include "store/store.h"
 
 namespace dovrex {
+
+// What the last probability analysis marked: the numbers unlikely to come up in `issue`. The pick
+// page draws marked buttons struck through, bold and underlined, and asks before picking one.
+struct GaiLvBiaoJi {
+    std::array<bool, 34> red{};   // 1..33
+    std::array<bool, 17> blue{};  // 1..16
+    IssueNumber issue = 0;        // the tag of cmd_FX(0); 0 before the first analysis
+};
 
 // The process-wide state the whole program shares: one instance, used by every pass, page and
 // report alike.
@@ -22,10 +31,10 @@ struct SharedState {
     // Where every ui_* call goes.
     Screen* screen = nullptr;
 
-    int g_UserMode = 0;      // 1 single-user, 2 multi-user
-    QString g_CurrentUser;   // empty in single-user mode
+    int g_UserMode = 0;     // 1 single-user, 2 multi-user
+    QString g_CurrentUser;  // empty in single-user mode
     std::array<bool, 7> g_DrawDays{true, false, true, false, true, false, false};  // index 0 is Sunday
-    int g_MirrorIndex = 0;   // download address in use, 0..2
+    int g_MirrorIndex = 0;  // download address in use, 0..2
     QString g_MainCaption;
     int g_PendingCommand = 0;
     bool g_TablesDirty = false;
@@ -43,11 +52,16 @@ struct SharedState {
     // Commands started from the window and not yet finished. The trap around every command counts
     // them; the checkpoint of the work waits until none runs.
     int commandDepth = 0;
+    // The marks of the last probability analysis.
+    GaiLvBiaoJi gaiLvBiaoJi;
     // Frame of the moving bar a shrink shows until its first removal (TimerSuosuijinxingzong).
     int suoShuiTimerAt = 0;
 };
 
 SharedState& shared();
+inline GaiLvBiaoJi& gaiLvBiaoJi() {
+    return shared().gaiLvBiaoJi;
+}
 
 // The store in use; throws StoreError when none is open.
 Store& store();

@@ -7,7 +7,7 @@
 #include <functional>
 #include <memory>
 
-#include "app/scripted_screen.h"
+#include "screen/scripted_screen.h"
 
 namespace dovrex {
 

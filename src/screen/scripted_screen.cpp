@@ -1,6 +1,6 @@
-#include "app/scripted_screen.h"
+#include "screen/scripted_screen.h"
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -132,13 +132,14 @@ bool ScriptedScreen::ui_ToFile(TicketExportOptions& options) {
     if (!toFile_.isEmpty()) answer = toFile_.dequeue();
     if (answer) options = *answer;
     const auto& on = options.daoChuXuanXiang;
-    record(QStringLiteral("TOFILE 序号=%1 期号=%2 号码=%3 分隔行=%4 红球间隔符=\"%5\" 红蓝分隔符=\"%6\" -> %7")
-               .arg(int(on[0]))
-               .arg(int(on[1]))
-               .arg(int(on[2]))
-               .arg(int(on[3]))
-               .arg(options.hongJianGe, options.hongLanJianGe,
-                    answer ? QStringLiteral("ok") : QStringLiteral("cancel")));
+    record(
+        QStringLiteral("TOFILE 序号=%1 期号=%2 号码=%3 分隔行=%4 红球间隔符=\"%5\" 红蓝分隔符=\"%6\" -> %7")
+            .arg(int(on[0]))
+            .arg(int(on[1]))
+            .arg(int(on[2]))
+            .arg(int(on[3]))
+            .arg(options.hongJianGe, options.hongLanJianGe,
+                 answer ? QStringLiteral("ok") : QStringLiteral("cancel")));
     return answer.has_value();
 }
 
@@ -159,7 +160,8 @@ void ScriptedScreen::ui_MarkDrawn(const QString& grid, const QList<int>& reds, i
     }
     QStringList numbers;
     for (int n : reds) numbers << QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
-    record(QStringLiteral("DRAWN %1 %2 + %3").arg(grid, numbers.join(u' ')).arg(blue, 2, 10, QLatin1Char('0')));
+    record(
+        QStringLiteral("DRAWN %1 %2 + %3").arg(grid, numbers.join(u' ')).arg(blue, 2, 10, QLatin1Char('0')));
 }
 
 QStringList ScriptedScreen::messages() const {

@@ -1,8 +1,8 @@
-#include "filters/filter_headless.h"
+#include "headless/filter_headless.h"
 
-#include "app/headless_runner.h"
-#include "app/shared_state.h"
 #include "filters/filter_families.h"
+#include "headless/headless_runner.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

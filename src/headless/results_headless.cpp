@@ -1,13 +1,13 @@
-#include "results/results_headless.h"
+#include "headless/results_headless.h"
 
-#include "app/headless_runner.h"
-#include "app/shared_state.h"
-#include "pipeline/pipeline_commands.h"
+#include "headless/headless_runner.h"
 #include "pipeline/random_pick.h"
 #include "pipeline/ticket_merge.h"
 #include "results/prize_check.h"
 #include "results/ticket_export.h"
 #include "results/ticket_import.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 #include <QRegularExpression>
 

@@ -1,4 +1,4 @@
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 
@@ -21,8 +21,12 @@ std::shared_ptr<Cursor> store_Query(const QString& sql, const QVariantList& para
     return store().query(sql, params);
 }
 
-int store_Execute(const QString& sql, const QVariantList& params) { return store().execute(sql, params); }
+int store_Execute(const QString& sql, const QVariantList& params) {
+    return store().execute(sql, params);
+}
 
-void store_ClearTable(const QString& name) { store().clearTable(name); }
+void store_ClearTable(const QString& name) {
+    store().clearTable(name);
+}
 
 }  // namespace dovrex

@@ -1,12 +1,13 @@
-#include "pipeline/pipeline_headless.h"
+#include "headless/pipeline_headless.h"
 
-#include "app/headless_runner.h"
-#include "app/shared_state.h"
+#include "app/pipeline_commands.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
+#include "headless/headless_runner.h"
 #include "pipeline/pick_state.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/ticket_init.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

@@ -1,6 +1,6 @@
-#include "pipeline/run_panel.h"
+#include "screen/run_panel.h"
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -21,7 +21,7 @@ std::optional<DateValue> parseDateText(const QString& text);
 
 // The program's one notion of "today". Tests set it; everything else reads it.
 class Clock {
-public:
+  public:
     static QDate today();
     static void setToday(const QDate& date);
     static void useSystemClock();

@@ -1,8 +1,8 @@
-#include "pipeline/prepared.h"
+#include "screen/prepared.h"
 
 #include <sqlite3.h>
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

@@ -1,12 +1,12 @@
-#include "pipeline/shrink_headless.h"
+#include "headless/shrink_headless.h"
 
-#include "app/headless_runner.h"
-#include "app/shared_state.h"
+#include "headless/headless_runner.h"
 #include "pipeline/distribution_report.h"
-#include "pipeline/pipeline_commands.h"
 #include "pipeline/selection.h"
 #include "pipeline/shrink.h"
 #include "pipeline/weights.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 
 namespace dovrex {
 

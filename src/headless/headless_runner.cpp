@@ -1,19 +1,19 @@
-#include "app/headless_runner.h"
+#include "headless/headless_runner.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include "app/app_flow.h"
-#include "app/shared_state.h"
-#include "calendar/calendar_headless.h"
-#include "filters/filter_headless.h"
+#include "domain/date_value.h"
+#include "headless/calendar_headless.h"
+#include "headless/filter_headless.h"
+#include "headless/history_headless.h"
+#include "headless/pipeline_headless.h"
+#include "headless/results_headless.h"
+#include "headless/shrink_headless.h"
+#include "headless/users_headless.h"
 #include "history/derived_columns.h"
-#include "history/history_headless.h"
-#include "pipeline/pipeline_headless.h"
-#include "pipeline/shrink_headless.h"
-#include "results/results_headless.h"
-#include "users/users_headless.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
 #include "store/jet_sql.h"
 #include "store/store.h"
 

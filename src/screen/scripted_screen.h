@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-#include "app/screen.h"
+#include "screen/screen.h"
 
 namespace dovrex {
 

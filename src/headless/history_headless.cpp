@@ -1,10 +1,10 @@
-#include "history/history_headless.h"
+#include "headless/history_headless.h"
 
-#include "app/headless_runner.h"
-#include "app/shared_state.h"
+#include "domain/date_value.h"
+#include "headless/headless_runner.h"
 #include "history/draw_download.h"
 #include "history/draw_records.h"
-#include "store/date_value.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 

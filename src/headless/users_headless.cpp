@@ -1,8 +1,8 @@
-#include "users/users_headless.h"
+#include "headless/users_headless.h"
 
-#include "app/headless_runner.h"
-#include "app/shared_state.h"
-#include "store/condition_files.h"
+#include "filters/condition_files.h"
+#include "headless/headless_runner.h"
+#include "screen/shared_state.h"
 #include "users/users.h"
 
 namespace dovrex {

@@ -1,9 +1,9 @@
-#include "store/condition_files.h"
+#include "filters/condition_files.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {

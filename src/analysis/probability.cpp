@@ -159,8 +159,8 @@ void CaiPiao::calc_JiShu() {
 }
 
 CaiPiao& caiPiao() {
-    static std::unique_ptr<CaiPiao> instance;
-    if (!instance) instance = std::make_unique<CaiPiao>();
+    auto& instance = shared().caiPiao;
+    if (!instance) instance = std::make_shared<CaiPiao>();
     return *instance;
 }
 

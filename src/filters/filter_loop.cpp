@@ -11,15 +11,6 @@ namespace dovrex {
 
 namespace {
 
-struct Held {
-    bool run = false;
-    std::optional<TicketSet> set;
-};
-Held& held() {
-    static Held h;
-    return h;
-}
-
 bool allowed(int v) {
     const auto& values = shared().guoLvShuZu;
     if (v < 0 || v >= int(values.size()))
@@ -121,31 +112,31 @@ void TicketSet::write() {
 }
 
 TicketSet& tickets_InPlay(IssueNumber issue) {
-    Held& h = held();
-    if (h.set && h.set->issue() != issue) {
-        h.set->write();
-        h.set.reset();
+    FilterRunState& h = shared().filterRun;
+    if (h.held && h.held->issue() != issue) {
+        h.held->write();
+        h.held.reset();
     }
-    if (!h.set) h.set.emplace(issue);
-    return *h.set;
+    if (!h.held) h.held = std::make_shared<TicketSet>(issue);
+    return *h.held;
 }
 
 void tickets_Done(bool clean) {
-    Held& h = held();
-    if (!h.set || (clean && h.run)) return;
+    FilterRunState& h = shared().filterRun;
+    if (!h.held || (clean && h.holding)) return;
     // Forgotten first: a failing write must not leave a copy that disagrees with the store.
-    TicketSet set = std::move(*h.set);
-    h.set.reset();
-    set.write();
+    const std::shared_ptr<TicketSet> set = std::move(h.held);
+    h.held.reset();
+    set->write();
 }
 
 TicketRunScope::TicketRunScope() {
     tickets_Done(false);
-    held().run = true;
+    shared().filterRun.holding = true;
 }
 
 TicketRunScope::~TicketRunScope() {
-    held().run = false;
+    shared().filterRun.holding = false;
     try {
         tickets_Done(false);
     } catch (...) {

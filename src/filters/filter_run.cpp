@@ -6,11 +6,6 @@
 
 namespace dovrex {
 
-FilterRunState& filterRun() {
-    static FilterRunState state;
-    return state;
-}
-
 int filter_Run(IssueNumber issue, const FilterDef& def) {
     if (def.run) return def.run(issue, def);
     if (def.prepare) return filter_SharedLoop(issue, def);

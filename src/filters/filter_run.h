@@ -4,6 +4,7 @@
 
 #include "domain/game.h"
 #include "filters/filter_loop.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 
@@ -19,10 +20,9 @@ const std::vector<FilterStep>& filterSteps();
 
 // State of the run beside shared(): raised by the history-relative filters that were on, so that
 // the closing line says the result holds for this issue only.
-struct FilterRunState {
-    bool liShiXiangGuan = false;
-};
-FilterRunState& filterRun();
+inline FilterRunState& filterRun() {
+    return shared().filterRun;
+}
 
 // Runs one filter: its own pass, the shared loop, or, for a family not in this build, a log line
 // when its switch is on and tickets are left (otherwise it stays silent, as every filter does).

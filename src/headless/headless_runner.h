@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+#include "pipeline/random_pick.h"
 #include "screen/scripted_screen.h"
 
 namespace dovrex {
@@ -61,6 +62,9 @@ class HeadlessRunner {
     bool requireStore();
     ScriptedScreen& screen() { return screen_; }
     AppFlow* flow() { return flow_.get(); }
+
+    // The tickets of the last `jixuan`, for `jixuan-export`.
+    JiXuanHao lastJiXuan{};
 
     bool openFolder(const QString& programDir, const QString& tempDir);
     bool openStore(const QString& file);

@@ -15,11 +15,6 @@ namespace dovrex {
 
 namespace {
 
-JiXuanHao& lastJiXuan() {
-    static JiXuanHao hao{};
-    return hao;
-}
-
 // The issue given, or the grid's.
 bool issueOrGrid(HeadlessRunner& r, const HeadlessArgs& a, int& issue) {
     if (a.words.isEmpty()) {
@@ -111,14 +106,14 @@ bool headless_JiXuan(HeadlessRunner& r, const HeadlessArgs& a) {
     int ticket = 0, column = 0;
     while (draw.next(ticket, column)) {
     }
-    lastJiXuan() = draw.hao();
+    r.lastJiXuan = draw.hao();
     if (count == 0) r.print(QStringLiteral("closed"));
     for (const QString& line : jiXuan_Text(draw.hao()).split(u'\n', Qt::SkipEmptyParts)) r.print(line);
     return true;
 }
 
-bool headless_JiXuanExport(HeadlessRunner&, const HeadlessArgs&) {
-    jiXuan_Export(lastJiXuan());
+bool headless_JiXuanExport(HeadlessRunner& r, const HeadlessArgs&) {
+    jiXuan_Export(r.lastJiXuan);
     return true;
 }
 

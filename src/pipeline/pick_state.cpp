@@ -9,11 +9,6 @@
 
 namespace dovrex {
 
-PickState& picks() {
-    static PickState state;
-    return state;
-}
-
 int calc_ZuHeShu(int n, int k, int fixed) {
     if (n < k) return 0;
     if (n == k || fixed >= k) return 1;

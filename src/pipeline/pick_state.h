@@ -4,6 +4,7 @@
 #include <array>
 
 #include "domain/game.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 
@@ -18,18 +19,9 @@ inline constexpr int kBlueBase = 100;
 enum PickValue { kPickNone = 0, kPickDrag = 1, kPickBanker = 2 };
 
 // What the pick page shows beside the store's rows.
-struct PickState {
-    int zhuShu = 0;    // tickets the present picks yield
-    QString tipText;   // Text_ChoseNumberTip
-    int redMode = 1;   // tab of TabStrip_Qiaqu: 1 drag, 2 banker
-    int blueMode = 1;  // tab of TabStrip_Houqu
-    // Blue buttons 1..16: a blue banker leaves only itself enabled.
-    std::array<bool, kBlueCount + 1> blueEnabled{true, true, true, true, true, true, true, true, true,
-                                                 true, true, true, true, true, true, true, true};
-    bool dragTipShown = false;
-    bool bankerTipShown = false;
-};
-PickState& picks();
+inline PickState& picks() {
+    return shared().picks;
+}
 
 // Ways to fill k places from n numbers of which `fixed` are certain: 0 if n < k, 1 if n == k or
 // fixed >= k, else C(n - fixed, k - fixed). A result beyond 32 bits is a store error.

@@ -13,8 +13,7 @@ namespace dovrex {
 namespace {
 
 DrawnNumbers& drawn() {
-    static DrawnNumbers d;
-    return d;
+    return shared().drawn;
 }
 
 }  // namespace

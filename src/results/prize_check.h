@@ -4,6 +4,7 @@
 #include <array>
 
 #include "domain/game.h"
+#include "screen/shared_state.h"
 
 namespace dovrex {
 
@@ -14,11 +15,6 @@ int prize_Tier(int redHits, int blueHits);
 const QString& prize_TierText(int tier);
 
 // The draw the ticket grid was last checked against, for the ball cells; issue 0 before any check.
-struct DrawnNumbers {
-    IssueNumber issue = 0;
-    Reds reds{};  // 1..6
-    int blue = 0;
-};
 const DrawnNumbers& prize_DrawnNumbers();
 
 // check_KaiJiang: counts the hits of every ticket of `issue` against its draw, writes 红球中 and 蓝球中,

@@ -91,8 +91,7 @@ QString export_SeparatorText(const QString& item) {
 }
 
 TicketExportOptions& export_LastOptions() {
-    static TicketExportOptions last;
-    return last;
+    return shared().exportOptions;
 }
 
 bool write_WenJian(const QString& path, const QString& text) {

@@ -7,6 +7,12 @@ SharedState& shared() {
     return state;
 }
 
+void reset_SharedState() {
+    Screen* installed = shared().screen;
+    shared() = SharedState{};
+    shared().screen = installed;
+}
+
 Store& store() {
     if (!shared().g_Store) throw StoreError(QStringLiteral("no store is open"));
     return *shared().g_Store;

@@ -7,9 +7,13 @@
 #include "domain/game.h"
 #include "screen/app_paths.h"
 #include "screen/screen.h"
+#include "screen/ticket_options.h"
 #include "store/store.h"
 
 namespace dovrex {
+
+class CaiPiao;
+class TicketSet;
 
 // What the last probability analysis marked: the numbers unlikely to come up in `issue`. The pick
 // page draws marked buttons struck through, bold and underlined, and asks before picking one.
@@ -17,6 +21,42 @@ struct GaiLvBiaoJi {
     std::array<bool, 34> red{};   // 1..33
     std::array<bool, 17> blue{};  // 1..16
     IssueNumber issue = 0;        // the tag of cmd_FX(0); 0 before the first analysis
+};
+
+// The pick page's state beside the rows of 过滤条件 (which hold the picks themselves).
+struct PickState {
+    int zhuShu = 0;    // tickets the present picks yield
+    QString tipText;   // Text_ChoseNumberTip
+    int redMode = 1;   // tab of TabStrip_Qiaqu: 1 drag, 2 banker
+    int blueMode = 1;  // tab of TabStrip_Houqu
+    // Blue buttons 1..16: a blue banker leaves only itself enabled.
+    std::array<bool, kBlueCount + 1> blueEnabled{true, true, true, true, true, true, true, true, true,
+                                                 true, true, true, true, true, true, true, true};
+    bool dragTipShown = false;
+    bool bankerTipShown = false;
+};
+
+// The filter run's state between its passes.
+struct FilterRunState {
+    // A history-relative filter ran: the run ends with the history's recount.
+    bool liShiXiangGuan = false;
+    // While a run lasts every pass works on one set of tickets in memory, written back when the
+    // run ends or breaks; outside a run each pass has a set of its own.
+    bool holding = false;
+    std::shared_ptr<TicketSet> held;
+};
+
+// What the passes share of the ticket page (投注号码).
+struct TicketPageState {
+    std::shared_ptr<Cursor> grid;  // the row set of TDBGrid_RZ
+    bool shrinkFrame = false;      // FrameSuosuiSezi is showing
+};
+
+// The draw the last prize check was made against.
+struct DrawnNumbers {
+    IssueNumber issue = 0;
+    Reds reds{};  // 1..6
+    int blue = 0;
 };
 
 // The process-wide state the whole program shares: one instance, used by every pass, page and
@@ -52,13 +92,22 @@ struct SharedState {
     // Commands started from the window and not yet finished. The trap around every command counts
     // them; the checkpoint of the work waits until none runs.
     int commandDepth = 0;
-    // The marks of the last probability analysis.
+    // The marks of the last probability analysis, and its seeded sampler (made on first use).
     GaiLvBiaoJi gaiLvBiaoJi;
+    std::shared_ptr<CaiPiao> caiPiao;
+    PickState picks;
+    FilterRunState filterRun;
+    TicketPageState ticketPage;
+    DrawnNumbers drawn;
+    // The export options last confirmed in frmToFile.
+    TicketExportOptions exportOptions;
     // Frame of the moving bar a shrink shows until its first removal (TimerSuosuijinxingzong).
     int suoShuiTimerAt = 0;
 };
 
 SharedState& shared();
+// Puts the whole process state back as a new process has it (the screen stays installed).
+void reset_SharedState();
 inline GaiLvBiaoJi& gaiLvBiaoJi() {
     return shared().gaiLvBiaoJi;
 }

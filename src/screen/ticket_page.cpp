@@ -13,14 +13,8 @@ namespace {
 const QString kGrid = QStringLiteral("TDBGrid_RZ");
 const QString kShrinkFrame = QStringLiteral("FrameSuosuiSezi");
 
-struct PipelineState {
-    std::shared_ptr<Cursor> grid;  // the row set of TDBGrid_RZ
-    bool shrinkFrame = false;      // FrameSuosuiSezi is showing
-};
-
-PipelineState& pipeline() {
-    static PipelineState state;
-    return state;
+TicketPageState& pipeline() {
+    return shared().ticketPage;
 }
 
 }  // namespace

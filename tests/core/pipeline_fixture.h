@@ -12,15 +12,9 @@
 
 namespace dovrex::test {
 
-// A fresh store with the pick state, the ticket grid and the filter run state at their start.
+// A fresh store; the pick state, the ticket grid and the filter run state start as in a new process.
 class PipelineTest : public FreshStoreTest {
   protected:
-    PipelineTest() {
-        picks() = PickState{};
-        gaiLvBiaoJi() = {};
-        filterRun() = FilterRunState{};
-        clear_TouZhuBiao();
-    }
     ~PipelineTest() override { clear_TouZhuBiao(); }
 
     static void pickRange(int from, int to, int value) {

@@ -58,8 +58,6 @@ class PickPageTest : public SeededProgramTest {
   protected:
     void SetUp() override {
         SeededProgramTest::SetUp();
-        picks() = PickState{};
-        gaiLvBiaoJi() = {};
         session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();

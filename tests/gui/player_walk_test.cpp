@@ -86,7 +86,6 @@ int shared7(const Ticket& a, const Ticket& b) {
 class PlayerWalkTest : public SeededProgramTest {
   protected:
     void start() {
-        picks() = PickState{};
         session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();

@@ -8,15 +8,19 @@
 
 #include "domain/date_value.h"
 #include "screen/app_paths.h"
+#include "screen/shared_state.h"
 #include "ui/program_session.h"
 
 namespace dovrex {
 
 // A program folder in a temporary folder, seeded from the build's default data, with "today" the
-// day after the newest shipped draw. Sessions on it have their boxes answered by a test screen.
+// day after the newest shipped draw, and the process state as a new process has it. Sessions on it
+// have their boxes answered by a test screen.
 class SeededProgramTest : public ::testing::Test {
   protected:
     void SetUp() override {
+        // Every test starts on the state of a new process, whatever the one before left.
+        reset_SharedState();
         ASSERT_TRUE(tmp_.isValid());
         paths_.programDir = tmp_.path() + QStringLiteral("/program");
         paths_.tempDir = tmp_.path() + QStringLiteral("/temp");

@@ -14,7 +14,9 @@ QString shippedPackPath() {
     return QStringLiteral(DOVREX_BUILD_DIR "/data/") + kDataFileName;
 }
 
-SharedStateGuard::SharedStateGuard() : saved_(shared()) {}
+SharedStateGuard::SharedStateGuard() : saved_(shared()) {
+    reset_SharedState();
+}
 
 SharedStateGuard::~SharedStateGuard() {
     shared() = saved_;

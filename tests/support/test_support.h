@@ -3,7 +3,7 @@
 // Shared fixtures of the core and GUI tests. No widget here: a GUI fixture derives from these and
 // adds its window.
 //
-//   DovrexTest        shared() saved and restored, a ScriptedScreen installed, Clock reset,
+//   DovrexTest        shared() saved, reset and restored, a ScriptedScreen installed, Clock reset,
 //                     a temporary program folder and temp folder (paths())
 //   FreshStoreTest    + an empty store with schema and factory rows as the shared store
 //   ShippedStoreTest  + the shipped store (the whole published history) as the shared store
@@ -29,7 +29,8 @@ namespace dovrex::test {
 // The shipped pack of the build tree.
 QString shippedPackPath();
 
-// Saves the whole shared() state and puts it back on destruction; resets the clock too.
+// Saves the whole shared() state, starts the test on the state of a new process, and puts the
+// saved state back on destruction; resets the clock too.
 class SharedStateGuard {
   public:
     SharedStateGuard();

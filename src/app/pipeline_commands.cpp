@@ -122,7 +122,7 @@ void runCommand(int index) {
         case kCmdDelete:
             if (ui.ui_Confirm(msg::kConfirmDelete)) {
                 delete_TouZhu(0);
-                ui.ui_Message(msg::kDeleteDone);
+                ui.ui_Message(msg::kTicketsDeleteDone);
             }
             break;
         default:

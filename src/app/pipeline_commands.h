@@ -38,7 +38,7 @@ void cmmSS_Click(int index);
 namespace msg {
 inline const QString kConfirmFilter = QStringLiteral("即将按照设定的条件进行号码过滤！");
 inline const QString kConfirmDelete = QStringLiteral("确认要删除全部记录吗？");
-inline const QString kDeleteDone = QStringLiteral("删除记录完成！");
+inline const QString kTicketsDeleteDone = QStringLiteral("删除记录完成！");
 inline const QString kAskIssue = QStringLiteral(
     "请输入期号：\r\n\r\n[注意,必须输入7位数(如,2007001)的期号！]"
     "\r\n\r\n另外，请务必填写准确的期号！！！\r\n\r\n"

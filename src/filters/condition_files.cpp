@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "screen/chosen_file.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -132,7 +133,7 @@ bool daocu_Click() {
 }
 
 bool import_TiaoJian(const QString& path) {
-    if (path.isEmpty() || !QFileInfo::exists(path)) return false;
+    if (path.isEmpty() || !checkChosenFile(path)) return false;
     try {
         auto file = Store::open(path);
         copy_TiaoJian(*file, store());

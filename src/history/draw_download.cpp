@@ -24,6 +24,7 @@ namespace dovrex {
 namespace {
 
 int g_pageTimeoutMs = 30000;
+int g_pageDeadlineMs = 60000;
 
 constexpr int kMirrorCount = 3;
 // Issues looked for around the latest: ten back to repair recent rows, 3000 on to cross a year.
@@ -61,6 +62,12 @@ int page_Timeout() {
 void set_PageTimeout(int ms) {
     g_pageTimeoutMs = ms > 0 ? ms : 1;
 }
+int page_Deadline() {
+    return g_pageDeadlineMs;
+}
+void set_PageDeadline(int ms) {
+    g_pageDeadlineMs = ms > 0 ? ms : 1;
+}
 
 PageReply fetch_Page(const QString& url) {
     PageReply page;
@@ -76,19 +83,25 @@ PageReply fetch_Page(const QString& url) {
     QNetworkReply* reply = manager.get(request);
 
     QEventLoop loop;
-    QTimer idle, pump;
+    // `idle` ends a silent wait; `deadline` ends the whole request, so that a server sending a byte
+    // now and then cannot hold the download for ever.
+    QTimer idle, deadline, pump;
     idle.setSingleShot(true);
     idle.setInterval(g_pageTimeoutMs);
+    deadline.setSingleShot(true);
+    deadline.setInterval(g_pageDeadlineMs);
     pump.setInterval(30);
     QObject::connect(reply, &QNetworkReply::readyRead, &loop, [&] {
         page.body += reply->readAll();
         idle.start();
     });
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&idle, &QTimer::timeout, &loop, [&] {
+    const auto giveUp = [&] {
         page.timedOut = true;
         loop.quit();
-    });
+    };
+    QObject::connect(&idle, &QTimer::timeout, &loop, giveUp);
+    QObject::connect(&deadline, &QTimer::timeout, &loop, giveUp);
     QObject::connect(&pump, &QTimer::timeout, &loop, [&] {
         screen().ui_Pump();
         if (shared().tingZhi) {
@@ -97,9 +110,11 @@ PageReply fetch_Page(const QString& url) {
         }
     });
     idle.start();
+    deadline.start();
     pump.start();
     if (!reply->isFinished()) loop.exec();
     pump.stop();
+    deadline.stop();
     idle.stop();
     if (!reply->isFinished()) {
         QObject::disconnect(reply, nullptr, &loop, nullptr);

@@ -29,12 +29,13 @@ struct PageReply {
     QByteArray body;
     QByteArray contentType;
     int status = 0;         // HTTP status, 0 when no answer came
-    bool timedOut = false;  // no byte for the time-out, or Stop
+    bool timedOut = false;  // no byte for the time-out, the deadline passed, or Stop
 };
 
 // One GET, waited for in a local event loop that keeps calling screen().ui_Pump() so that the
 // window stays alive. The wait ends when the reply is complete, when nothing has arrived for the
-// time-out, or on Stop. Needs a running QCoreApplication; without one nothing is fetched.
+// time-out, when the whole request has lasted the deadline, or on Stop. Needs a running
+// QCoreApplication; without one nothing is fetched.
 PageReply fetch_Page(const QString& url);
 // get_Page: the page's text in its charset (Content-Type, a BOM or a meta tag; UTF-8 otherwise, or
 // GB18030 when the bytes are not UTF-8). Empty when no answer came or the status is an error.
@@ -44,6 +45,10 @@ QString decode_Page(const QByteArray& body, const QByteArray& contentType);
 // The time-out of a page fetch in milliseconds: how long the wait lasts without a byte arriving.
 int page_Timeout();
 void set_PageTimeout(int ms);
+// The deadline of a whole page fetch in milliseconds, 60 s: however the bytes trickle in, the wait
+// ends then, with what has come.
+int page_Deadline();
+void set_PageDeadline(int ms);
 
 // The three mirror addresses (rows 1..3 of 下载地址); a missing or empty row reads as its default.
 QStringList load_MirrorAddresses();

@@ -99,9 +99,9 @@ DeleteResult cmm_scls(bool historyGridInView) {
     store_Execute(QStringLiteral("DELETE FROM 历史记录 where 期号=?"), {issue});
     if (historyGridInView) {
         show_LiShi();
-        ui.ui_Message(msg::kDeleteDone);
+        ui.ui_Message(msg::kDrawDeleteDone);
     } else {
-        ui.ui_Message(msg::kDeleteDoneReload);
+        ui.ui_Message(msg::kDrawDeleteDoneReload);
     }
     return DeleteResult::Deleted;
 }

@@ -23,8 +23,8 @@ inline const QString kDeleteAsk = QStringLiteral("您要删除哪期的记录？
 inline const QString kDeleteAskTitle = QStringLiteral("请输入期号");
 inline const QString kDeleteMissing = QStringLiteral("无法完成，历史记录表格中没有该期记录！");
 inline const QString kDeleteMissingTitle = QStringLiteral("删除失败");
-inline const QString kDeleteDone = QStringLiteral("删除完成！");
-inline const QString kDeleteDoneReload = QStringLiteral("删除完成，将重新加载数据。");
+inline const QString kDrawDeleteDone = QStringLiteral("删除完成！");
+inline const QString kDrawDeleteDoneReload = QStringLiteral("删除完成，将重新加载数据。");
 inline const QString kSearchHint =
     QStringLiteral("请在表格中最顶一行空白处相应项目栏输入条件值，然后点击“搜索”按钮！");
 // "搜索完成，符合条件的记录共：" + count + " 条！"

@@ -6,6 +6,7 @@
 
 #include "domain/date_value.h"
 #include "history/history_queries.h"
+#include "screen/chosen_file.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -127,95 +128,95 @@ bool import_ParseLine(QStringView raw, int layout, ImportedTicket& ticket) {
     return true;
 }
 
-TextEncoding detect_Encoding(const QByteArray& head, bool wholeIsUtf8) {
-    if (head.startsWith("\xEF\xBB\xBF")) return TextEncoding::Utf8;
-    if (head.startsWith("\xFF\xFE")) return TextEncoding::Utf16LE;
-    if (head.startsWith("\xFE\xFF")) return TextEncoding::Utf16BE;
-    return wholeIsUtf8 ? TextEncoding::Utf8 : TextEncoding::Gb18030;
-}
-
 namespace {
-
-QStringDecoder decoderFor(TextEncoding e) {
-    switch (e) {
-        case TextEncoding::Utf16LE:
-            return QStringDecoder(QStringConverter::Utf16LE);
-        case TextEncoding::Utf16BE:
-            return QStringDecoder(QStringConverter::Utf16BE);
-        case TextEncoding::Gb18030: {
-            QStringDecoder gb("GB18030");
-            if (gb.isValid()) return gb;
-            return QStringDecoder(QStringConverter::Latin1);
-        }
-        default:
-            return QStringDecoder(QStringConverter::Utf8);
-    }
-}
 
 constexpr qint64 kChunk = 1 << 20;
 
-// True when the whole file is well-formed UTF-8; read in chunks, so a large file is not held twice.
-bool fileIsUtf8(QFile& file) {
-    QStringDecoder probe(QStringConverter::Utf8);
-    while (!file.atEnd()) {
-        const QByteArray chunk = file.read(kChunk);
-        if (chunk.isEmpty()) break;
-        // decode() is lazy: only the conversion to a string runs it.
-        const QString text = probe.decode(chunk);
-        if (probe.hasError()) return false;
-    }
-    const QString tail = probe.decode(QByteArray());
-    return !probe.hasError();
-}
-
-// Calls `line` with every line of the file, decoded; lines end at CR LF, CR or LF. Only the line being
-// read is held in memory.
-template <typename F>
-void forEachLine(QFile& file, F&& line) {
-    const QByteArray head = file.peek(4);
-    const bool utf8 = fileIsUtf8(file);
-    file.seek(0);
-    const TextEncoding encoding = detect_Encoding(head, utf8);
-    QStringDecoder decoder = decoderFor(encoding);  // drops a byte order mark itself
-    QString pending;
-    bool afterCr = false;
-    auto feed = [&](const QString& text) {
+// Splits a stream of text (bytes or UTF-16) into lines at CR LF, CR or LF. A line cut at the end of
+// a chunk waits in `pending` for the next.
+template <typename Text>
+class LineSplitter {
+  public:
+    template <typename F>
+    void feed(const Text& text, F&& line) {
         qsizetype from = 0;
         for (qsizetype i = 0; i < text.size(); ++i) {
-            const QChar c = text[i];
+            const auto c = text[i];
             if (c != u'\n' && c != u'\r') continue;
-            if (c == u'\n' && afterCr && i == from) {  // the LF of a CR LF
-                afterCr = false;
+            if (c == u'\n' && afterCr_ && i == from) {  // the LF of a CR LF
+                afterCr_ = false;
                 from = i + 1;
                 continue;
             }
-            pending += QStringView(text).mid(from, i - from);
-            line(QStringView(pending));
-            pending.clear();
-            afterCr = c == u'\r';
+            pending_ += text.mid(from, i - from);
+            line(pending_);
+            pending_.clear();
+            afterCr_ = c == u'\r';
             from = i + 1;
         }
         if (from < text.size()) {
-            pending += QStringView(text).mid(from);
-            afterCr = false;
+            pending_ += text.mid(from);
+            afterCr_ = false;
         }
-    };
-    while (!file.atEnd()) {
-        const QByteArray chunk = file.read(kChunk);
-        if (chunk.isEmpty()) break;
-        feed(decoder.decode(chunk));
     }
-    feed(decoder.decode(QByteArray()));
-    if (!pending.isEmpty()) line(QStringView(pending));
-}
+    template <typename F>
+    void finish(F&& line) {
+        if (!pending_.isEmpty()) line(pending_);
+        pending_.clear();
+    }
+
+  private:
+    Text pending_;
+    bool afterCr_ = false;
+};
+
+// One line's bytes as UTF-8 when they are well-formed UTF-8, else as GB18030. Both decoders start
+// afresh on every line, so a broken line never spoils the next.
+class LineDecoder {
+  public:
+    QString operator()(const QByteArray& bytes) {
+        utf8_.resetState();
+        QString text = utf8_.decode(bytes);
+        if (!utf8_.hasError()) return text;
+        if (!gb_.isValid()) return QString::fromLatin1(bytes);
+        gb_.resetState();
+        return gb_.decode(bytes);
+    }
+
+  private:
+    QStringDecoder utf8_{QStringConverter::Utf8};
+    QStringDecoder gb_{"GB18030"};
+};
 
 }  // namespace
 
-QString decode_TicketText(const QByteArray& bytes) {
-    QStringDecoder probe(QStringConverter::Utf8);
-    const QString asUtf8 = probe.decode(bytes);
-    QStringDecoder decoder = decoderFor(detect_Encoding(bytes.left(4), !probe.hasError()));
-    return decoder.decode(bytes);
+void read_TicketLines(QIODevice& in, const std::function<void(QStringView)>& line) {
+    const QByteArray head = in.peek(3);
+    const bool utf16le = head.startsWith("\xFF\xFE"), utf16be = head.startsWith("\xFE\xFF");
+    if (utf16le || utf16be) {
+        // Its own decoder drops the mark; a UTF-16 file is one encoding from end to end.
+        QStringDecoder decoder(utf16le ? QStringConverter::Utf16LE : QStringConverter::Utf16BE);
+        LineSplitter<QString> lines;
+        auto deliver = [&](const QString& text) { line(text); };
+        while (!in.atEnd()) {
+            const QByteArray chunk = in.read(kChunk);
+            if (chunk.isEmpty()) break;
+            lines.feed(decoder.decode(chunk), deliver);
+        }
+        lines.feed(decoder.decode(QByteArray()), deliver);
+        lines.finish(deliver);
+        return;
+    }
+    if (head.startsWith("\xEF\xBB\xBF")) in.read(3);
+    LineDecoder decode;
+    LineSplitter<QByteArray> lines;
+    auto deliver = [&](const QByteArray& bytes) { line(decode(bytes)); };
+    while (!in.atEnd()) {
+        const QByteArray chunk = in.read(kChunk);
+        if (chunk.isEmpty()) break;
+        lines.feed(chunk, deliver);
+    }
+    lines.finish(deliver);
 }
 
 QString import_DefaultIssue() {
@@ -242,6 +243,9 @@ int import_HaoMa(const QString& fileName) {
         ui.ui_Message(error);
     }
     const IssueNumber boxIssue = read_QiHao(options.daoRuQiHao);
+    // Opened before the question about the table, so that a file that cannot be read changes nothing.
+    QFile file;
+    if (!openChosenFile(file, fileName)) return 0;
 
     const int existing = store().scalar(QStringLiteral("select count(*) from 日志表")).toInt();
     if (existing > 0 && !ui.ui_Confirm(msg::kKeepTableTickets)) delete_TouZhu(0);
@@ -251,18 +255,17 @@ int import_HaoMa(const QString& fileName) {
     const int firstSerial = store().scalar(QStringLiteral("select max(序号) from 日志表")).toInt();
     int serial = firstSerial;
 
-    QFile file(fileName);
     RunPanel panel(msg::kImportRunning);
     ui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QStringLiteral("-"));
     ui.ui_Set(QStringLiteral("cmm_stop"), QStringLiteral("enabled"), false);
-    if (file.open(QIODevice::ReadOnly)) {
+    {
         Transaction tx(store());
         Prepared insert(
             QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
                            "VALUES (?,?,?,?,?,?,?,?,?,?)"));
         int lines = 0, shown = 0;
         ImportedTicket t;
-        forEachLine(file, [&](QStringView line) {
+        read_TicketLines(file, [&](QStringView line) {
             if (import_ParseLine(line, options.daoRuGeShi, t)) {
                 insert.bind(1, ++id).bind(2, ++serial);
                 insert.bind(3,

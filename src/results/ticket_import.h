@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QByteArray>
+#include <QIODevice>
 #include <QString>
 #include <QStringView>
+#include <functional>
 
 #include "domain/game.h"
 #include "screen/ticket_options.h"
@@ -22,12 +23,12 @@ struct ImportedTicket {
 // checked: the balls stay as the file has them.
 bool import_ParseLine(QStringView line, int layout, ImportedTicket& ticket);
 
-// The text encodings a ticket file may come in: UTF-8 (with or without its mark), UTF-16 with its
-// mark, or else GB18030, the encoding of the Chinese tools. Told apart from the bytes.
-enum class TextEncoding { Utf8, Utf16LE, Utf16BE, Gb18030 };
-TextEncoding detect_Encoding(const QByteArray& head, bool wholeIsUtf8);
-// Decodes a whole file's bytes by the rule above.
-QString decode_TicketText(const QByteArray& bytes);
+// Reads a ticket file line by line; lines end at CR LF, CR or LF, and `line` sees each without its
+// end. A file with a UTF-16 mark is UTF-16 throughout. Otherwise every line is decoded on its own: as
+// UTF-8 when its bytes are well-formed UTF-8 (a UTF-8 mark at the start is dropped), else as GB18030,
+// the encoding of the Chinese tools, so that a file pieced together from both kinds reads whole.
+// Only the line being read is held in memory.
+void read_TicketLines(QIODevice& in, const std::function<void(QStringView)>& line);
 
 // The issue box of frmFromFile at load: the issue after the latest draw, a new year's first issue
 // taking today's year.

@@ -95,6 +95,11 @@ LoginResult login_Submit(const QString& typedName, const QString& typedPassword)
         screen().ui_Message(msg::kBadUserName, MessageKind::Warning);
         return LoginResult::Refused;
     }
+    // Refused before anything is written: a longer name would get a row but never its file.
+    if (name.size() > kLongestUserName) {
+        screen().ui_Message(msg::kUserNameTooLong, MessageKind::Warning);
+        return LoginResult::Refused;
+    }
     try {
         auto user = store_Query(QStringLiteral("select * from 用户表 where 用户名=? COLLATE NOCASE"), {name});
         if (user->recordCount() == 0) {

@@ -14,6 +14,7 @@ inline const QString kCreateUser = QStringLiteral("用户不存在，要以当�
 inline const QString kWrongPassword = QStringLiteral("密码错误！(注意大小写区分)");
 inline const QString kBadUserName =
     QStringLiteral("用户名不能包含“/”、“\\”、“..”或控制字符，请换一个用户名！");
+inline const QString kUserNameTooLong = QStringLiteral("用户名最多３２个字符，请换一个短一些的用户名！");
 inline const QString kNewUserHint = QStringLiteral(
     "请在<用户名>及<密码>栏中输入一个新的用户名称及设置密码；\n—\n然后再点击<登陆>"
     "按钮，系统将为您建立一个相应的新用户...");
@@ -22,6 +23,9 @@ inline const QString kNewUserHint = QStringLiteral(
 inline constexpr int kSingleUserMode = 1;
 inline constexpr int kMultiUserMode = 2;
 inline constexpr int kPurgeDays = 30;
+// A user name becomes the file name "<name>.udovrex": 32 characters stay far inside the 255 bytes
+// a file name may take, whatever the script.
+inline constexpr int kLongestUserName = 32;
 
 // 模式 of 用户模式: 0 not chosen yet, 1 single-user, 2 multi-user.
 int read_UserMode();

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <QDir>
 #include <QFile>
 
 #include "filters/condition_files.h"
+#include "screen/chosen_file.h"
 #include "store/factory_data.h"
 #include "support/test_support.h"
 #include "users/users.h"
@@ -95,6 +97,14 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     const QString other = tempPath(QStringLiteral("other.dovrex"));
     { Store::open(other, true)->execute(QStringLiteral("CREATE TABLE t (x)")); }
     EXPECT_FALSE(import_TiaoJian(other));
+    expectSet(1);
+
+    // A pipe chosen as the file is refused at once, never opened.
+    const QString pipe = tempPath(QStringLiteral("pipe.dovrex"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    ui().clear();
+    EXPECT_FALSE(import_TiaoJian(pipe));
+    EXPECT_EQ(ui().messages(), QStringList{msg::kNotARegularFile});
     expectSet(1);
 
     // A file cut short: whatever it holds before the damage may arrive, nothing crashes.
@@ -193,6 +203,15 @@ TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
         EXPECT_EQ(login_Submit(bad, QString()), LoginResult::Refused) << bad.toStdString();
     }
     EXPECT_TRUE(ui().messages().contains(msg::kBadUserName));
+    // The name becomes a file name: 32 characters (Chinese ones take three bytes each) keep their
+    // file, a 33rd is refused before any row is written.
+    const QString longest = QString(kLongestUserName, QChar(u'龙'));
+    EXPECT_EQ(login_Submit(longest + u'x', QString()), LoginResult::Refused);
+    EXPECT_TRUE(ui().messages().contains(msg::kUserNameTooLong));
+    EXPECT_EQ(userNames().size(), 2);  // the guest and o'brien
+    ui().answerConfirm(true);
+    ASSERT_EQ(login_Submit(longest, QString()), LoginResult::LoggedIn);
+    EXPECT_TRUE(QFile::exists(userFilePath(longest)));
     EXPECT_EQ(login_Submit(QStringLiteral("  "), QString()), LoginResult::Refused);
     EXPECT_TRUE(ui().messages().contains(msg::kEmptyUserName));
 

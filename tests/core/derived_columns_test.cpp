@@ -104,6 +104,11 @@ TEST_F(DerivedColumnsTest, FromBeyondAllRowsRewritesTheLastWithoutPredecessor) {
     EXPECT_EQ(readRow(D)[QStringLiteral("斜位码")].toInt(), 0);
     EXPECT_EQ(readRow(D)[QStringLiteral("和值")].toInt(), 145);
     EXPECT_EQ(readRow(C)[QStringLiteral("斜位码")].toInt(), 2);
+    // Without a predecessor a 01 has no neighbour either.
+    const IssueNumber E = 2003005;
+    addDraw(E, QStringLiteral("2003/03/09"), makeReds(1, 5, 9, 14, 18, 33), 1);
+    recalc_LiShiLie(2003010, 2003013, false);
+    EXPECT_EQ(readRow(E)[QStringLiteral("斜位码")].toInt(), 0);
 }
 
 TEST_F(DerivedColumnsTest, EmptyRangeWritesNothingAndShowsProgressOnlyWithRows) {

@@ -121,7 +121,10 @@ class DownloadTest : public FreshStoreTest {
         useMirrors({server.url(kListPath), server.url(kListPath), server.url(kListPath)});
         set_PageTimeout(2000);
     }
-    void TearDown() override { set_PageTimeout(30000); }
+    void TearDown() override {
+        set_PageTimeout(30000);
+        set_PageDeadline(60000);
+    }
 
     void useMirrors(const QStringList& urls) { save_MirrorAddresses(urls); }
 
@@ -217,6 +220,14 @@ TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
     EXPECT_LT(t.elapsed(), 5000);
     EXPECT_EQ(shared().g_MirrorIndex, 0) << "after three failures the first mirror again";
     EXPECT_GT(ui().pumpCount(), 0) << "the window is kept alive while waiting";
+
+    // A byte every 50 ms never leaves the wait idle; the deadline of the whole request ends it.
+    useMirrors({server.url(kListPath), server.url(kListPath), server.url(kListPath)});
+    server.setTrickle(50);
+    set_PageDeadline(1000);
+    t.restart();
+    expectFailure("a server that trickles");
+    EXPECT_LT(t.elapsed(), 5000);
 
     server.stop();
     expectFailure("a server that is down");

@@ -133,7 +133,7 @@ TEST_F(HistoryEntryTest, DeletionAsksForTheIssueAndSaysWhatHappened) {
 
     ui().clear();
     EXPECT_EQ(cmm_scls(true), DeleteResult::Deleted);  // the proposed issue: the latest
-    EXPECT_EQ(ui().messages(), QStringList{msg::kDeleteDone});
+    EXPECT_EQ(ui().messages(), QStringList{msg::kDrawDeleteDone});
     EXPECT_EQ(latest_QiHao(), before);
     EXPECT_EQ(historyCount(), count - 1);
 
@@ -142,7 +142,7 @@ TEST_F(HistoryEntryTest, DeletionAsksForTheIssueAndSaysWhatHappened) {
     ui().clear();
     ui().answerText(QStringLiteral("2010050"));
     EXPECT_EQ(cmm_scls(false), DeleteResult::Deleted);
-    EXPECT_EQ(ui().messages(), QStringList{msg::kDeleteDoneReload});
+    EXPECT_EQ(ui().messages(), QStringList{msg::kDrawDeleteDoneReload});
     EXPECT_EQ(rowOf(2010051), next);
 }
 

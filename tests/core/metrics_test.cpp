@@ -75,9 +75,8 @@ TEST(Metrics, RepeatAndDiagonalNumbers) {
     EXPECT_EQ(calc_XieWeiMa(R(3, 5, 10, 20, 25, 31), R(1, 33, 12, 14, 16, 18)), 0);
     EXPECT_EQ(calc_XieWeiMa(R(2, 5, 10, 20, 25, 32), R(1, 33, 12, 14, 16, 18)), 2);
     EXPECT_EQ(calc_CongDie(Reds{}, R(1, 2, 3, 4, 5, 6)), 0);
-    // An all-zero prev (no draw before) flags the number 0, so a 1 counts as its neighbour.
-    EXPECT_EQ(calc_XieWeiMa(Reds{}, R(1, 3, 5, 7, 9, 11)), 1);
-    EXPECT_EQ(calc_XieWeiMa(Reds{}, R(2, 3, 5, 7, 9, 11)), 0);
+    // An all-zero prev (no draw before) has no neighbours, not even for a 1.
+    EXPECT_EQ(calc_XieWeiMa(Reds{}, R(1, 2, 5, 7, 9, 11)), 0);
 }
 
 TEST(Metrics, GapFollowsTheGivenOrder) {

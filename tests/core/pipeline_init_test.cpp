@@ -175,7 +175,7 @@ TEST_F(CommandsTest, FirstStepFromThePromptThenDelete) {
     EXPECT_EQ(tickets().size(), 3u);
     cmmTouZhu_Click(kCmdDelete);
     EXPECT_TRUE(tickets().empty());
-    EXPECT_EQ(ui().messages().last(), msg::kDeleteDone);
+    EXPECT_EQ(ui().messages().last(), msg::kTicketsDeleteDone);
     EXPECT_TRUE(shared().operationLog.endsWith(kCrLf2 + msg::kDeleteLogged));
     EXPECT_EQ(get_BiaoGeQiHao(), 0);
 }

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QStringEncoder>
@@ -5,6 +7,7 @@
 #include "core/pipeline_fixture.h"
 #include "results/ticket_export.h"
 #include "results/ticket_import.h"
+#include "screen/chosen_file.h"
 
 namespace dovrex::test {
 namespace {
@@ -123,18 +126,32 @@ TEST(ImportLine, RangesLengthsAndSeparators) {
     EXPECT_EQ(p.t.reds[1], 10);
 }
 
-TEST(ImportText, EncodingsAreToldApart) {
-    const QString text = QStringLiteral("红球，01，02，03\r\n");
-    EXPECT_EQ(decode_TicketText(text.toUtf8()), text);
-    EXPECT_EQ(decode_TicketText("\xEF\xBB\xBF" + text.toUtf8()), text);
+QStringList readLines(const QByteArray& bytes) {
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QStringList lines;
+    read_TicketLines(buffer, [&](QStringView line) { lines << line.toString(); });
+    return lines;
+}
+
+TEST(ImportText, EncodingsAreToldApartLineByLine) {
+    const QStringList lines{QStringLiteral("红球，01，02，03"), QStringLiteral("第2注：04 05"),
+                            QStringLiteral("蓝球")};
     QStringEncoder gb("GB18030");
     ASSERT_TRUE(gb.isValid());
-    const QByteArray gbBytes = gb.encode(text);
-    EXPECT_NE(gbBytes, text.toUtf8());
-    EXPECT_EQ(decode_TicketText(gbBytes), text);
-    QStringEncoder le(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
-    EXPECT_EQ(decode_TicketText(le.encode(text)), text);
-    EXPECT_EQ(decode_TicketText(QByteArray()), QString());
+    // One encoding throughout, with and without a mark, with each kind of line end.
+    EXPECT_EQ(readLines(lines.join(QStringLiteral("\r\n")).toUtf8()), lines);
+    EXPECT_EQ(readLines("\xEF\xBB\xBF" + lines.join(u'\n').toUtf8() + '\n'), lines);
+    EXPECT_EQ(readLines(gb.encode(lines.join(u'\r'))), lines);
+    for (auto utf16 : {QStringConverter::Utf16LE, QStringConverter::Utf16BE}) {
+        QStringEncoder encoder(utf16, QStringConverter::Flag::WriteBom);
+        EXPECT_EQ(readLines(encoder.encode(lines.join(QStringLiteral("\r\n")))), lines);
+    }
+    // A file pieced together from two tools: every line is read in its own encoding.
+    const QByteArray mixed = lines[0].toUtf8() + "\r\n" + gb.encode(lines[1]) + "\n" + lines[2].toUtf8();
+    EXPECT_EQ(readLines(mixed), lines);
+    EXPECT_TRUE(readLines(QByteArray()).isEmpty());
 }
 
 class TicketFilesTest : public PipelineTest {
@@ -317,9 +334,20 @@ TEST_F(TicketFilesTest, BadFilesImportNothingWrong) {
                                        "红球2>33 or 红球3<1 or 红球3>33 or 红球4<1 or 红球4>33 or 红球5<1 or "
                                        "红球5>33 or 红球6<1 or 红球6>33 or 蓝球<1 or 蓝球>16")),
               0);
-    // A file that is not there imports nothing.
+    // A file that is not there imports nothing; a pipe or a folder is refused at once, never waited
+    // on, and the table is not asked about.
     ui().answerFromFile(TicketImportOptions{0, QStringLiteral("2008118")});
     EXPECT_EQ(import_HaoMa(tempPath(QStringLiteral("missing.txt"))), 0);
+    const QString pipe = tempPath(QStringLiteral("pipe.txt"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString& path : {pipe, tempPath(QString())}) {
+        ui().clear();
+        ui().answerFromFile(TicketImportOptions{0, QStringLiteral("2008118")});
+        EXPECT_EQ(import_HaoMa(path), 0);
+        EXPECT_EQ(ui().messages(), QStringList{msg::kNotARegularFile});
+        EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CONFIRM")).isEmpty());
+    }
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表")), total);
 }
 
 TEST_F(TicketFilesTest, ImportReadsChineseToolsFiles) {
@@ -339,6 +367,17 @@ TEST_F(TicketFilesTest, ImportReadsChineseToolsFiles) {
     EXPECT_EQ(import_HaoMa(file), 1);
     EXPECT_EQ(tickets().back().reds, makeReds(21, 22, 23, 24, 25, 26));
     EXPECT_EQ(tickets().back().blue, 15);
+
+    // UTF-8 lines with one GB18030 line among them: every ticket comes in.
+    const QString utf8Line = QStringLiteral("11，12，13，14，15，16，09　第2注\r\n");
+    const QString file2 =
+        writeFile(QStringLiteral("mixed.txt"),
+                  utf8Line.toUtf8() + gb.encode(text.section(u'\n', 3)) + utf8Line.toUtf8());
+    ui().answerFromFile(TicketImportOptions{0, QStringLiteral("2008118")});
+    ui().answerConfirm(false);
+    ASSERT_EQ(import_HaoMa(file2), 3);
+    EXPECT_EQ(tickets().front().reds, makeReds(11, 12, 13, 14, 15, 16));
+    EXPECT_EQ(tickets()[1].reds, makeReds(21, 22, 23, 24, 25, 26));
 }
 
 TEST_F(TicketFilesTest, ImportCommandReportsTheCountAndBindsEveryIssue) {

@@ -127,7 +127,7 @@ TEST_F(HistoryPageTest, SearchRowCountsMatchesAndANoMatchClearsIt) {
 TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
     screen_->replies = {QStringLiteral("2026001")};
     button("cmm_scls")->click();
-    EXPECT_EQ(screen_->shown, QStringList{msg::kDeleteDone});
+    EXPECT_EQ(screen_->shown, QStringList{msg::kDrawDeleteDone});
     EXPECT_EQ(page_->model()->rowCount(), 3492);
     screen_->shown.clear();
     screen_->replies = {QStringLiteral("2026001")};

@@ -244,7 +244,7 @@ TEST_F(PickPageTest, InitThroughTheButtonFillsTheGrid) {
     menuEntry(kCmdDelete)->trigger();
     EXPECT_EQ(window_->tabStrip()->currentIndex(), int(TopPage::Tickets));
     EXPECT_EQ(model->rowCount(), 0);
-    EXPECT_EQ(screen_->shown.last(), msg::kDeleteDone);
+    EXPECT_EQ(screen_->shown.last(), msg::kTicketsDeleteDone);
 
     // With no picks the first step says so and turns to the pick page.
     QTest::mouseClick(window_->findChild<QPushButton*>(QStringLiteral("cmm_clsQ")), Qt::LeftButton);

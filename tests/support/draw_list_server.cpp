@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QHostAddress>
+#include <QTimer>
 
 DrawListServer::DrawListServer() {
     ensureCoreApplication();
@@ -62,6 +63,21 @@ void DrawListServer::answer(QTcpSocket* socket) {
         head = "HTTP/1.1 404 Not Found\r\nContent-Type: text/html\r\n";
     }
     head += "Content-Length: " + QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n";
+    if (mode_ == Mode::Trickle) {
+        socket->write(head);
+        auto* drip = new QTimer(socket);  // goes with the socket
+        connect(drip, &QTimer::timeout, socket, [socket, drip, rest = body]() mutable {
+            if (rest.isEmpty()) {
+                drip->stop();
+                socket->disconnectFromHost();
+                return;
+            }
+            socket->write(rest.left(1));
+            rest.remove(0, 1);
+        });
+        drip->start(trickleMs_);
+        return;
+    }
     if (mode_ == Mode::Truncated) body = body.left(cutAt_);
     socket->write(head + body);
     socket->disconnectFromHost();

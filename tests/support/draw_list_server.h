@@ -14,9 +14,10 @@
 class DrawListServer : public QObject {
   public:
     enum class Mode {
-        Normal,    // the page, or 404 for an unknown path
-        Silent,    // accepts the connection and never answers
-        Truncated  // announces the whole body, sends `cutAt` bytes of it and closes
+        Normal,     // the page, or 404 for an unknown path
+        Silent,     // accepts the connection and never answers
+        Truncated,  // announces the whole body, sends `cutAt` bytes of it and closes
+        Trickle     // sends the head, then one byte of the body every `trickleMs`
     };
 
     DrawListServer();
@@ -34,6 +35,10 @@ class DrawListServer : public QObject {
         mode_ = mode;
         cutAt_ = cutAt;
     }
+    void setTrickle(int everyMs) {
+        mode_ = Mode::Trickle;
+        trickleMs_ = everyMs;
+    }
     int requests() const { return requests_; }
 
   private:
@@ -50,6 +55,7 @@ class DrawListServer : public QObject {
     QList<QPointer<QTcpSocket>> sockets_;
     Mode mode_ = Mode::Normal;
     int cutAt_ = 0;
+    int trickleMs_ = 0;
     int requests_ = 0;
 };
 

@@ -80,10 +80,8 @@ int calc_XieWeiMa(const Reds& prev, const Reds& r) {
     int n = 0;
     for (int i = 1; i <= 6; ++i) {
         const int x = r[i];
-        if (flag[x - 1])
-            ++n;
-        else if (flag[x + 1])
-            ++n;
+        if (flag[x - 1]) ++n;
+        else if (flag[x + 1]) ++n;
     }
     return n;
 }
@@ -136,20 +134,18 @@ int gesTable6Code(int m, int g) {
 }
 
 const QString& gesTable5Text(int code) {
-    static const QString texts[kGesTable5Keys] = {QStringLiteral("1,1,1,1,1,1"), QStringLiteral("2,1,1,1,1"),
-                                                  QStringLiteral("2,2,1,1"),     QStringLiteral("2,2,2"),
-                                                  QStringLiteral("3,1,1,1"),     QStringLiteral("3,2,1"),
-                                                  QStringLiteral("3,3"),         QStringLiteral("4,1,1"),
-                                                  QStringLiteral("4,2"),         QStringLiteral("5,1")};
+    static const QString texts[kGesTable5Keys] = {
+        QStringLiteral("1,1,1,1,1,1"), QStringLiteral("2,1,1,1,1"), QStringLiteral("2,2,1,1"), QStringLiteral("2,2,2"),
+        QStringLiteral("3,1,1,1"),     QStringLiteral("3,2,1"),     QStringLiteral("3,3"),     QStringLiteral("4,1,1"),
+        QStringLiteral("4,2"),         QStringLiteral("5,1")};
     return texts[code];
 }
 
 const QString& gesTable6Text(int code) {
-    static const QString texts[10] = {QStringLiteral("2,2,1,1"), QStringLiteral("2,2,2"),
-                                      QStringLiteral("3,1,1,1"), QStringLiteral("3,2,1"),
-                                      QStringLiteral("3,3"),     QStringLiteral("4,1,1"),
-                                      QStringLiteral("4,2"),     QStringLiteral("5,1"),
-                                      QStringLiteral("6"),       QString()};
+    static const QString texts[10] = {QStringLiteral("2,2,1,1"), QStringLiteral("2,2,2"), QStringLiteral("3,1,1,1"),
+                                      QStringLiteral("3,2,1"),   QStringLiteral("3,3"),   QStringLiteral("4,1,1"),
+                                      QStringLiteral("4,2"),     QStringLiteral("5,1"),   QStringLiteral("6"),
+                                      QString()};
     return texts[code];
 }
 

@@ -133,7 +133,7 @@ namespace {
 constexpr qint64 kChunk = 1 << 20;
 
 // Splits a stream of text (bytes or UTF-16) into lines at CR LF, CR or LF. A line cut at the end of
-// a chunk waits in `pending` for the next.
+// a chunk waits in `pending_` for the next.
 template <typename Text>
 class LineSplitter {
   public:

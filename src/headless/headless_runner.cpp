@@ -66,6 +66,13 @@ bool cmdStopAfter(HeadlessRunner& r, const HeadlessArgs& a) {
     return true;
 }
 
+bool cmdCloseAfter(HeadlessRunner& r, const HeadlessArgs& a) {
+    int n = 0;
+    if (!a.intAt(r, 0, n)) return false;
+    r.screen().closeAfterPumps(n);
+    return true;
+}
+
 bool cmdSql(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     if (!translateJetSql(a.text).isSelect) {
@@ -125,6 +132,7 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"today", "yyyy/mm/dd", cmdToday},
         {"answer", "yes|no|text <t>|file <path>", cmdAnswer},
         {"stop-after", "<n>", cmdStopAfter},
+        {"close-after", "<n>", cmdCloseAfter},
         {"sql", "<statement>", cmdSql},
         {"status", "", cmdStatus},
         {"recalc", "<from> <to>", cmdRecalc},
@@ -185,6 +193,7 @@ bool HeadlessArgs::intAt(HeadlessRunner& runner, int i, int& value) const {
 
 HeadlessRunner::HeadlessRunner(std::function<void(const QString&)> out) : out_(std::move(out)) {
     screen_.listener = [this](const QString& line) { print(line); };
+    screen_.closeRequested = [this] { requestClose(); };
     previousScreen_ = shared().screen;
     shared().screen = &screen_;
 }
@@ -230,15 +239,36 @@ bool HeadlessRunner::runLine(const QString& raw) {
     args.words = args.text.split(u' ', Qt::SkipEmptyParts);
     for (const auto& c : headlessCommands()) {
         if (name != QLatin1String(c.name)) continue;
-        try {
-            return c.run(*this, args);
-        } catch (const StoreError& e) {
-            return fail(QStringLiteral("store error: ") + e.text);
-        } catch (const std::exception& e) {
-            return fail(QString::fromUtf8(e.what()));
-        }
+        const bool ok = runCommand(c, args);
+        // A close came while the command ran: it has stopped and returned, so the store can go.
+        if (screen_.closing) return closeNow();
+        return ok;
     }
     return fail(QStringLiteral("unknown command '%1' (help lists them)").arg(name));
+}
+
+bool HeadlessRunner::runCommand(const HeadlessCommand& command, const HeadlessArgs& args) {
+    try {
+        return command.run(*this, args);
+    } catch (const StoreError& e) {
+        return fail(QStringLiteral("store error: ") + e.text);
+    } catch (const std::exception& e) {
+        return fail(QString::fromUtf8(e.what()));
+    }
+}
+
+void HeadlessRunner::requestClose() {
+    // Asked as the window's close box asks; on yes the running pass stops at its next yield.
+    if (screen_.closing || !screen_.ui_Confirm(msg::kConfirmExit)) return;
+    screen_.closing = true;
+    shared().tingZhi = 1;
+}
+
+bool HeadlessRunner::closeNow() {
+    screen_.closing = false;
+    shared().tingZhi = 0;
+    const bool saved = !flow_ || flow_->saveAndClose();
+    return finishExit(saved);
 }
 
 bool HeadlessRunner::openFolder(const QString& programDir, const QString& tempDir) {
@@ -279,20 +309,21 @@ bool HeadlessRunner::save() {
 }
 
 bool HeadlessRunner::exit() {
+    bool saved = true;
     if (flow_) {
         bool cancel = false;
-        const bool saved = flow_->app_Unload(cancel);
+        saved = flow_->app_Unload(cancel);
         if (cancel) return true;  // the user said no: work goes on
-        flow_.reset();
-        if (!saved) {
-            closeAll();
-            finished_ = true;
-            return fail(
-                QStringLiteral("the pack could not be written; the program folder keeps its last pack"));
-        }
     }
+    return finishExit(saved);
+}
+
+bool HeadlessRunner::finishExit(bool saved) {
+    flow_.reset();
     closeAll();
     finished_ = true;
+    if (!saved)
+        return fail(QStringLiteral("the pack could not be written; the program folder keeps its last pack"));
     return true;
 }
 

@@ -72,6 +72,11 @@ class HeadlessRunner {
     bool exit();
 
   private:
+    bool runCommand(const HeadlessCommand& command, const HeadlessArgs& args);
+    // The close request of close-after, and the exit sequence once the running command returned.
+    void requestClose();
+    bool closeNow();
+    bool finishExit(bool saved);
     void closeAll();
 
     std::function<void(const QString&)> out_;

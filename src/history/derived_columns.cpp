@@ -103,16 +103,22 @@ Reds readReds(const Cursor& c, int firstRedPos) {
     return r;
 }
 
-// The reds of the current row, checked: a number outside 1..33 stops the pass at that row (the rows
-// before it stay written).
+// The reds of the current row, checked: a number outside 1..33, or one that comes twice, stops the
+// pass at that row (the rows before it stay written). Six distinct reds are also what keeps every
+// shape within its pattern table: no five-ball group can then hold six.
 Reds checkedReds(const Cursor& c, int firstRedPos) {
     const Reds r = readReds(c, firstRedPos);
-    for (int i = 1; i <= 6; ++i)
-        if (r[size_t(i)] < 1 || r[size_t(i)] > kRedCount)
+    bool seen[kRedCount + 1] = {};
+    for (int i = 1; i <= 6; ++i) {
+        const int n = r[size_t(i)];
+        const bool valid = n >= 1 && n <= kRedCount && !seen[n];
+        if (!valid)
             throw StoreError(QStringLiteral("期号 %1: 红球%2 = %3")
                                  .arg(c.value(QStringLiteral("期号")).toString())
                                  .arg(i)
-                                 .arg(r[size_t(i)]));
+                                 .arg(n));
+        seen[n] = true;
+    }
     return r;
 }
 

@@ -85,10 +85,21 @@ void ScriptedScreen::ui_Pump() {
         shared().tingZhi = 1;
         record(QStringLiteral("STOP after %1 pumps").arg(pumps_));
     }
+    if (closeAt_ > 0 && pumps_ >= closeAt_) {
+        closeAt_ = 0;
+        record(QStringLiteral("CLOSE after %1 pumps").arg(pumps_));
+        if (closeRequested) closeRequested();
+    }
+    // A close under way stops every pass, also one that cleared the flag as it began.
+    if (closing) shared().tingZhi = 1;
 }
 
 void ScriptedScreen::stopAfterPumps(int n) {
     stopAt_ = n > 0 ? pumps_ + n : 0;
+}
+
+void ScriptedScreen::closeAfterPumps(int n) {
+    closeAt_ = n > 0 ? pumps_ + n : 0;
 }
 
 void ScriptedScreen::ui_Log(const QString& wholeText) {
@@ -192,6 +203,7 @@ void ScriptedScreen::clear() {
     status_.clear();
     pumps_ = 0;
     stopAt_ = 0;
+    closeAt_ = 0;
 }
 
 void ScriptedScreen::ui_ShowPage(const QString& topPage, int conditionTab) {

@@ -51,6 +51,12 @@ class ScriptedScreen : public Screen {
     bool defaultConfirm = true;
     // Raises shared().tingZhi at the n-th ui_Pump from now (n >= 1); 0 disarms it.
     void stopAfterPumps(int n);
+    // A close request (the window's close box) at the n-th ui_Pump from now (n >= 1); 0 disarms it.
+    // It calls closeRequested, which decides whether the close goes ahead.
+    void closeAfterPumps(int n);
+    std::function<void()> closeRequested;
+    // A close is under way: every ui_Pump raises shared().tingZhi until the running command returns.
+    bool closing = false;
 
     // --- what happened ---
     const QStringList& lines() const { return lines_; }
@@ -86,6 +92,7 @@ class ScriptedScreen : public Screen {
     QQueue<std::optional<TicketImportOptions>> fromFile_;
     int pumps_ = 0;
     int stopAt_ = 0;
+    int closeAt_ = 0;
     Progress progress_;
     QHash<int, QString> status_;
 };

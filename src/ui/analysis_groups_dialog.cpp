@@ -9,6 +9,7 @@
 
 #include "analysis/history_tables.h"
 #include "store/store.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -30,10 +31,7 @@ AnalysisGroupsDialog::AnalysisGroupsDialog(QWidget* parent) : QDialog(parent) {
 
     loading_ = true;
     FenXiZu member{};
-    try {
-        member = read_FenXiZu();
-    } catch (const StoreError&) {
-    }
+    runCommand([&] { member = read_FenXiZu(); });
     for (int n = 1; n <= kRedCount; ++n)
         for (int g = 1; g <= 20; ++g) {
             auto* item = new QTableWidgetItem;
@@ -42,12 +40,10 @@ AnalysisGroupsDialog::AnalysisGroupsDialog(QWidget* parent) : QDialog(parent) {
             table_->setItem(n - 1, g - 1, item);
         }
     loading_ = false;
-    connect(table_, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
+    connectCommand(table_, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
         if (loading_) return;
-        try {
-            write_FenXiZu(item->row() + 1, item->column() + 1, item->checkState() == Qt::Checked);
-        } catch (const StoreError&) {
-        }
+        runCommand(
+            [&] { write_FenXiZu(item->row() + 1, item->column() + 1, item->checkState() == Qt::Checked); });
     });
 
     auto* note =

@@ -10,6 +10,7 @@
 #include "calendar/nongli.h"
 #include "domain/date_value.h"
 #include "widgets/cn_calendar.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -64,7 +65,7 @@ BaziWindow::BaziWindow(QWidget* parent) : QDialog(parent) {
         b->setObjectName(QStringLiteral("cmmBazixuanhao_%1").arg(i));
         b->setAutoDefault(false);
         b->setMinimumWidth(80);
-        connect(b, &QPushButton::clicked, this, [this, i] { cmmBazixuanhao_Click(i); });
+        connectCommand(b, &QPushButton::clicked, this, [this, i] { cmmBazixuanhao_Click(i); });
         buttons_[size_t(i)] = b;
     }
     buttons_[3]->setToolTip(QStringLiteral("查询当前年份24节气具体时间"));

@@ -7,11 +7,13 @@
 #include <QVBoxLayout>
 
 #include "ui/bazi_window.h"
+
 #include "ui/form_main.h"
 #include "ui/lucky_number_window.h"
 #include "ui/other_page.h"
 #include "ui/window_parts.h"
 #include "widgets/cn_calendar.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 namespace {
@@ -26,11 +28,11 @@ QWidget* calendarTool(FormMain& window) {
     lucky->setObjectName(QStringLiteral("cmmRiliLucky"));
     auto* bazi = new QPushButton(QStringLiteral("根据生辰八字选一组号码..."), page);
     bazi->setObjectName(QStringLiteral("cmmRiliBazi"));
-    QObject::connect(lucky, &QPushButton::clicked, &window, [&window] {
+    connectCommand(lucky, &QPushButton::clicked, &window, [&window] {
         LuckyNumberWindow chooser(&window);
         chooser.exec();
     });
-    QObject::connect(bazi, &QPushButton::clicked, &window, [&window] { baziOpener()(&window); });
+    connectCommand(bazi, &QPushButton::clicked, &window, [&window] { baziOpener()(&window); });
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(lucky);
@@ -47,7 +49,7 @@ const RegisterWindowPart calendarPart("calendar and lucky number", 200, [](FormM
     tools->addSeparator();
     QAction* action = tools->addAction(QStringLiteral("幸运号码(&L)..."));
     action->setObjectName(QStringLiteral("mnu_LuckyNumber"));
-    QObject::connect(action, &QAction::triggered, &window, [&window] {
+    connectCommand(action, &QAction::triggered, &window, [&window] {
         LuckyNumberWindow chooser(&window);
         chooser.exec();
     });

@@ -18,6 +18,7 @@
 #include "ui/form_main.h"
 #include "ui/other_page.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
 #include "widgets/jindu_panel.h"
 
@@ -65,7 +66,7 @@ ZhuHeYLTJWindow::ZhuHeYLTJWindow(QWidget* parent) : QWidget(parent, Qt::Window) 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(grid_);
-    try {
+    runCommand([&] {
         setWindowTitle(zhuHeYLTJ_Title());
         model->setCursor(open_ZhuHeYLTJ());
         QStringList names;
@@ -74,8 +75,7 @@ ZhuHeYLTJWindow::ZhuHeYLTJWindow(QWidget* parent) : QWidget(parent, Qt::Window) 
             names << captions().value(field, field);
         }
         model->setCaptions(names);
-    } catch (const StoreError&) {
-    }
+    });
     resize(620, 560);
 }
 
@@ -111,7 +111,7 @@ CombinationPage::CombinationPage(QWidget* parent) : QWidget(parent) {
 
     panel_ = new JinDuPanel(state_, this);
     panel_->hide();
-    connect(start_, &QPushButton::clicked, this, [this] { run(size_->currentIndex() == 1 ? 3 : 2); });
+    connectCommand(start_, &QPushButton::clicked, this, [this] { run(size_->currentIndex() == 1 ? 3 : 2); });
 }
 
 void CombinationPage::resizeEvent(QResizeEvent* event) {
@@ -120,16 +120,8 @@ void CombinationPage::resizeEvent(QResizeEvent* event) {
 }
 
 int CombinationPage::run(int size) {
-    start_->setEnabled(false);
-    size_->setEnabled(false);
     int written = -1;
-    try {
-        written = run_ZhuHeYiLou(size, state_);
-    } catch (const StoreError&) {
-        state_.hide();
-    }
-    start_->setEnabled(true);
-    size_->setEnabled(true);
+    runCommand([&] { written = run_ZhuHeYiLou(size, state_); });
     if (written >= 0) {
         if (window_) window_->close();
         window_ = new ZhuHeYLTJWindow(this);
@@ -152,7 +144,7 @@ const RegisterWindowPart combinationPage("combination omission page", 32, [](For
     for (int size : {2, 3}) {
         QAction* a = analysis->addAction(QStringLiteral("%1码组合遗漏统计...").arg(size));
         a->setObjectName(QStringLiteral("mnu_ZuHeYiLou%1").arg(size));
-        QObject::connect(a, &QAction::triggered, &window, [&window, other, page, size] {
+        connectCommand(a, &QAction::triggered, &window, [&window, other, page, size] {
             window.selectPage(TopPage::Other);
             other->setCurrentWidget(page);
             page->sizeCombo()->setCurrentIndex(size - 2);

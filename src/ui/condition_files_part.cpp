@@ -6,10 +6,12 @@
 #include "filters/condition_files.h"
 #include "screen/shared_state.h"
 #include "ui/conditions_page.h"
+
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"
 #include "ui/window_parts.h"
 #include "users/users.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 namespace {
@@ -18,7 +20,7 @@ QAction* addEntry(QMenu* menu, const QString& name, const QString& text, FormMai
                   const std::function<void()>& run) {
     QAction* action = menu->addAction(text);
     action->setObjectName(name);
-    QObject::connect(action, &QAction::triggered, &window, run);
+    connectCommand(action, &QAction::triggered, &window, run);
     return action;
 }
 
@@ -37,7 +39,7 @@ const RegisterWindowPart conditionFiles("condition files and users", 50, [](Form
     switchUser->setObjectName(QStringLiteral("mnu_UserQiehuan"));
     switchUser->setVisible(false);  // shown in multi-user mode only
     file->insertAction(file->actions().value(0), switchUser);
-    QObject::connect(switchUser, &QAction::triggered, &window, [&window] {
+    connectCommand(switchUser, &QAction::triggered, &window, [&window] {
         beginUserSwitch();
         window.guiScreen().ui_Login();
         window.setWindowTitle(mainCaptionForUser());

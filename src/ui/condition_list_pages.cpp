@@ -11,6 +11,7 @@
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 #include "widgets/tick_list.h"
 #include "widgets/trend_panel.h"
 
@@ -59,7 +60,7 @@ ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(pa
         ids << line.id;
     }
     lines_->setLines(texts, ids);
-    connect(lines_, &TickList::ticked, this, &ConditionListPage::tick);
+    connectCommand(lines_, &TickList::ticked, this, [this](int row, bool on) { tick(row, on); });
 
     tip_ = new QLabel(this);
     tip_->setObjectName(QStringLiteral("Text_tiaojianTip"));
@@ -89,7 +90,7 @@ ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(pa
 }
 
 void ConditionListPage::reload() {
-    guarded([&] {
+    runCommand([&] {
         loadSwitch(check_);
         for (int row = 0; row < condition_.lines.size(); ++row)
             lines_->setTicked(row, conditionLineAllowed(condition_.lines[row]));
@@ -100,13 +101,13 @@ void ConditionListPage::reload() {
 
 void ConditionListPage::tick(int row, bool on) {
     if (row < 0 || row >= condition_.lines.size()) return;
-    guarded([&] { set_ConditionLine(condition_.lines[row], on); });
+    runCommand([&] { set_ConditionLine(condition_.lines[row], on); });
     showTip();
 }
 
 void ConditionListPage::showTip() {
     QString summary;
-    guarded([&] { summary = conditionSummary(tab_); });
+    runCommand([&] { summary = conditionSummary(tab_); });
     tip_->setText(QStringLiteral("当前取值阅览：") + summary);
     chart_->setConditionTip(tip_->text());
     chart_->setAllowedColumns(allowedColumns());
@@ -149,9 +150,9 @@ CountListsPage::CountListsPage(int tab, QWidget* parent) : ConditionTab(parent),
         const int lineHeight = list->sizeHintForRow(0);
         list->setFixedHeight(lineHeight * texts.size() + 2 * list->frameWidth() + 4);
         list->setFixedWidth(qMax(list->idealWidth() - 10, box->sizeHint().width()));
-        connect(list, &TickList::ticked, this, [this, k](int row, bool on) {
+        connectCommand(list, &TickList::ticked, this, [this, k](int row, bool on) {
             const ConditionLine& line = conditions_[k].lines.value(row);
-            if (line.id > 0) guarded([&] { set_ConditionLine(line, on); });
+            if (line.id > 0) runCommand([&] { set_ConditionLine(line, on); });
         });
         auto* cell = new QVBoxLayout;
         cell->addWidget(box);
@@ -178,7 +179,7 @@ CountListsPage::CountListsPage(int tab, QWidget* parent) : ConditionTab(parent),
 }
 
 void CountListsPage::reload() {
-    guarded([&] {
+    runCommand([&] {
         for (int k = 0; k < conditions_.size(); ++k) {
             loadSwitch(checks_[k]);
             for (int row = 0; row < conditions_[k].lines.size(); ++row)

@@ -12,27 +12,17 @@
 
 namespace dovrex {
 
-bool guarded(const std::function<void()>& action) {
-    try {
-        action();
-        return true;
-    } catch (const StoreError&) {
-        return false;
-    }
-}
-
 QCheckBox* switchBox(const QString& caption, int switchNo, const QString& name, QWidget* parent) {
     auto* box = new QCheckBox(caption, parent);
     box->setObjectName(name);
     box->setProperty("Tag", switchNo);
-    QObject::connect(box, &QCheckBox::clicked, box, [box](bool on) {
-        guarded([&] { set_ShiYongQingKuang(box->property("Tag").toInt(), on ? 1 : 0); });
-    });
+    connectCommand(box, &QCheckBox::clicked, box,
+                   [box](bool on) { set_ShiYongQingKuang(box->property("Tag").toInt(), on ? 1 : 0); });
     return box;
 }
 
 void loadSwitch(QCheckBox* box) {
-    guarded([&] { box->setChecked(get_ShiYongQingKuang(box->property("Tag").toInt()) == 1); });
+    runCommand([&] { box->setChecked(get_ShiYongQingKuang(box->property("Tag").toInt()) == 1); });
 }
 
 QLabel* sectionTitle(const QString& text, QWidget* parent) {
@@ -70,7 +60,7 @@ QTableView* makeCountGrid(QWidget* parent) {
 void fillCountGrid(QTableView* grid) {
     auto* model = qobject_cast<CursorModel*>(grid->model());
     if (!model) return;
-    guarded([&] {
+    runCommand([&] {
         model->setCursor(store_Query(QStringLiteral(
             "select 期号,奇数个数,偶数个数,大数个数,小数个数,低尾码个数,高尾码个数,区间1,区间2,区间3,区间4 "
             "from 历史记录 order by 期号 desc")));

@@ -3,6 +3,8 @@
 #include <QString>
 #include <functional>
 
+#include "widgets/command_trap.h"
+
 class QCheckBox;
 class QLabel;
 class QTableView;
@@ -13,10 +15,6 @@ namespace dovrex {
 class TickList;
 
 // Pieces shared by the condition tabs.
-
-// Runs a store action of a page; a store error leaves the page as it is (the rows keep what was
-// written before the error).
-bool guarded(const std::function<void()>& action);
 
 // A switch of 过滤条件使用情况: the box writes its switch at each click, never when it is filled.
 QCheckBox* switchBox(const QString& caption, int switchNo, const QString& name, QWidget* parent);

@@ -7,10 +7,12 @@
 
 #include "filters/condition_pages.h"
 #include "ui/condition_page_kit.h"
+
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/quick_settings_window.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 namespace {
@@ -26,7 +28,7 @@ class ConditionReportPage : public ConditionTab {
 
         auto* quick = new QPushButton(QStringLiteral("快速设置..."), this);
         quick->setObjectName(QStringLiteral("cmm_KuaiSuSheZhi"));
-        connect(quick, &QPushButton::clicked, this, [&window] { QuickSettingsWindow::open(window); });
+        connectCommand(quick, &QPushButton::clicked, this, [&window] { QuickSettingsWindow::open(window); });
         auto* bar = new QHBoxLayout;
         bar->addWidget(sectionTitle(QStringLiteral("当前全部过滤条件"), this));
         bar->addStretch(1);
@@ -40,7 +42,7 @@ class ConditionReportPage : public ConditionTab {
 
     void reload() override {
         QString report;
-        if (guarded([&] { report = make_BaoGao(); })) text_->setPlainText(report);
+        if (runCommand([&] { report = make_BaoGao(); })) text_->setPlainText(report);
     }
 
   private:

@@ -5,12 +5,13 @@
 #include <QStackedWidget>
 
 #include "ui/placeholder_page.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
 void ConditionTab::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    reload();
+    runCommand([this] { reload(); });
 }
 
 QString ConditionsPage::tabCaption(int index) {

@@ -15,9 +15,11 @@
 #include "filters/filter_families.h"
 #include "screen/shared_state.h"
 #include "ui/condition_edit_pages.h"
+
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 #include "widgets/number_buttons.h"
 #include "widgets/tick_list.h"
 
@@ -36,7 +38,7 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
     groups_->setObjectName(QStringLiteral("List_ZDY"));
     groups_->setWordWrap(true);
     groups_->setAlternatingRowColors(true);
-    connect(groups_, &QListWidget::currentRowChanged, this, [this](int row) {
+    connectCommand(groups_, &QListWidget::currentRowChanged, this, [this](int row) {
         if (row >= 0) showGroup();
     });
 
@@ -47,9 +49,9 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
     title_->setFont(bold);
 
     numbers_ = new NumberButtons(QStringLiteral("cmm_ZDY"), 11, editor);
-    connect(numbers_, &NumberButtons::numberClicked, this, [this](int n) {
+    connectCommand(numbers_, &NumberButtons::numberClicked, this, [this](int n) {
         bool on = false;
-        if (guarded([&] { on = toggle_HaoMaTeXing(customGroupColumn(group()), n); })) {
+        if (runCommand([&] { on = toggle_HaoMaTeXing(customGroupColumn(group()), n); })) {
             numbers_->setOn(n, on);
             refreshList();
         }
@@ -57,28 +59,28 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
 
     auto* rename = new QPushButton(QStringLiteral("修改名称"), editor);
     rename->setObjectName(QStringLiteral("cmmChangeZDYname"));
-    connect(rename, &QPushButton::clicked, this, [this] { this->rename(); });
+    connectCommand(rename, &QPushButton::clicked, this, [this] { this->rename(); });
     auto* next = new QPushButton(QStringLiteral("下一组"), editor);
     next->setObjectName(QStringLiteral("cmmZDYnext"));
-    connect(next, &QPushButton::clicked, this, [this] { selectGroup(group() % 20 + 1); });
+    connectCommand(next, &QPushButton::clicked, this, [this] { selectGroup(group() % 20 + 1); });
     auto* emptyOne = new QPushButton(QStringLiteral("清空当前组"), editor);
     emptyOne->setObjectName(QStringLiteral("cmm_EmptyZDY(0)"));
-    connect(emptyOne, &QPushButton::clicked, this, [this] { empty(false); });
+    connectCommand(emptyOne, &QPushButton::clicked, this, [this] { empty(false); });
     auto* emptyAll = new QPushButton(QStringLiteral("清空全部自定义组"), editor);
     emptyAll->setObjectName(QStringLiteral("cmm_EmptyZDY(1)"));
-    connect(emptyAll, &QPushButton::clicked, this, [this] { empty(true); });
+    connectCommand(emptyAll, &QPushButton::clicked, this, [this] { empty(true); });
 
     common_ = new QComboBox(editor);
     common_->setObjectName(QStringLiteral("ComboZDYcyfz"));
     common_->setPlaceholderText(kCommonGroups);
     common_->setMaxVisibleItems(24);
     common_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    connect(common_, &QComboBox::activated, this, [this](int index) {
+    connectCommand(common_, &QComboBox::activated, this, [this](int index) {
         const QString item = common_->itemText(index);
         common_->setCurrentIndex(-1);  // back to "常用分组"
         if (item.trimmed() == QStringLiteral("---")) return;
         bool made = false;
-        guarded([&] { made = make_ChangYongFenZu(group(), item); });
+        runCommand([&] { made = make_ChangYongFenZu(group(), item); });
         if (made) {
             refreshList();
             showGroup();
@@ -101,8 +103,8 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
 
     use_ = new QCheckBox(editor);
     use_->setObjectName(QStringLiteral("Check_Zdy"));
-    connect(use_, &QCheckBox::clicked, this, [this](bool on) {
-        guarded([&] { set_ShiYongQingKuang(customGroupSwitch(group()), on ? 1 : 0); });
+    connectCommand(use_, &QCheckBox::clicked, this, [this](bool on) {
+        runCommand([&] { set_ShiYongQingKuang(customGroupSwitch(group()), on ? 1 : 0); });
         refreshList();
     });
     counts_ = new TickList(editor);
@@ -112,9 +114,9 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
     counts_->setLines(lines);
     counts_->setFixedSize(counts_->idealWidth(),
                           counts_->sizeHintForRow(0) * 7 + 2 * counts_->frameWidth() + 4);
-    connect(counts_, &TickList::ticked, this, [this](int row, bool on) {
+    connectCommand(counts_, &TickList::ticked, this, [this](int row, bool on) {
         const int k = group();
-        guarded([&] { set_GuoLvTiaoJian(customGroupBase(k) + row, on ? 1 : 0); });
+        runCommand([&] { set_GuoLvTiaoJian(customGroupBase(k) + row, on ? 1 : 0); });
         use_->setEnabled(counts_->tickedCount() > 0);
         refreshList();
     });
@@ -144,7 +146,7 @@ void CustomGroupPage::selectGroup(int k) {
 }
 
 void CustomGroupPage::reload() {
-    guarded([&] {
+    runCommand([&] {
         common_->clear();
         common_->addItems(list_ChangYongFenZu());
         common_->setCurrentIndex(-1);
@@ -156,7 +158,7 @@ void CustomGroupPage::reload() {
 
 void CustomGroupPage::refreshList() {
     QStringList lines;
-    if (!guarded([&] { lines = list_ZuLieBiao(); })) return;
+    if (!runCommand([&] { lines = list_ZuLieBiao(); })) return;
     const int row = groups_->currentRow();
     const QSignalBlocker quiet(groups_);
     if (groups_->count() != lines.size()) {
@@ -170,7 +172,7 @@ void CustomGroupPage::refreshList() {
 
 void CustomGroupPage::showGroup() {
     const int k = group();
-    guarded([&] {
+    runCommand([&] {
         const QString alias = zdyAlias(k);
         title_->setText(QStringLiteral("第 %1 组：%2").arg(k).arg(alias));
         use_->setText(QStringLiteral("使用“%1”过滤").arg(alias));
@@ -184,12 +186,12 @@ void CustomGroupPage::showGroup() {
 void CustomGroupPage::rename() {
     const int k = group();
     QString old;
-    guarded([&] { old = zdyAlias(k); });
+    runCommand([&] { old = zdyAlias(k); });
     const QString alias =
         dovrex::screen().ui_AskText(QStringLiteral("【 ") + old + QStringLiteral(" 】 名称修改为："),
                                     QStringLiteral("修改为容易识别的名称"), old);
     bool done = false;
-    guarded([&] { done = rename_ZDY(k, alias); });
+    runCommand([&] { done = rename_ZDY(k, alias); });
     if (!done) return;
     refreshList();
     showGroup();
@@ -197,7 +199,7 @@ void CustomGroupPage::rename() {
 }
 
 void CustomGroupPage::empty(bool all) {
-    guarded([&] {
+    runCommand([&] {
         if (all)
             for (int k = 1; k <= 20; ++k) empty_ZDY(k);
         else

@@ -12,6 +12,7 @@
 #include "screen/shared_state.h"
 #include "store/store.h"
 #include "widgets/ball_art.h"
+#include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
 
 namespace dovrex {
@@ -71,6 +72,8 @@ class FenBuDelegate : public QStyledItemDelegate {
 
 FenBuGrid::FenBuGrid(QWidget* parent) : QTableView(parent) {
     setObjectName(QStringLiteral("TDBGrid_FenBu"));
+    // A press on the pick row writes the picks: it rests while a pass runs.
+    command_entries::declare(this);
     auto* model = new CursorModel(this);
     setModel(model);
     setItemDelegate(new FenBuDelegate(this));
@@ -126,7 +129,7 @@ bool FenBuGrid::pressCell(int row, int column, bool leftButton) {
     if (issueColumn < 0) return false;
     const IssueNumber issue = m->index(row, issueColumn).data().toInt();
     bool changed = false;
-    try {
+    runCommand([&] {
         changed = tdbGrid_FenBu_MouseDown(issue, k, leftButton);
         if (changed) {
             const int scroll = verticalScrollBar()->value();
@@ -136,8 +139,7 @@ bool FenBuGrid::pressCell(int row, int column, bool leftButton) {
             horizontalScrollBar()->setValue(hscroll);
             emit picksChanged();
         }
-    } catch (const StoreError&) {
-    }
+    });
     return changed;
 }
 

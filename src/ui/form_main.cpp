@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -15,15 +16,16 @@
 #include <functional>
 
 #include "app/app_flow.h"
+#include "app/help_text.h"
 #include "ui/conditions_page.h"
 #include "ui/gui_screen.h"
-#include "app/help_text.h"
 #include "ui/help_page.h"
 #include "ui/history_page.h"
 #include "ui/other_page.h"
 #include "ui/placeholder_page.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -37,7 +39,7 @@ QAction* menuEntry(QMenu* menu, const QString& name, const QString& text, QObjec
                    const std::function<void()>& slot) {
     QAction* action = menu->addAction(text);
     action->setObjectName(name);
-    QObject::connect(action, &QAction::triggered, context, slot);
+    connectCommand(action, &QAction::triggered, context, slot);
     return action;
 }
 
@@ -144,8 +146,10 @@ HistoryPage* FormMain::historyPage() const {
 
 void FormMain::buildMenus() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
-    QAction* quit =
-        menuEntry(file, QStringLiteral("mnu_Exit"), QStringLiteral("退出(&X)"), this, [this] { close(); });
+    // Not a command: a close stays open while a pass runs, and stops it.
+    QAction* quit = file->addAction(QStringLiteral("退出(&X)"));
+    quit->setObjectName(QStringLiteral("mnu_Exit"));
+    connect(quit, &QAction::triggered, this, [this] { close(); });
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     QMenu* data = menuBar()->addMenu(QStringLiteral("数据(&D)"));
@@ -180,17 +184,15 @@ void FormMain::buildMenus() {
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("帮助(&H)"));
     help->setObjectName(QStringLiteral("mnu_HelpMenu"));
-    QAction* manual = menuEntry(help, QStringLiteral("mnu_Help"), QStringLiteral("使用帮助(&H)"), this,
-                                [this] {
-                                    // F1 opens the manual at the section of the page in use.
-                                    const int from = tabs_->currentIndex();
-                                    auto* conditions = qobject_cast<ConditionsPage*>(page(TopPage::Conditions));
-                                    const int section =
-                                        helpSectionForPage(from, conditions ? conditions->currentTab() : 0);
-                                    selectPage(TopPage::Web);
-                                    if (auto* help = qobject_cast<HelpPage*>(page(TopPage::Web)))
-                                        help->showSection(section);
-                                });
+    QAction* manual =
+        menuEntry(help, QStringLiteral("mnu_Help"), QStringLiteral("使用帮助(&H)"), this, [this] {
+            // F1 opens the manual at the section of the page in use.
+            const int from = tabs_->currentIndex();
+            auto* conditions = qobject_cast<ConditionsPage*>(page(TopPage::Conditions));
+            const int section = helpSectionForPage(from, conditions ? conditions->currentTab() : 0);
+            selectPage(TopPage::Web);
+            if (auto* help = qobject_cast<HelpPage*>(page(TopPage::Web))) help->showSection(section);
+        });
     manual->setShortcut(QKeySequence::HelpContents);
     help->addSeparator();
     menuEntry(help, QStringLiteral("mnu_About"), QStringLiteral("关于(&A)"), this, [this] { showAbout(); });
@@ -223,9 +225,23 @@ void FormMain::closeEvent(QCloseEvent* event) {
         event->accept();
         return;
     }
-    if (!screen_.ui_Confirm(msg::kConfirmExit)) {
-        event->ignore();
-        return;
+    if (!exitApproved_) {
+        // Asked once: a second request while a pass winds down changes nothing.
+        if (closePending() || !screen_.ui_Confirm(msg::kConfirmExit)) {
+            event->ignore();
+            return;
+        }
+        // A command is running under this event: it stops first, and the exit waits until it has
+        // returned, because the store must outlive it.
+        const bool deferred = deferCloseUntilIdle([window = QPointer<FormMain>(this)] {
+            if (!window) return;
+            window->exitApproved_ = true;
+            window->close();
+        });
+        if (deferred) {
+            event->ignore();
+            return;
+        }
     }
     exited_ = true;
     screen_.releaseGrids();

@@ -63,6 +63,8 @@ class FormMain : public QMainWindow {
     QAction* showAllAction_ = nullptr;
     QAction* show100Action_ = nullptr;
     bool exited_ = false;
+    // The player has confirmed the exit; it waited for a running command.
+    bool exitApproved_ = false;
 };
 
 inline const QString kProgramTitle = QStringLiteral("双色球 dovrex");

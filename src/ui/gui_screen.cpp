@@ -27,12 +27,14 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "screen/shared_state.h"
+#include "store/store.h"
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
-#include "store/store.h"
 #include "ui/ticket_file_dialogs.h"
 #include "widgets/ball_art.h"
 #include "widgets/ball_cell_delegate.h"
+#include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
 #include "widgets/timed_tip.h"
 
@@ -224,6 +226,10 @@ void GuiScreen::ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) {
 }
 
 void GuiScreen::ui_Pump() {
+    // The first yield of a command: the entries that start commands rest until it ends.
+    command_entries::passRunning();
+    // A close waits for the running pass, which stops at its next test of the flag.
+    if (closePending()) shared().tingZhi = 1;
     if (pumpClock_.isValid() && pumpClock_.elapsed() < kPumpIntervalMs) return;
     QCoreApplication::processEvents();
     pumpClock_.start();
@@ -422,8 +428,8 @@ void GuiScreen::ui_MarkDrawn(const QString& name, const QList<int>& reds, int bl
             delete old;
         }
         if (reds.isEmpty()) continue;
-        view->setItemDelegateForColumn(
-            c, isRed ? new BallCellDelegate(redSet, kRedBall, view) : new BallCellDelegate({blue}, kBlueBall, view));
+        view->setItemDelegateForColumn(c, isRed ? new BallCellDelegate(redSet, kRedBall, view)
+                                                : new BallCellDelegate({blue}, kBlueBall, view));
         any = true;
     }
     if (any && view->verticalHeader()->defaultSectionSize() < BallCellDelegate::kBallRowHeight)

@@ -9,9 +9,11 @@
 #include "filters/condition_editing.h"
 #include "screen/shared_state.h"
 #include "ui/condition_edit_pages.h"
+
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -34,7 +36,7 @@ HistoryMatchPage::HistoryMatchPage(QWidget* parent) : ConditionTab(parent) {
 
     use_ = new QCheckBox(QStringLiteral("使用“历史数据过滤”"), this);
     use_->setObjectName(QStringLiteral("Check_Historyguolu"));
-    connect(use_, &QCheckBox::clicked, this, [this] { write(); });
+    connectCommand(use_, &QCheckBox::clicked, this, [this] { write(); });
 
     auto* box = new QGroupBox(QStringLiteral("过滤掉与下列各期开奖号码相同或相近的号码"), this);
     low_ = new QComboBox(box);
@@ -47,9 +49,9 @@ HistoryMatchPage::HistoryMatchPage(QWidget* parent) : ConditionTab(parent) {
     for (QComboBox* c : {low_, high_}) {
         c->setMaxVisibleItems(20);
         c->setMinimumContentsLength(9);
-        connect(c, &QComboBox::activated, this, [this] { rangeChosen(); });
+        connectCommand(c, &QComboBox::activated, this, [this] { rangeChosen(); });
     }
-    connect(match_, &QComboBox::activated, this, [this] { write(); });
+    connectCommand(match_, &QComboBox::activated, this, [this] { write(); });
     count_ = new QLabel(box);
     count_->setObjectName(QStringLiteral("Label_HistoryQiShu"));
 
@@ -82,7 +84,7 @@ HistoryMatchPage::HistoryMatchPage(QWidget* parent) : ConditionTab(parent) {
 
 void HistoryMatchPage::reload() {
     loading_ = true;
-    guarded([&] {
+    runCommand([&] {
         QStringList issues;
         auto c = store_Query(QStringLiteral("select 期号 from 历史记录 order by 期号 desc"));
         for (; !c->eof(); c->moveNext()) issues << c->value(0).toString();
@@ -105,7 +107,7 @@ void HistoryMatchPage::reload() {
 void HistoryMatchPage::rangeChosen() {
     if (loading_) return;
     int draws = 0;
-    guarded([&] { draws = count_QiShu(low_->currentText().toInt(), high_->currentText().toInt()); });
+    runCommand([&] { draws = count_QiShu(low_->currentText().toInt(), high_->currentText().toInt()); });
     count_->setText(QStringLiteral("（共 %1 期）").arg(draws));
     if (draws >= kPiPeiFreeDraws) {
         match_->setCurrentIndex(5);
@@ -123,7 +125,7 @@ void HistoryMatchPage::write() {
     s.low = low_->currentText().toInt();
     s.high = high_->currentText().toInt();
     s.match = match_->currentIndex() + 1;
-    guarded([&] { write_LiShiGuoLv(s); });
+    runCommand([&] { write_LiShiGuoLv(s); });
 }
 
 namespace {

@@ -28,6 +28,7 @@
 #include "store/store.h"
 #include "ui/analysis_groups_dialog.h"
 #include "ui/fenbu_grid.h"
+#include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
 #include "widgets/search_row.h"
 
@@ -68,7 +69,7 @@ HistoryPage::HistoryPage(QWidget* parent) : QWidget(parent) {
 
     search_ = new SearchRow(grid_, this);
     search_->hide();
-    connect(search_, &SearchRow::searchRequested, this, &HistoryPage::runSearch);
+    connectCommand(search_, &SearchRow::searchRequested, this, [this] { runSearch(); });
 
     fenBu_ = new FenBuGrid(this);
     groupGrid_ = makeGrid(QStringLiteral("TDBGrid_zdy"), this);
@@ -141,11 +142,11 @@ QWidget* HistoryPage::buildEntryRow() {
     add_->setToolTip(QStringLiteral("把输入的开奖号码存入历史记录（同一期号的记录将被覆盖）"));
     download_->setToolTip(QStringLiteral("从网上下载最新的开奖数据"));
     lookup_->setToolTip(QStringLiteral("在网站上查看某一期的开奖详情"));
-    connect(add_, &QPushButton::clicked, this, &HistoryPage::addDraw);
-    connect(download_, &QPushButton::clicked, this, &HistoryPage::downloadDraws);
-    connect(delete_, &QPushButton::clicked, this, &HistoryPage::deleteDraw);
-    connect(search_Button_, &QPushButton::clicked, this, &HistoryPage::beginSearch);
-    connect(lookup_, &QPushButton::clicked, this, &HistoryPage::lookupDraw);
+    connectCommand(add_, &QPushButton::clicked, this, [this] { addDraw(); });
+    connectCommand(download_, &QPushButton::clicked, this, [this] { downloadDraws(); });
+    connectCommand(delete_, &QPushButton::clicked, this, [this] { deleteDraw(); });
+    connectCommand(search_Button_, &QPushButton::clicked, this, [this] { beginSearch(); });
+    connectCommand(lookup_, &QPushButton::clicked, this, [this] { lookupDraw(); });
     entryRow_->addSpacing(4);
     entryRow_->addWidget(add_);
     entryRow_->addStretch(1);
@@ -172,14 +173,14 @@ QWidget* HistoryPage::buildViewBar() {
         row->addWidget(option);
     }
     views_->button(0)->setChecked(true);
-    connect(views_, &QButtonGroup::idToggled, this, [this](int id, bool on) {
+    connectCommand(views_, &QButtonGroup::idToggled, this, [this](int id, bool on) {
         if (on) setView(HistoryView(id));
     });
 
     groups_ = makeButton(QStringLiteral("cmmFenXiZu"), QStringLiteral("分组设置..."), bar);
     groups_->setToolTip(QStringLiteral("设置分析表的20个号码组"));
     groups_->hide();
-    connect(groups_, &QPushButton::clicked, this, [this] {
+    connectCommand(groups_, &QPushButton::clicked, this, [this] {
         AnalysisGroupsDialog dialog(this);
         dialog.exec();
         if (view_ == HistoryView::Analysis) refreshView();
@@ -190,8 +191,8 @@ QWidget* HistoryPage::buildViewBar() {
     auto* begin = makeButton(QStringLiteral("filterBegin"), QStringLiteral("开始搜索"), bar);
     clear->hide();
     begin->hide();
-    connect(clear, &QPushButton::clicked, this, &HistoryPage::clearSearch);
-    connect(begin, &QPushButton::clicked, this, &HistoryPage::runSearch);
+    connectCommand(clear, &QPushButton::clicked, this, [this] { clearSearch(); });
+    connectCommand(begin, &QPushButton::clicked, this, [this] { runSearch(); });
     row->addWidget(begin);
     row->addWidget(clear);
 
@@ -218,7 +219,7 @@ QWidget* HistoryPage::buildViewBar() {
     modes_->addButton(showAll_, int(HistoryShowMode::All));
     modes_->addButton(show100_, int(HistoryShowMode::Newest100));
     showAll_->setChecked(true);
-    connect(modes_, &QButtonGroup::idToggled, this, [this](int id, bool on) {
+    connectCommand(modes_, &QButtonGroup::idToggled, this, [this](int id, bool on) {
         if (on) setMode(HistoryShowMode(id));
     });
     row->addWidget(new QLabel(QStringLiteral("显示："), bar));
@@ -252,16 +253,15 @@ HistoryShowMode HistoryPage::mode() const {
 }
 
 void HistoryPage::resetEntry() {
-    try {
+    runCommand([&] {
         const QDate day = toQDate(next_KaiJiangRi(shared().g_DrawDays, latest_KaiJiangRi()));
         date_->setDate(day);
         boxes_[0]->setText(QString::number(next_QiHao(day)));
-    } catch (const StoreError&) {
-    }
+    });
 }
 
 void HistoryPage::showHistory() {
-    try {
+    runCommand([&] {
         const HistoryShowMode kept = read_HistoryShowMode();
         {
             const QSignalBlocker quiet(modes_);
@@ -270,8 +270,7 @@ void HistoryPage::showHistory() {
         resetEntry();
         refreshView();
         emit modeChanged(kept);
-    } catch (const StoreError&) {
-    }
+    });
 }
 
 void HistoryPage::setMode(HistoryShowMode mode) {
@@ -279,11 +278,10 @@ void HistoryPage::setMode(HistoryShowMode mode) {
         const QSignalBlocker quiet(modes_);
         (mode == HistoryShowMode::All ? showAll_ : show100_)->setChecked(true);
     }
-    try {
+    runCommand([&] {
         write_HistoryShowMode(mode);
         refreshView();
-    } catch (const StoreError&) {
-    }
+    });
     emit modeChanged(mode);
 }
 
@@ -306,7 +304,7 @@ void HistoryPage::setView(HistoryView view) {
 
 void HistoryPage::refreshView() {
     auto* tuBiao = findChild<QProgressBar*>(QStringLiteral("ProgressBar_TuBiao"));
-    try {
+    runCommand([&] {
         if (view_ == HistoryView::Draws) {
             show_LiShi(mode() == HistoryShowMode::All);
             return;
@@ -332,8 +330,7 @@ void HistoryPage::refreshView() {
             }
             groupGrid_->scrollToBottom();
         }
-    } catch (const StoreError&) {
-    }
+    });
     tuBiao->hide();
     updateCount();
 }
@@ -343,21 +340,12 @@ void HistoryPage::updateCount() {
     count_->setText(n > 0 ? QStringLiteral("共 %1 期").arg(n) : QStringLiteral("暂无记录"));
 }
 
-void HistoryPage::setBusy(bool busy) {
-    for (QPushButton* b : {add_, download_, delete_, search_Button_, lookup_}) b->setEnabled(!busy);
-    emit busyChanged(busy);
-}
-
 void HistoryPage::addDraw() {
-    setBusy(true);
     DrawInput input;
     for (int i = 0; i < 8; ++i) input.boxes[size_t(i)] = boxes_[size_t(i)]->text();
     input.date = date_->date();
     bool stored = false;
-    try {
-        stored = add_KaiJiang(input);
-    } catch (const StoreError&) {
-    }
+    runCommand([&] { stored = add_KaiJiang(input); });
     if (stored) {
         for (int i = 0; i < 8; ++i) boxes_[size_t(i)]->setText(input.boxes[size_t(i)]);
         date_->setDate(input.date);
@@ -368,41 +356,30 @@ void HistoryPage::addDraw() {
         // A bad entry stays as typed, for the user to correct; the first wrong box takes the focus.
         boxes_[1]->setFocus();
     }
-    setBusy(false);
     history_Status();
 }
 
 void HistoryPage::downloadDraws() {
-    setBusy(true);
     setView(HistoryView::Draws);
     // The grids stay as they are until the draws are in.
     stack_->setUpdatesEnabled(false);
     DownloadResult result = DownloadResult::Error;
-    try {
-        result = download_KaiJiang();
-    } catch (const StoreError&) {
-    }
+    runCommand([&] { result = download_KaiJiang(); });
     stack_->setUpdatesEnabled(true);
     if (result == DownloadResult::Updated) resetEntry();
     setView(HistoryView::Distribution);
     emit historyChanged();
-    setBusy(false);
     history_Status();
 }
 
 void HistoryPage::deleteDraw() {
-    setBusy(true);
     DeleteResult result = DeleteResult::Cancelled;
-    try {
-        result = cmm_scls(view_ == HistoryView::Draws);
-    } catch (const StoreError&) {
-    }
+    runCommand([&] { result = cmm_scls(view_ == HistoryView::Draws); });
     if (result == DeleteResult::Deleted) {
         if (view_ != HistoryView::Draws) refreshView();
         updateCount();
         emit historyChanged();
     }
-    setBusy(false);
     history_Status();
 }
 
@@ -418,11 +395,10 @@ void HistoryPage::beginSearch() {
 void HistoryPage::runSearch() {
     QList<SearchTerm> terms;
     for (const auto& [field, text] : search_->terms()) terms << SearchTerm{field, text};
-    try {
+    runCommand([&] {
         const SearchResult result = filterBegin(terms);
         if (result.clearRow) search_->clear();
-    } catch (const StoreError&) {
-    }
+    });
     updateCount();
 }
 
@@ -431,12 +407,7 @@ void HistoryPage::clearSearch() {
 }
 
 void HistoryPage::lookupDraw() {
-    setBusy(true);
-    try {
-        cmm_kuaisusezi();
-    } catch (const StoreError&) {
-    }
-    setBusy(false);
+    runCommand([&] { cmm_kuaisusezi(); });
 }
 
 void HistoryPage::promptEntry() {

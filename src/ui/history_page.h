@@ -70,8 +70,6 @@ class HistoryPage : public QWidget {
     void modeChanged(HistoryShowMode mode);
     // The draws changed (entry, deletion, download): pages of the latest draw should redraw.
     void historyChanged();
-    // A long command runs (true) or has ended (false): conflicting commands elsewhere wait.
-    void busyChanged(bool busy);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -79,7 +77,6 @@ class HistoryPage : public QWidget {
   private:
     QWidget* buildEntryRow();
     QWidget* buildViewBar();
-    void setBusy(bool busy);
     void updateCount();
     // The range of draws the report views cover: all draws, or the newest hundred.
     std::pair<int, int> reportRange() const;

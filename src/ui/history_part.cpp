@@ -3,9 +3,11 @@
 #include <QMenu>
 
 #include "ui/analysis_groups_dialog.h"
+
 #include "ui/form_main.h"
 #include "ui/history_page.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 namespace {
@@ -15,7 +17,7 @@ QAction* addEntry(QMenu* menu, QAction* before, const QString& name, const QStri
     auto* action = new QAction(text, menu);
     action->setObjectName(name);
     menu->insertAction(before, action);
-    QObject::connect(action, &QAction::triggered, &window, [&window, run] {
+    connectCommand(action, &QAction::triggered, &window, [&window, run] {
         window.selectPage(TopPage::History);
         if (HistoryPage* page = window.historyPage()) run(*page);
     });
@@ -30,16 +32,8 @@ const RegisterWindowPart historyMenus("history menus", 20, [](FormMain& window) 
              [](HistoryPage& p) { p.setView(HistoryView::Distribution); });
     addEntry(data, before, QStringLiteral("mnu_InputKaiJian"), QStringLiteral("手工添加开奖号码(&I)"), window,
              [](HistoryPage& p) { p.promptEntry(); });
-    QAction* update =
-        addEntry(data, before, QStringLiteral("mnu_AutoUpdate"), QStringLiteral("下载最新开奖数据(&U)"),
-                 window, [](HistoryPage& p) { p.downloadDraws(); });
-    QAction* input = window.findChild<QAction*>(QStringLiteral("mnu_InputKaiJian"));
-    if (HistoryPage* page = window.historyPage()) {
-        QObject::connect(page, &HistoryPage::busyChanged, &window, [update, input](bool busy) {
-            update->setEnabled(!busy);
-            input->setEnabled(!busy);
-        });
-    }
+    addEntry(data, before, QStringLiteral("mnu_AutoUpdate"), QStringLiteral("下载最新开奖数据(&U)"), window,
+             [](HistoryPage& p) { p.downloadDraws(); });
 });
 
 // At the end of the 分析 menu, after the analysis pages' entries.
@@ -48,7 +42,7 @@ const RegisterWindowPart groupOptions("analysis group options", 40, [](FormMain&
     analysis->addSeparator();
     QAction* groups = new QAction(QStringLiteral("分析表号码分组设置..."), analysis);
     groups->setObjectName(QStringLiteral("mnu_FenXiZu"));
-    QObject::connect(groups, &QAction::triggered, &window, [&window] {
+    connectCommand(groups, &QAction::triggered, &window, [&window] {
         AnalysisGroupsDialog dialog(&window);
         dialog.exec();
         if (HistoryPage* page = window.historyPage(); page && page->view() == HistoryView::Analysis)

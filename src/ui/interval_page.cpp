@@ -10,9 +10,11 @@
 #include "history/derived_columns.h"
 #include "history/history_queries.h"
 #include "ui/condition_edit_pages.h"
+
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 #include "widgets/number_buttons.h"
 
 namespace dovrex {
@@ -29,15 +31,15 @@ IntervalPage::IntervalPage(QWidget* parent) : CountListsPage(14, parent) {
     }
     options->addStretch(1);
     choice_->button(1)->setChecked(true);
-    connect(choice_, &QButtonGroup::idToggled, this, [this](int, bool on) {
+    connectCommand(choice_, &QButtonGroup::idToggled, this, [this](int, bool on) {
         if (on) showMembers();
     });
 
     numbers_ = new NumberButtons(QStringLiteral("cmm_QujianHuafen"), 11, box);
-    connect(numbers_, &NumberButtons::numberClicked, this, [this](int n) {
+    connectCommand(numbers_, &NumberButtons::numberClicked, this, [this](int n) {
         const QString column = QStringLiteral("区间%1").arg(choice_->checkedId());
         bool on = false;
-        if (guarded([&] { on = toggle_HaoMaTeXing(column, n); })) {
+        if (runCommand([&] { on = toggle_HaoMaTeXing(column, n); })) {
             changed_ = true;
             showMembers();
         }
@@ -49,8 +51,8 @@ IntervalPage::IntervalPage(QWidget* parent) : CountListsPage(14, parent) {
 
     clear_ = new QPushButton(QStringLiteral("清空区间划分"), box);
     clear_->setObjectName(QStringLiteral("cmm_CLSQujianHuafen"));
-    connect(clear_, &QPushButton::clicked, this, [this] {
-        if (guarded([] { clear_QuJianHuaFen(); })) {
+    connectCommand(clear_, &QPushButton::clicked, this, [this] {
+        if (runCommand([] { clear_QuJianHuaFen(); })) {
             changed_ = true;
             reload();
         }
@@ -80,13 +82,13 @@ void IntervalPage::hideEvent(QHideEvent* event) {
     CountListsPage::hideEvent(event);
     if (!changed_) return;
     changed_ = false;
-    guarded([] { recalc_QuJian(earliest_QiHao(), latest_QiHao()); });
+    runCommand([] { recalc_QuJian(earliest_QiHao(), latest_QiHao()); });
 }
 
 void IntervalPage::showMembers() {
     const int k = choice_->checkedId();
     QStringList lines;
-    guarded([&] {
+    runCommand([&] {
         numbers_->setMembers(haoMaTeXing(QStringLiteral("区间%1").arg(k)));
         for (int i = 1; i <= 4; ++i) {
             const QString numbers = quJianHaoMa(i);

@@ -17,6 +17,7 @@
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -92,13 +93,13 @@ JiXuanWindow::JiXuanWindow(int zhuShu, uint64_t seed, QWidget* parent, int msPer
     buttons->addWidget(export_);
     buttons->addWidget(close);
     layout->addLayout(buttons);
-    connect(export_, &QPushButton::clicked, this, [this] { jiXuan_Export(draw_.hao()); });
+    connectCommand(export_, &QPushButton::clicked, this, [this] { jiXuan_Export(draw_.hao()); });
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 
     timer_ = new QTimer(this);
     timer_->setObjectName(QStringLiteral("Timer1"));
     timer_->setInterval(msPerBall);
-    connect(timer_, &QTimer::timeout, this, &JiXuanWindow::tick);
+    connectCommand(timer_, &QTimer::timeout, this, [this] { tick(); });
     timer_->start();
 }
 
@@ -135,10 +136,10 @@ const RegisterWindowPart ticketTools("random pick and merge", 120, [](FormMain& 
     tools->addSeparator();
     QAction* pick = tools->addAction(QStringLiteral("机选号码..."));
     pick->setObjectName(QStringLiteral("mnu_JiXuan"));
-    QObject::connect(pick, &QAction::triggered, &window, [&window] { show_JiXuan(&window); });
+    connectCommand(pick, &QAction::triggered, &window, [&window] { show_JiXuan(&window); });
     QAction* merge = tools->addAction(msg::kMergeMenu);
     merge->setObjectName(QStringLiteral("hebingxt"));
-    QObject::connect(merge, &QAction::triggered, &window, [&window] {
+    connectCommand(merge, &QAction::triggered, &window, [&window] {
         window.selectPage(TopPage::Tickets);
         hebingxt_Click();
     });

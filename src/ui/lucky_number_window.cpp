@@ -6,6 +6,7 @@
 
 #include "calendar/nongli.h"
 #include "ui/bazi_window.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -47,7 +48,7 @@ LuckyNumberWindow::LuckyNumberWindow(QWidget* parent) : QDialog(parent) {
         b->setObjectName(QStringLiteral("cmmLuckyNumberClass_%1").arg(i));
         b->setMinimumSize(240, 34);
         b->setAutoDefault(false);
-        connect(b, &QPushButton::clicked, this, [this, i] { cmmLuckyNumberClass_Click(i); });
+        connectCommand(b, &QPushButton::clicked, this, [this, i] { cmmLuckyNumberClass_Click(i); });
         buttons_[size_t(i)] = b;
     }
     for (int i : {1, 2, 0}) layout->addWidget(buttons_[size_t(i)]);

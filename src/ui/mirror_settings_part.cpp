@@ -2,8 +2,10 @@
 #include <QMenu>
 
 #include "ui/form_main.h"
+
 #include "ui/mirror_settings_dialog.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 namespace {
@@ -13,7 +15,7 @@ const RegisterWindowPart mirrorSettings("mirror settings", 100, [](FormMain& win
     data->addSeparator();
     QAction* action = data->addAction(QStringLiteral("下载地址设置..."));
     action->setObjectName(QStringLiteral("mnu_DownloadAddresses"));
-    QObject::connect(action, &QAction::triggered, &window, [&window] {
+    connectCommand(action, &QAction::triggered, &window, [&window] {
         MirrorSettingsDialog dialog(&window);
         dialog.exec();
     });

@@ -22,6 +22,7 @@
 #include "ui/other_page.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -196,10 +197,10 @@ OmissionPage::OmissionPage(QWidget* parent) : QWidget(parent) {
     layout->addWidget(chart_, 1);
     layout->addWidget(note);
 
-    connect(item_, &QComboBox::currentIndexChanged, this, &OmissionPage::refresh);
-    connect(issue_, &QComboBox::activated, this, &OmissionPage::refresh);
-    connect(issue_->lineEdit(), &QLineEdit::returnPressed, this, &OmissionPage::refresh);
-    connect(analyse_, &QPushButton::clicked, this, [] { cmd_FX_Click(); });
+    connectCommand(item_, &QComboBox::currentIndexChanged, this, [this] { refresh(); });
+    connectCommand(issue_, &QComboBox::activated, this, [this] { refresh(); });
+    connectCommand(issue_->lineEdit(), &QLineEdit::returnPressed, this, [this] { refresh(); });
+    connectCommand(analyse_, &QPushButton::clicked, this, [] { cmd_FX_Click(); });
 }
 
 void OmissionPage::showEvent(QShowEvent* event) {
@@ -220,7 +221,7 @@ void OmissionPage::refresh() {
     for (QWidget* w :
          {static_cast<QWidget*>(item_), static_cast<QWidget*>(issue_), static_cast<QWidget*>(analyse_)})
         w->setEnabled(false);
-    try {
+    runCommand([&] {
         if (issue_->currentText().trimmed().isEmpty()) {
             const IssueChoice choice = fill_QiShuCombo();
             const QSignalBlocker quiet(issue_);
@@ -233,8 +234,7 @@ void OmissionPage::refresh() {
         const bool blue = item_->currentText() == kOmissionBlueItem;
         const OmissionTable table = blue ? calc_BlueOmission(issue) : calc_RedOmission(issue);
         chart_->setFigures(table, blue, item_->currentIndex(), text);
-    } catch (const StoreError&) {
-    }
+    });
     for (QWidget* w :
          {static_cast<QWidget*>(item_), static_cast<QWidget*>(issue_), static_cast<QWidget*>(analyse_)})
         w->setEnabled(true);
@@ -254,13 +254,13 @@ const RegisterWindowPart omissionPage("omission page", 30, [](FormMain& window) 
     QMenu* analysis = window.menu(QStringLiteral("分析(&A)"));
     QAction* show = analysis->addAction(QStringLiteral("号码遗漏统计(&O)"));
     show->setObjectName(QStringLiteral("mnu_YiLouTongJi"));
-    QObject::connect(show, &QAction::triggered, &window, [&window, other, page] {
+    connectCommand(show, &QAction::triggered, &window, [&window, other, page] {
         window.selectPage(TopPage::Other);
         other->setCurrentWidget(page);
     });
     QAction* fx = analysis->addAction(QStringLiteral("号码开出概率分析(&P)..."));
     fx->setObjectName(QStringLiteral("mnu_GaiLvFenXi"));
-    QObject::connect(fx, &QAction::triggered, &window, [fx] {
+    connectCommand(fx, &QAction::triggered, &window, [fx] {
         fx->setEnabled(false);
         cmd_FX_Click();
         fx->setEnabled(true);

@@ -17,6 +17,7 @@
 #include "ui/form_main.h"
 #include "ui/gui_screen.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 #include "widgets/pick_button.h"
 
 namespace dovrex {
@@ -36,15 +37,6 @@ QTabBar* modeTabs(const QString& name, QWidget* parent) {
     tabs->setExpanding(false);
     tabs->setDrawBase(false);
     return tabs;
-}
-
-// Runs a pick command; a store failure leaves it silently, keeping what was written.
-template <typename F>
-void guarded(F&& f) {
-    try {
-        f();
-    } catch (const StoreError&) {
-    }
 }
 
 }  // namespace
@@ -176,19 +168,17 @@ PickPage::PickPage(QWidget* parent) : QWidget(parent) {
     const QSignalBlocker quietRed(redTabs_), quietBlue(blueTabs_);
     redTabs_->setCurrentIndex(picks().redMode == 2 ? 1 : 0);
     blueTabs_->setCurrentIndex(picks().blueMode == 2 ? 1 : 0);
-    connect(redTabs_, &QTabBar::currentChanged, this,
-            [](int i) { guarded([i] { tabStrip_QiaQu_Click(i + 1); }); });
-    connect(blueTabs_, &QTabBar::currentChanged, this,
-            [](int i) { guarded([i] { tabStrip_HouQu_Click(i + 1); }); });
-    connect(clearRed, &QPushButton::clicked, this, [] { guarded(cmm_clsQ_Click); });
-    connect(clearBlue, &QPushButton::clicked, this, [] { guarded(cmm_clsH_Click); });
+    connectCommand(redTabs_, &QTabBar::currentChanged, this, [](int i) { tabStrip_QiaQu_Click(i + 1); });
+    connectCommand(blueTabs_, &QTabBar::currentChanged, this, [](int i) { tabStrip_HouQu_Click(i + 1); });
+    connectCommand(clearRed, &QPushButton::clicked, this, [] { cmm_clsQ_Click(); });
+    connectCommand(clearBlue, &QPushButton::clicked, this, [] { cmm_clsH_Click(); });
     connect(switch_, &QPushButton::clicked, this, [this] { setBallFaces(!ballFaces_); });
     for (int index : {0, 1}) {
         const int count = index == 0 ? kRedCount : kBlueCount;
         for (int n = 1; n <= count; ++n) {
             PickButton* b = index == 0 ? red_[size_t(n)] : blue_[size_t(n)];
             const int id = index == 0 ? n : kBlueBase + n;
-            connect(b, &PickButton::clicked, this, [this, id] { click(id); });
+            connectCommand(b, &PickButton::clicked, this, [id] { cmm_C7_Click(id); });
             connect(b, &PickButton::arrowPressed, this, [this, b](int key) { moveFocus(b, key); });
         }
     }
@@ -201,17 +191,16 @@ PickButton* PickPage::button(int index) const {
 }
 
 void PickPage::click(int index) {
-    guarded([index] { cmm_C7_Click(index); });
+    runCommand([index] { cmm_C7_Click(index); });
 }
 
 void PickPage::refresh() {
     std::array<int, kBlueBase + kBlueCount + 1> values{};
-    try {
+    const bool read = runCommand([&] {
         values = pick_Values();
         show_XuanHaoTongJi();  // the count, also after a condition set came in from a file or a user
-    } catch (const StoreError&) {
-        return;
-    }
+    });
+    if (!read) return;
     for (int n = 1; n <= kRedCount; ++n) {
         red_[size_t(n)]->setPick(values[size_t(n)]);
         red_[size_t(n)]->setMarked(gaiLv_IsMarked(n));

@@ -11,9 +11,11 @@
 #include "filters/condition_editing.h"
 #include "filters/condition_store.h"
 #include "ui/condition_edit_pages.h"
+
 #include "ui/condition_page_kit.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 #include "widgets/tick_list.h"
 
 namespace dovrex {
@@ -60,9 +62,9 @@ PositionPage::PositionPage(QWidget* parent) : ConditionTab(parent) {
         const int line = list->sizeHintForRow(0);
         const int cell = list->sizeHintForColumn(0) + 6;
         list->setFixedSize(2 * cell + 2 * list->frameWidth() + 6, 17 * line + 2 * list->frameWidth() + 6);
-        connect(list, &TickList::ticked, this, [this, list, i](int r, bool) {
+        connectCommand(list, &TickList::ticked, this, [this, list, i](int r, bool) {
             bool now = false;
-            if (guarded(
+            if (runCommand(
                     [&] { now = toggle_HaoMaTeXing(list->property("Tag").toString(), list->lineData(r)); }))
                 list->setTicked(r, now);
             enableSwitch(i);
@@ -91,8 +93,8 @@ PositionPage::PositionPage(QWidget* parent) : ConditionTab(parent) {
         options->addWidget(option);
     }
     options->addStretch(1);
-    connect(tolerance_, &QButtonGroup::idClicked, this,
-            [](int t) { guarded([&] { set_GuoLvTiaoJian(3901, t); }); });
+    connectCommand(tolerance_, &QButtonGroup::idClicked, this,
+                   [](int t) { runCommand([&] { set_GuoLvTiaoJian(3901, t); }); });
     toleranceLayout->addLayout(options);
     toleranceLayout->addWidget(noteLabel(
         QStringLiteral("容错值＝０时，第１～７位只要错了其中的一位，则这注号码就会不符合条件，会被过滤掉；\n"
@@ -123,8 +125,8 @@ PositionPage::PositionPage(QWidget* parent) : ConditionTab(parent) {
                 combo->setEnabled(false);  // follows the previous draw at each run
             } else {
                 const int id = 5000 + 10 * slot + p;
-                connect(combo, &QComboBox::activated, this,
-                        [id](int index) { guarded([&] { set_GuoLvTiaoJian(id, index); }); });
+                connectCommand(combo, &QComboBox::activated, this,
+                               [id](int index) { runCommand([&] { set_GuoLvTiaoJian(id, index); }); });
             }
             grid->addWidget(combo, slot + 1, p);
             combos_ << combo;
@@ -148,7 +150,7 @@ QComboBox* PositionPage::patternCombo(int slot, int position) const {
 }
 
 void PositionPage::reload() {
-    guarded([&] {
+    runCommand([&] {
         for (int i = 1; i <= 7; ++i) {
             loadSwitch(switches_[i - 1]);
             const auto members = haoMaTeXing(QStringLiteral("第%1位").arg(i));

@@ -22,6 +22,7 @@
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -51,7 +52,7 @@ QuickSettingsWindow::QuickSettingsWindow(FormMain* window) : QDialog(window), wi
     auto* grid = new QGridLayout(rowsBox);
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(4);
-    guarded([&] {
+    runCommand([&] {
         auto c = store_Query(QStringLiteral("select * from 快速设置 order by 编号 asc"));
         for (; !c->eof(); c->moveNext()) {
             Row row;
@@ -69,8 +70,8 @@ QuickSettingsWindow::QuickSettingsWindow(FormMain* window) : QDialog(window), wi
                     .arg(name));
             const int menuId = row.menuId;
             QCheckBox* box = row.use;
-            connect(box, &QCheckBox::clicked, this, [this, box, menuId](bool on) {
-                guarded([&] { set_ShiYongQingKuang(box->property("Tag").toInt(), on ? 1 : 0); });
+            connectCommand(box, &QCheckBox::clicked, this, [this, box, menuId](bool on) {
+                runCommand([&] { set_ShiYongQingKuang(box->property("Tag").toInt(), on ? 1 : 0); });
                 refreshMainTab(menuId);
             });
             const int r = rows_.size() % kRowsPerPage;
@@ -85,8 +86,8 @@ QuickSettingsWindow::QuickSettingsWindow(FormMain* window) : QDialog(window), wi
     previous_->setObjectName(QStringLiteral("Label_ShangYiYe"));
     next_ = pagingLabel(QStringLiteral("下一页>"), this);
     next_->setObjectName(QStringLiteral("Label_XiaYiYe"));
-    connect(previous_, &QLabel::linkActivated, this, [this] { showPage(page_ - 1); });
-    connect(next_, &QLabel::linkActivated, this, [this] { showPage(page_ + 1); });
+    connectCommand(previous_, &QLabel::linkActivated, this, [this] { showPage(page_ - 1); });
+    connectCommand(next_, &QLabel::linkActivated, this, [this] { showPage(page_ + 1); });
     auto* paging = new QHBoxLayout;
     paging->addWidget(previous_);
     paging->addStretch(1);
@@ -95,16 +96,16 @@ QuickSettingsWindow::QuickSettingsWindow(FormMain* window) : QDialog(window), wi
     auto* submit = new QPushButton(QStringLiteral("提交"), this);
     submit->setObjectName(QStringLiteral("cmm_submit"));
     submit->setDefault(true);
-    connect(submit, &QPushButton::clicked, this, [this] { this->submit(); });
+    connectCommand(submit, &QPushButton::clicked, this, [this] { this->submit(); });
     auto* defaults = new QPushButton(QStringLiteral("还原为默认值"), this);
     defaults->setObjectName(QStringLiteral("cmm_huanyuan"));
-    connect(defaults, &QPushButton::clicked, this, [this] { handOver(kPendingDefaults); });
+    connectCommand(defaults, &QPushButton::clicked, this, [this] { handOver(kPendingDefaults); });
     auto* exportButton = new QPushButton(QStringLiteral("导出过滤条件..."), this);
     exportButton->setObjectName(QStringLiteral("cmm_daocu"));
-    connect(exportButton, &QPushButton::clicked, this, [this] { handOver(kPendingExport); });
+    connectCommand(exportButton, &QPushButton::clicked, this, [this] { handOver(kPendingExport); });
     auto* importButton = new QPushButton(QStringLiteral("导入过滤条件..."), this);
     importButton->setObjectName(QStringLiteral("cmm_daoru"));
-    connect(importButton, &QPushButton::clicked, this, [this] { handOver(kPendingImport); });
+    connectCommand(importButton, &QPushButton::clicked, this, [this] { handOver(kPendingImport); });
     auto* closeButton = new QPushButton(QStringLiteral("关闭"), this);
     connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
     auto* buttons = new QHBoxLayout;
@@ -120,7 +121,7 @@ QuickSettingsWindow::QuickSettingsWindow(FormMain* window) : QDialog(window), wi
     for (int i = 0; i < 12; ++i) {
         auto* b = new QPushButton(QString::fromUtf16(kOtherPages[i]), others);
         b->setObjectName(QStringLiteral("cmmQitatj(%1)").arg(i));
-        connect(b, &QPushButton::clicked, this, [this, i] { handOver(4 + i); });
+        connectCommand(b, &QPushButton::clicked, this, [this, i] { handOver(4 + i); });
         othersGrid->addWidget(b, i / 6, i % 6);
     }
 
@@ -166,7 +167,7 @@ void QuickSettingsWindow::showPage(int page) {
 }
 
 void QuickSettingsWindow::load() {
-    guarded([&] {
+    runCommand([&] {
         for (Row& row : rows_) {
             row.use->setChecked(get_ShiYongQingKuang(row.use->property("Tag").toInt()) == 1);
             row.text->setText(text_KuaiSuFanWei(row.no));
@@ -178,7 +179,7 @@ bool QuickSettingsWindow::submit() {
     QHash<int, QString> texts;
     for (const Row& row : rows_) texts.insert(row.no, row.text->text());
     bool done = false;
-    guarded([&] { done = apply_KuaiSu(texts); });
+    runCommand([&] { done = apply_KuaiSu(texts); });
     if (done) {
         load();
         if (window_)
@@ -197,7 +198,7 @@ void QuickSettingsWindow::closeEvent(QCloseEvent* event) {
     if (!window_ || shared().g_PendingCommand == kPendingNone) return;
     window_->activateWindow();
     // Where no activation comes (no window manager), the command still runs once.
-    QTimer::singleShot(0, window_, [] { app_Activate(); });
+    QTimer::singleShot(0, window_, [] { runCommand(app_Activate); });
 }
 
 void QuickSettingsWindow::refreshMainTab(int menuId) {
@@ -212,7 +213,8 @@ class ActivationWatcher : public QObject {
   public:
     using QObject::QObject;
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::WindowActivate) QTimer::singleShot(0, watched, [] { app_Activate(); });
+        if (event->type() == QEvent::WindowActivate)
+            QTimer::singleShot(0, watched, [] { runCommand(app_Activate); });
         return false;
     }
 };
@@ -222,7 +224,7 @@ const RegisterWindowPart quickSettings("quick settings", 55, [](FormMain& window
     QMenu* tools = window.menu(QStringLiteral("工具(&T)"));
     QAction* entry = tools->addAction(QStringLiteral("快速设置过滤条件..."));
     entry->setObjectName(QStringLiteral("mnu_KuaiSuSheZhi"));
-    QObject::connect(entry, &QAction::triggered, &window, [&window] { QuickSettingsWindow::open(window); });
+    connectCommand(entry, &QAction::triggered, &window, [&window] { QuickSettingsWindow::open(window); });
 });
 
 }  // namespace

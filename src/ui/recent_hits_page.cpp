@@ -23,6 +23,7 @@
 #include "ui/other_page.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -63,15 +64,15 @@ RecentHitsPage::RecentHitsPage(QWidget* parent) : QWidget(parent) {
     layout->addLayout(bar);
     layout->addWidget(chart_, 1);
 
-    connect(item_, &QComboBox::activated, this, &RecentHitsPage::count);
-    connect(from_, &QComboBox::activated, this, &RecentHitsPage::count);
-    connect(to_, &QComboBox::activated, this, &RecentHitsPage::count);
+    connectCommand(item_, &QComboBox::activated, this, [this] { count(); });
+    connectCommand(from_, &QComboBox::activated, this, [this] { count(); });
+    connectCommand(to_, &QComboBox::activated, this, [this] { count(); });
 }
 
 void RecentHitsPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (dirty_) {
-        fillIssues();
+        runCommand([this] { fillIssues(); });
         count();
     }
 }
@@ -87,10 +88,7 @@ void RecentHitsPage::historyChanged() {
 void RecentHitsPage::fillIssues() {
     dirty_ = false;
     IssueRange range;
-    try {
-        range = fill_IssueCombos();
-    } catch (const StoreError&) {
-    }
+    runCommand([&] { range = fill_IssueCombos(); });
     const QSignalBlocker q1(from_), q2(to_);
     from_->clear();
     to_->clear();
@@ -104,11 +102,8 @@ void RecentHitsPage::count() {
     const auto from = IssueNumber(roundHalfEven(leadingNumber(from_->currentText())));
     const auto to = IssueNumber(roundHalfEven(leadingNumber(to_->currentText())));
     const bool red = item_->currentIndex() != 1;
-    try {
-        bars_ = red ? calc_RedRecentHits(from, to) : calc_BlueRecentHits(from, to);
-    } catch (const StoreError&) {
+    if (!runCommand([&] { bars_ = red ? calc_RedRecentHits(from, to) : calc_BlueRecentHits(from, to); }))
         bars_.clear();
-    }
     const int draws =
         from_->currentIndex() >= to_->currentIndex() ? from_->currentIndex() - to_->currentIndex() + 1 : 0;
     summary_->setText(QStringLiteral("共 %1 期").arg(draws));
@@ -171,7 +166,7 @@ const RegisterWindowPart recentHitsPage("recent hits page", 31, [](FormMain& win
     QMenu* analysis = window.menu(QStringLiteral("分析(&A)"));
     QAction* a = analysis->addAction(kRecentHitsCaption);
     a->setObjectName(QStringLiteral("CommandCstj"));
-    QObject::connect(a, &QAction::triggered, &window, [&window, other, page] {
+    connectCommand(a, &QAction::triggered, &window, [&window, other, page] {
         window.selectPage(TopPage::Other);
         other->setCurrentWidget(page);
     });

@@ -24,6 +24,7 @@
 #include "ui/conditions_page.h"
 #include "ui/form_main.h"
 #include "ui/window_parts.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -41,7 +42,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
         typeRow->addWidget(option);
         options_[size_t(t)] = option;
     }
-    connect(group, &QButtonGroup::idClicked, this, [this](int t) {
+    connectCommand(group, &QButtonGroup::idClicked, this, [this](int t) {
         if (!loading_) Option_ShuoSuiLeiXing_Click(t);
     });
     layout->addWidget(types);
@@ -51,7 +52,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
     layout->addWidget(tip);
     auto_ = new QCheckBox(QStringLiteral("缩水智能优化"), this);
     if (withButtons) auto_->setObjectName(QStringLiteral("Check_auto"));
-    connect(auto_, &QCheckBox::toggled, this, [this](bool on) {
+    connectCommand(auto_, &QCheckBox::toggled, this, [this](bool on) {
         if (!loading_) Check_auto_Click(on);
     });
     layout->addWidget(auto_);
@@ -79,7 +80,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
         grid->addWidget(value, n - 1, 2);
         sliders_[size_t(n)] = slider;
         values_[size_t(n)] = value;
-        connect(slider, &QSlider::valueChanged, this, [this, n](int v) {
+        connectCommand(slider, &QSlider::valueChanged, this, [this, n](int v) {
             values_[size_t(n)]->setText(QString::number(v));
             if (!loading_) SliderQuanZong_Change(n, v);
         });
@@ -93,7 +94,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
     for (int i = 0; i < kQuanZhongPresets; ++i) {
         auto* button = new QPushButton(captions[i], weights);
         if (withButtons) button->setObjectName(QStringLiteral("cmmQZfenpei(%1)").arg(i));
-        connect(button, &QPushButton::clicked, this, [this, i] {
+        connectCommand(button, &QPushButton::clicked, this, [this, i] {
             cmmQZfenpei_Click(i);
             loadWeights();
         });
@@ -112,7 +113,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
         for (int i = 0; i < 2; ++i) {
             auto* button = new QPushButton(captions2[i], this);
             button->setObjectName(QStringLiteral("cmmSS(%1)").arg(i));
-            connect(button, &QPushButton::clicked, this, [i] { cmmSS_Click(i); });
+            connectCommand(button, &QPushButton::clicked, this, [i] { cmmSS_Click(i); });
             buttons->addWidget(button);
         }
         layout->addLayout(buttons);
@@ -145,11 +146,8 @@ void ShrinkSettings::showEvent(QShowEvent* event) {
         placed_ = true;
         move(parentWidget()->window()->geometry().center() - rect().center());
     }
-    try {
-        reload();
-    } catch (const StoreError&) {
-        // No store yet: the controls stay as they are.
-    }
+    // No store yet: the controls stay as they are.
+    if (shared().g_Store) runCommand([this] { reload(); });
 }
 
 void ShrinkSettings::closeEvent(QCloseEvent* event) {
@@ -163,7 +161,7 @@ ShrinkTimer::ShrinkTimer(QWidget* parent) : QWidget(parent), timer_(new QTimer(t
     hide();
     setEnabled(false);
     timer_->setInterval(100);
-    connect(timer_, &QTimer::timeout, this, [] { TimerSuosuijinxingzong_Timer(); });
+    connectCommand(timer_, &QTimer::timeout, this, [] { TimerSuosuijinxingzong_Timer(); });
 }
 
 bool ShrinkTimer::running() const {

@@ -22,6 +22,7 @@
 #include "ui/gui_screen.h"
 #include "ui/window_parts.h"
 #include "widgets/ball_art.h"
+#include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
 
 namespace dovrex {
@@ -102,7 +103,7 @@ TicketsPage::TicketsPage(QWidget* parent) : QWidget(parent) {
         b->setMinimumWidth(b->fontMetrics().horizontalAdvance(b->text()) + 24);
         commandRow->addWidget(b, 0, i);
         commands_[size_t(i)] = b;
-        connect(b, &QPushButton::clicked, this, [i] { cmmTouZhu_Click(i); });
+        connectCommand(b, &QPushButton::clicked, this, [i] { cmmTouZhu_Click(i); });
     }
     // The three steps stand out.
     for (int i = 0; i < 3; ++i) {
@@ -112,7 +113,6 @@ TicketsPage::TicketsPage(QWidget* parent) : QWidget(parent) {
         commands_[size_t(i)]->setMinimumWidth(
             commands_[size_t(i)]->fontMetrics().horizontalAdvance(commands_[size_t(i)]->text()) + 24);
     }
-    commandBar_->installEventFilter(this);
 
     auto* left = new QVBoxLayout;
     left->addLayout(head);
@@ -147,12 +147,6 @@ void TicketsPage::addPanel(QWidget* panel) {
     side_->insertWidget(0, panel);
 }
 
-bool TicketsPage::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == commandBar_ && event->type() == QEvent::EnabledChange)
-        emit commandsEnabledChanged(commandBar_->isEnabled());
-    return QWidget::eventFilter(watched, event);
-}
-
 void TicketsPage::updateSummary() {
     // Reds in red, the blue in blue, as on the balls.
     for (int i = 1; i <= 6; ++i) model_->setColumnColors(QStringLiteral("红球%1").arg(i), QColor(), kRedBall);
@@ -164,10 +158,7 @@ void TicketsPage::updateSummary() {
         return;
     }
     IssueNumber issue = 0;
-    try {
-        issue = get_BiaoGeQiHao();
-    } catch (const StoreError&) {
-    }
+    runCommand([&] { issue = get_BiaoGeQiHao(); });
     summary_->setText(issue > 0 ? QStringLiteral("第 %1 期，共 %2 注").arg(issue).arg(rows)
                                 : QStringLiteral("共 %1 注").arg(rows));
 }
@@ -178,22 +169,16 @@ const RegisterWindowPart ticketsPage("tickets page", 10, [](FormMain& window) {
     auto* page = new TicketsPage;
     window.setPage(TopPage::Tickets, page);
 
-    // mnu_ShengCeng: the same eight commands from the menu, on the ticket page. They rest while a
-    // command runs, as the buttons do, so that no command starts inside another.
+    // mnu_ShengCeng: the same eight commands from the menu, on the ticket page.
     QMenu* menu = window.menu(QStringLiteral("投注(&B)"));
     const auto& texts = touZhuCommandTexts();
-    QList<QAction*> entries;
     for (int i = 0; i < kTouZhuCommands; ++i) {
         if (i == kCmdSelect || i == kCmdExport || i == kCmdDelete) menu->addSeparator();
         QAction* a = menu->addAction(texts[size_t(i)].menu);
         a->setObjectName(QStringLiteral("mnu_ShengCeng(%1)").arg(i));
         a->setToolTip(texts[size_t(i)].toolTip);
-        QObject::connect(a, &QAction::triggered, &window, [i] { mnu_ShengCeng_Click(i); });
-        entries << a;
+        connectCommand(a, &QAction::triggered, &window, [i] { mnu_ShengCeng_Click(i); });
     }
-    QObject::connect(page, &TicketsPage::commandsEnabledChanged, menu, [entries](bool on) {
-        for (QAction* a : entries) a->setEnabled(on);
-    });
 });
 
 }  // namespace

@@ -36,13 +36,6 @@ class TicketsPage : public QWidget {
     // Puts a panel of settings (e.g. the shrink settings, FrameSuosuiSezi) above the log.
     void addPanel(QWidget* panel);
 
-  signals:
-    // Pic_subTouZhu was enabled or disabled (a command started or ended).
-    void commandsEnabledChanged(bool enabled);
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     void updateSummary();
 

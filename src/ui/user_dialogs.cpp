@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "users/users.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -86,8 +87,8 @@ LoginDialog::LoginDialog(QWidget* parent) : QDialog(parent) {
     layout->addLayout(form);
     layout->addWidget(hint_);
     layout->addLayout(buttons);
-    connect(ok, &QPushButton::clicked, this, &LoginDialog::submit);
-    connect(fresh, &QPushButton::clicked, this, &LoginDialog::newUser);
+    connectCommand(ok, &QPushButton::clicked, this, [this] { submit(); });
+    connectCommand(fresh, &QPushButton::clicked, this, [this] { newUser(); });
     connect(quit, &QPushButton::clicked, this, &QDialog::reject);
 }
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "store/store.h"
+#include "widgets/command_trap.h"
 
 namespace dovrex {
 
@@ -138,10 +139,7 @@ void TrendPanel::show_TrendOfTab(const QString& tabCaption) {
     trend_ = trendSpecOfTab(tabCaption);
     rows_.clear();
     if (trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid) {
-        try {
-            rows_ = trendRows(trend_, kTrendPeriods);
-        } catch (const StoreError&) {
-        }
+        runCommand([&] { rows_ = trendRows(trend_, kTrendPeriods); });
     }
     redraw();
 }

@@ -1,5 +1,7 @@
 // Scripts through the headless runner: a program folder opened, changed, left and found again.
 #include "headless/headless_runner.h"
+#include "history/draw_list.h"
+#include "support/draw_list_server.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {
@@ -117,6 +119,60 @@ TEST_F(HeadlessTest, BareStoreAnswersAndStop) {
               (QStringList{QStringLiteral("ASK 用户名： | 登录 |  -> 张三"),
                            QStringLiteral("CONFIRM 继续？ -> no"), QStringLiteral("STOP after 2 pumps")}));
 }
+
+// A close request in the middle of each long pass: the pass stops, the exit sequence runs once it
+// has returned, the script ends with status 0, and the pack holds what the pass had done.
+struct ClosePass {
+    const char* name;
+    const char* setup;    // before the close is armed
+    const char* command;  // the pass the close lands in
+    const char* count;    // a count the pack must hold: above 0, below `whole`
+    int whole;
+};
+
+class HeadlessCloseTest : public HeadlessTest, public ::testing::WithParamInterface<ClosePass> {};
+
+TEST_P(HeadlessCloseTest, CloseDuringAPassStopsItAndSavesItsWork) {
+    const ClosePass& pass = GetParam();
+    ensureCoreApplication();
+    DrawListServer server;
+    ASSERT_TRUE(server.start());
+    QList<DrawRecord> draws;
+    for (int i = 0; i < 300; ++i) {
+        DrawRecord d;
+        d.issue = 2003001 + i;
+        d.date = 37660 + 3 * i;
+        for (int k = 1; k <= 6; ++k) d.reds[size_t(k)] = (i + 5 * k) % 33 + 1;
+        std::sort(d.reds.begin() + 1, d.reds.end());
+        d.blue = i % 16 + 1;
+        draws << d;
+    }
+    server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
+
+    const QString script = folder() + QString::fromUtf8(pass.setup) + QStringLiteral("\nclose-after 60\n") +
+                           QString::fromUtf8(pass.command).arg(server.url(QStringLiteral("/list.txt"))) +
+                           QStringLiteral("\nsql this line is never reached\n");
+    const QStringList out = run(script);
+    EXPECT_TRUE(out.contains(QStringLiteral("CLOSE after 60 pumps")));
+    EXPECT_TRUE(out.contains(QStringLiteral("CONFIRM 确认要退出吗？ -> yes")));
+    EXPECT_FALSE(out.contains(QStringLiteral("> sql this line is never reached")));
+
+    const QStringList again = run(folder() + QStringLiteral("sql ") + QString::fromUtf8(pass.count) + u'\n');
+    const int kept = again.last().toInt();
+    EXPECT_GT(kept, 0);
+    EXPECT_LT(kept, pass.whole);
+}
+
+INSTANTIATE_TEST_SUITE_P(Passes, HeadlessCloseTest,
+                         ::testing::Values(ClosePass{"init", "pick 1 1-20 101-102", "init 2026001",
+                                                     "select count(*) from 日志表", 77520},
+                                           ClosePass{"filter", "pick 1 1-12 101\ninit 2026001",
+                                                     "filter 2026001", "select count(*) from 日志表", 925},
+                                           ClosePass{"shrink", "pick 1 1-12 101\ninit 2026001",
+                                                     "shrink 6 2026001", "select count(*) from 日志表", 925},
+                                           ClosePass{"download", "", "download %1",
+                                                     "select count(*) from 历史记录", 300}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace dovrex::test

@@ -364,8 +364,12 @@ void HistoryPage::downloadDraws() {
     // The grids stay as they are until the draws are in.
     stack_->setUpdatesEnabled(false);
     DownloadResult result = DownloadResult::Error;
-    runCommand([&] { result = download_KaiJiang(); });
+    const bool ran = runCommand([&] { result = download_KaiJiang(); });
     stack_->setUpdatesEnabled(true);
+    // A store error ends the download quietly in the logic (the draws before it stay stored); the
+    // player still hears of it.
+    if (ran && result == DownloadResult::Error)
+        dovrex::screen().ui_Message(msg::kCommandFailed, MessageKind::Error);
     if (result == DownloadResult::Updated) resetEntry();
     setView(HistoryView::Distribution);
     emit historyChanged();

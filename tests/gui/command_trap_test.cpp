@@ -1,0 +1,247 @@
+// Commands from the window: a fault of any kind in one leaves the window usable with what it wrote,
+// no command starts inside another, and a close during a pass stops the pass and runs the exit
+// once the pass has returned.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QFrame>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <new>
+#include <stdexcept>
+
+#include "app/app_flow.h"
+#include "app/pipeline_commands.h"
+#include "filters/condition_store.h"
+#include "gui/seeded_program.h"
+#include "history/draw_download.h"
+#include "history/draw_list.h"
+#include "pipeline/pick_state.h"
+#include "pipeline/shrink.h"
+#include "pipeline/ticket_init.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
+#include "store/store.h"
+#include "support/draw_list_server.h"
+#include "ui/form_main.h"
+#include "ui/gui_screen.h"
+#include "ui/tickets_page.h"
+#include "widgets/command_trap.h"
+
+using namespace dovrex;
+
+namespace {
+
+// Boxes answered yes, the issue typed in advance; at a chosen yield of the running command it
+// either throws or closes the window from a timer.
+class TrapScreen : public GuiScreen {
+  public:
+    QStringList shown;
+    int pumps = 0;
+    int closeAtPump = 0;
+    int throwAtPump = 0;
+    std::function<void()> fault;
+    int depthAtClose = -1;
+
+    void ui_Message(const QString& text, MessageKind) override { shown << text; }
+    bool ui_Confirm(const QString&) override { return true; }
+    QString ui_AskText(const QString&, const QString&, const QString&) override {
+        return QStringLiteral("2026097");
+    }
+    int ui_ChooseUserMode() override { return 1; }
+    void ui_Pump() override {
+        ++pumps;
+        if (pumps == throwAtPump) fault();
+        if (pumps == closeAtPump) {
+            QTimer::singleShot(0, window(), [this] {
+                depthAtClose = shared().commandDepth;
+                window()->close();
+            });
+            QCoreApplication::processEvents();  // the close lands inside the pass, however fast it is
+        }
+        GuiScreen::ui_Pump();
+    }
+};
+
+class CommandTrapTest : public SeededProgramTest {
+  protected:
+    void SetUp() override {
+        SeededProgramTest::SetUp();
+        picks() = PickState{};
+        session_ = makeSession(screen_);
+        ASSERT_TRUE(session_->start());
+        window_ = session_->window();
+        tickets_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
+        ASSERT_NE(tickets_, nullptr);
+    }
+    static void pick(int from, int to) {
+        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, kPickDrag);
+    }
+    void clickCommand(int index) {
+        window_->selectPage(TopPage::Tickets);
+        QTest::mouseClick(tickets_->command(index), Qt::LeftButton);
+    }
+    QAction* action(const char* name) const { return window_->findChild<QAction*>(QLatin1String(name)); }
+    static int count(const char* sql) { return store().scalar(QString::fromUtf8(sql)).toInt(); }
+
+    TrapScreen* screen_ = nullptr;
+    FormMain* window_ = nullptr;
+    TicketsPage* tickets_ = nullptr;
+};
+
+// An exception of any kind in the middle of a pass: the player is told (memory exhaustion in its
+// own words), the window's run state comes back, the rows written stay, and the next command runs.
+TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
+    pick(1, 20);
+    pick(101, 102);
+    const std::function<void()> faults[] = {
+        [] { throw std::out_of_range("gesTable5: pattern out of range"); }, [] { throw std::bad_alloc(); }};
+    for (const auto& fault : faults) {
+        screen_->shown.clear();
+        screen_->pumps = 0;
+        screen_->throwAtPump = 500;
+        screen_->fault = fault;
+        bool restedDuringPass = false;
+        screen_->fault = [&, fault] {
+            restedDuringPass =
+                !action("mnu_ShengCeng(1)")->isEnabled() && !action("mnu_ZuHeYiLou2")->isEnabled();
+            fault();
+        };
+        clickCommand(kCmdInit);
+        ASSERT_EQ(screen_->shown.size(), 1);
+        EXPECT_TRUE(screen_->shown[0] == msg::kOutOfMemory ||
+                    screen_->shown[0].startsWith(msg::kCommandFailed))
+            << screen_->shown[0].toStdString();
+        EXPECT_TRUE(restedDuringPass);
+        EXPECT_EQ(shared().commandDepth, 0);
+        EXPECT_EQ(shared().tingZhi, 0);
+        EXPECT_TRUE(tickets_->stopFrame()->isHidden());
+        EXPECT_TRUE(tickets_->commandBar()->isEnabled());
+        EXPECT_TRUE(action("mnu_ShengCeng(1)")->isEnabled());
+        EXPECT_TRUE(action("mnu_ZuHeYiLou2")->isEnabled());
+        EXPECT_GT(count("select count(*) from 日志表"), 0);
+    }
+    EXPECT_EQ(screen_->shown.last(), msg::kOutOfMemory);
+
+    screen_->throwAtPump = 0;
+    screen_->shown.clear();
+    clickCommand(kCmdInit);
+    EXPECT_EQ(count("select count(*) from 日志表 where 期号=2026097"), 77520);
+}
+
+// What each pass starts from, how the window starts it, and the count in the pack after the close:
+// above `low` and below `high` (the pass was stopped, and what it had done was kept).
+struct ClosePass {
+    const char* name;
+    void (*setup)(CommandTrapTest&);
+    void (*start)(CommandTrapTest&);
+    const char* count;
+    int high;
+};
+
+class CloseDuringPassTest : public CommandTrapTest, public ::testing::WithParamInterface<ClosePass> {
+  public:
+    using CommandTrapTest::action;
+    using CommandTrapTest::clickCommand;
+    using CommandTrapTest::pick;
+    FormMain* window() const { return window_; }
+    DrawListServer server;
+    int low = 0, high = 0;
+};
+
+TEST_P(CloseDuringPassTest, TheExitWaitsForThePassAndSavesWhatItDid) {
+    const ClosePass& pass = GetParam();
+    high = pass.high;
+    pass.setup(*this);
+    bool exited = false, saved = false;
+    QObject::connect(window_, &FormMain::exited, [&](bool ok) {
+        exited = true;
+        saved = ok;
+    });
+    screen_->pumps = 0;
+    screen_->closeAtPump = 15;
+    pass.start(*this);
+    QTRY_VERIFY_WITH_TIMEOUT(exited, 20000);
+    EXPECT_TRUE(saved);
+    EXPECT_GT(screen_->depthAtClose, 0) << "the close came after the pass";
+    session_.reset();
+
+    AppFlow flow(paths_);
+    ASSERT_EQ(flow.start(), StartOutcome::Ready);
+    const int kept = count(pass.count);
+    EXPECT_GT(kept, low);
+    EXPECT_LT(kept, high);
+    flow.abandon();
+    set_PageTimeout(30000);
+}
+
+void ticketsOf13() {
+    for (int id = 1; id <= 12; ++id) set_GuoLvTiaoJian(id, kPickDrag);
+    set_GuoLvTiaoJian(101, kPickDrag);
+    init_TouZhu(2026097);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Passes, CloseDuringPassTest,
+    ::testing::Values(
+        ClosePass{"init",
+                  [](CommandTrapTest&) {
+                      for (int id :
+                           {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 101, 102})
+                          set_GuoLvTiaoJian(id, kPickDrag);
+                  },
+                  [](CommandTrapTest& t) { static_cast<CloseDuringPassTest&>(t).clickCommand(kCmdInit); },
+                  "select count(*) from 日志表", 77520},
+        ClosePass{"filter", [](CommandTrapTest&) { ticketsOf13(); },
+                  [](CommandTrapTest& t) { static_cast<CloseDuringPassTest&>(t).clickCommand(kCmdFilter); },
+                  "select count(*) from 日志表", 925},
+        ClosePass{"shrink",
+                  [](CommandTrapTest&) {
+                      ticketsOf13();
+                      set_GuoLvTiaoJian(kShrinkTypeId, 6);
+                  },
+                  [](CommandTrapTest& t) {
+                      auto& c = static_cast<CloseDuringPassTest&>(t);
+                      c.clickCommand(kCmdShrink);  // opens the settings
+                      c.clickCommand(kCmdShrink);  // runs
+                  },
+                  "select count(*) from 日志表", 925},
+        ClosePass{"download",
+                  [](CommandTrapTest& t) {
+                      auto& c = static_cast<CloseDuringPassTest&>(t);
+                      // Twenty draws after the newest, each one issue on: the pass meets them from
+                      // its eleventh yield.
+                      QList<DrawRecord> draws = read_DrawRecords(store());
+                      for (int i = 1; i <= 20; ++i) {
+                          DrawRecord d = draws.last();
+                          d.issue += 1;
+                          d.date += 2;
+                          draws << d;
+                      }
+                      ASSERT_TRUE(c.server.start());
+                      c.server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
+                      const QString url = c.server.url(QStringLiteral("/list.txt"));
+                      save_MirrorAddresses({url, url, url});
+                      set_PageTimeout(5000);
+                      c.low = int(draws.size()) - 20;
+                      c.high = int(draws.size());
+                  },
+                  [](CommandTrapTest& t) {
+                      auto& c = static_cast<CloseDuringPassTest&>(t);
+                      c.window()->selectPage(TopPage::History);
+                      QTest::mouseClick(
+                          c.window()->findChild<QPushButton*>(QStringLiteral("cmmUpdateHistory(1)")),
+                          Qt::LeftButton);
+                  },
+                  "select count(*) from 历史记录", 0},
+        ClosePass{"pair_omission", [](CommandTrapTest&) {},
+                  [](CommandTrapTest& t) {
+                      static_cast<CloseDuringPassTest&>(t).action("mnu_ZuHeYiLou2")->trigger();
+                  },
+                  "select count(*) from TBLyilouZhuhe", 528}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace

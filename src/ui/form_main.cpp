@@ -245,7 +245,8 @@ void FormMain::closeEvent(QCloseEvent* event) {
     }
     exited_ = true;
     screen_.releaseGrids();
-    const bool saved = flow_.saveAndClose();
+    bool saved = false;
+    runCommand([&] { saved = flow_.saveAndClose(); });
     if (!saved) screen_.ui_Message(kSaveFailed, MessageKind::Error);
     event->accept();
     emit exited(saved);

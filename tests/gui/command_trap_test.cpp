@@ -77,9 +77,13 @@ class CommandTrapTest : public SeededProgramTest {
         tickets_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
         ASSERT_NE(tickets_, nullptr);
     }
+
+  public:
     static void pick(int from, int to) {
         for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, kPickDrag);
     }
+
+  protected:
     void clickCommand(int index) {
         window_->selectPage(TopPage::Tickets);
         QTest::mouseClick(tickets_->command(index), Qt::LeftButton);
@@ -103,7 +107,6 @@ TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
         screen_->shown.clear();
         screen_->pumps = 0;
         screen_->throwAtPump = 500;
-        screen_->fault = fault;
         bool restedDuringPass = false;
         screen_->fault = [&, fault] {
             restedDuringPass =
@@ -134,22 +137,45 @@ TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
 
 // What each pass starts from, how the window starts it, and the count in the pack after the close:
 // above `low` and below `high` (the pass was stopped, and what it had done was kept).
+class CloseDuringPassTest;
 struct ClosePass {
     const char* name;
-    void (*setup)(CommandTrapTest&);
-    void (*start)(CommandTrapTest&);
+    void (*setup)(CloseDuringPassTest&);
+    void (*start)(CloseDuringPassTest&);
     const char* count;
     int high;
 };
 
 class CloseDuringPassTest : public CommandTrapTest, public ::testing::WithParamInterface<ClosePass> {
   public:
-    using CommandTrapTest::action;
-    using CommandTrapTest::clickCommand;
-    using CommandTrapTest::pick;
+    void clickCommand(int index) { CommandTrapTest::clickCommand(index); }
     FormMain* window() const { return window_; }
     DrawListServer server;
     int low = 0, high = 0;
+
+    // 924 tickets of issue 2026097: twelve red drags and one blue.
+    static void ticketsOf13(CloseDuringPassTest&) {
+        pick(1, 12);
+        pick(101, 101);
+        init_TouZhu(2026097);
+    }
+    // The shipped history and twenty draws after it, served on every mirror.
+    static void serveTwentyNewDraws(CloseDuringPassTest& t) {
+        QList<DrawRecord> draws = read_DrawRecords(store());
+        for (int i = 1; i <= 20; ++i) {
+            DrawRecord d = draws.last();
+            d.issue += 1;
+            d.date += 2;
+            draws << d;
+        }
+        ASSERT_TRUE(t.server.start());
+        t.server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
+        const QString url = t.server.url(QStringLiteral("/list.txt"));
+        save_MirrorAddresses({url, url, url});
+        set_PageTimeout(5000);
+        t.low = int(draws.size()) - 20;
+        t.high = int(draws.size());
+    }
 };
 
 TEST_P(CloseDuringPassTest, TheExitWaitsForThePassAndSavesWhatItDid) {
@@ -162,7 +188,7 @@ TEST_P(CloseDuringPassTest, TheExitWaitsForThePassAndSavesWhatItDid) {
         saved = ok;
     });
     screen_->pumps = 0;
-    screen_->closeAtPump = 15;
+    screen_->closeAtPump = 15;  // in the download, the fourth new draw
     pass.start(*this);
     QTRY_VERIFY_WITH_TIMEOUT(exited, 20000);
     EXPECT_TRUE(saved);
@@ -178,70 +204,42 @@ TEST_P(CloseDuringPassTest, TheExitWaitsForThePassAndSavesWhatItDid) {
     set_PageTimeout(30000);
 }
 
-void ticketsOf13() {
-    for (int id = 1; id <= 12; ++id) set_GuoLvTiaoJian(id, kPickDrag);
-    set_GuoLvTiaoJian(101, kPickDrag);
-    init_TouZhu(2026097);
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Passes, CloseDuringPassTest,
-    ::testing::Values(
-        ClosePass{"init",
-                  [](CommandTrapTest&) {
-                      for (int id :
-                           {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 101, 102})
-                          set_GuoLvTiaoJian(id, kPickDrag);
-                  },
-                  [](CommandTrapTest& t) { static_cast<CloseDuringPassTest&>(t).clickCommand(kCmdInit); },
-                  "select count(*) from 日志表", 77520},
-        ClosePass{"filter", [](CommandTrapTest&) { ticketsOf13(); },
-                  [](CommandTrapTest& t) { static_cast<CloseDuringPassTest&>(t).clickCommand(kCmdFilter); },
-                  "select count(*) from 日志表", 925},
-        ClosePass{"shrink",
-                  [](CommandTrapTest&) {
-                      ticketsOf13();
-                      set_GuoLvTiaoJian(kShrinkTypeId, 6);
-                  },
-                  [](CommandTrapTest& t) {
-                      auto& c = static_cast<CloseDuringPassTest&>(t);
-                      c.clickCommand(kCmdShrink);  // opens the settings
-                      c.clickCommand(kCmdShrink);  // runs
-                  },
-                  "select count(*) from 日志表", 925},
-        ClosePass{"download",
-                  [](CommandTrapTest& t) {
-                      auto& c = static_cast<CloseDuringPassTest&>(t);
-                      // Twenty draws after the newest, each one issue on: the pass meets them from
-                      // its eleventh yield.
-                      QList<DrawRecord> draws = read_DrawRecords(store());
-                      for (int i = 1; i <= 20; ++i) {
-                          DrawRecord d = draws.last();
-                          d.issue += 1;
-                          d.date += 2;
-                          draws << d;
-                      }
-                      ASSERT_TRUE(c.server.start());
-                      c.server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
-                      const QString url = c.server.url(QStringLiteral("/list.txt"));
-                      save_MirrorAddresses({url, url, url});
-                      set_PageTimeout(5000);
-                      c.low = int(draws.size()) - 20;
-                      c.high = int(draws.size());
-                  },
-                  [](CommandTrapTest& t) {
-                      auto& c = static_cast<CloseDuringPassTest&>(t);
-                      c.window()->selectPage(TopPage::History);
-                      QTest::mouseClick(
-                          c.window()->findChild<QPushButton*>(QStringLiteral("cmmUpdateHistory(1)")),
-                          Qt::LeftButton);
-                  },
-                  "select count(*) from 历史记录", 0},
-        ClosePass{"pair_omission", [](CommandTrapTest&) {},
-                  [](CommandTrapTest& t) {
-                      static_cast<CloseDuringPassTest&>(t).action("mnu_ZuHeYiLou2")->trigger();
-                  },
-                  "select count(*) from TBLyilouZhuhe", 528}),
+    ::testing::Values(ClosePass{"init",
+                                [](CloseDuringPassTest&) {
+                                    pick(1, 20);
+                                    pick(101, 102);
+                                },
+                                [](CloseDuringPassTest& t) { t.clickCommand(kCmdInit); },
+                                "select count(*) from 日志表", 77520},
+                      ClosePass{"filter", CloseDuringPassTest::ticketsOf13,
+                                [](CloseDuringPassTest& t) { t.clickCommand(kCmdFilter); },
+                                "select count(*) from 日志表", 925},
+                      ClosePass{"shrink",
+                                [](CloseDuringPassTest& t) {
+                                    CloseDuringPassTest::ticketsOf13(t);
+                                    set_GuoLvTiaoJian(kShrinkTypeId, 6);
+                                },
+                                [](CloseDuringPassTest& t) {
+                                    t.clickCommand(kCmdShrink);  // opens the settings
+                                    t.clickCommand(kCmdShrink);  // runs
+                                },
+                                "select count(*) from 日志表", 925},
+                      ClosePass{"download", CloseDuringPassTest::serveTwentyNewDraws,
+                                [](CloseDuringPassTest& t) {
+                                    t.window()->selectPage(TopPage::History);
+                                    QTest::mouseClick(t.window()->findChild<QPushButton*>(
+                                                          QStringLiteral("cmmUpdateHistory(1)")),
+                                                      Qt::LeftButton);
+                                },
+                                "select count(*) from 历史记录", 0},
+                      ClosePass{
+                          "pair_omission", [](CloseDuringPassTest&) {},
+                          [](CloseDuringPassTest& t) {
+                              t.window()->findChild<QAction*>(QStringLiteral("mnu_ZuHeYiLou2"))->trigger();
+                          },
+                          "select count(*) from TBLyilouZhuhe", 528}),
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

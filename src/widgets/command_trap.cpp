@@ -1,6 +1,7 @@
 #include "widgets/command_trap.h"
 
 #include <QAction>
+#include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
 #include <QPointer>

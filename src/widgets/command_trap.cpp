@@ -1,7 +1,7 @@
 #include "widgets/command_trap.h"
 
-#include <QAction>
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QButtonGroup>
 #include <QPointer>
@@ -69,7 +69,7 @@ void report(const QString& text) {
     screen().ui_Message(text, MessageKind::Error);
 }
 
-// The outermost command has returned: the entries are back, and a close that waited runs now.
+// A command has returned: the entries it put to rest come back.
 void commandEnded(RunningCommand& command) {
     for (const QPointer<QObject>& entry : command.restedEntries)
         if (entry) setEntryEnabled(entry, true);
@@ -106,12 +106,6 @@ void passRunning() {
         command.restedEntries.push_back(entry);
     }
     state.entries = std::move(alive);
-}
-
-bool resting() {
-    for (const RunningCommand& c : trap().running)
-        if (c.rested) return true;
-    return false;
 }
 
 }  // namespace command_entries

@@ -29,8 +29,6 @@ namespace command_entries {
 void declare(QObject* sender);
 // Called by every ui_Pump: the first of the running command rests the entries.
 void passRunning();
-// True while the entries rest.
-bool resting();
 }  // namespace command_entries
 
 // A close request while a command runs: the command is told to stop (as Stop does) and `exit`

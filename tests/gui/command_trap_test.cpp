@@ -70,7 +70,6 @@ class CommandTrapTest : public SeededProgramTest {
   protected:
     void SetUp() override {
         SeededProgramTest::SetUp();
-        picks() = PickState{};
         session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();

@@ -1,5 +1,6 @@
 #include "filters/condition_editing.h"
 
+#include "domain/condition_catalogue.h"
 #include "domain/metrics.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
@@ -10,43 +11,29 @@ namespace dovrex {
 
 namespace {
 
-// Range conditions of the list pages: tab, text_FanWei code.
-int rangeCodeOfTab(int tab) {
-    switch (tab) {
-        case 2:
-            return 1;
-        case 3:
-            return 2;
-        case 4:
-            return 3;
-        case 5:
-            return 4;
-        case 6:
-            return 5;
-        case 22:
-        case 23:
-        case 24:
-        case 25:
-            return tab;
-        default:
-            return 0;
+// The condition whose value list a page shows alone; nullptr for the other pages.
+const ConditionEntry* listConditionOf(int tab) {
+    const ConditionEntry* found = nullptr;
+    for (const ConditionEntry& c : conditionCatalogue()) {
+        if (c.tab != tab || c.lines == LineKind::None) continue;
+        if (found) return nullptr;
+        found = &c;
     }
-}
-
-bool isKeyTab(int tab) {
-    return tab == 7 || (tab >= 16 && tab <= 21);
+    return found;
 }
 
 }  // namespace
 
 QString conditionSummary(int tab) {
-    if (const int code = rangeCodeOfTab(tab)) return text_FanWei(code);
+    const ConditionEntry* condition = listConditionOf(tab);
+    if (!condition) return {};
+    if (condition->report == ReportKind::Runs)
+        return to_QuanJiao(rangeRuns(condition->minId, condition->maxId, condition->minId, QStringLiteral(" , ")));
     const QList<ConditionList> lists = conditionLists(tab);
-    if (lists.size() != 1 || lists[0].lines.isEmpty()) return {};
     const ConditionList& list = lists[0];
     const int first = list.lines.first().id;
     const int last = list.lines.last().id;
-    if (isKeyTab(tab)) {
+    if (condition->lines != LineKind::Numbers) {
         QString out;
         auto c = store_Query(
             QStringLiteral("select ID, VALUE from 过滤条件 where ID>=%1 and ID<=%2 order by ID asc")
@@ -114,11 +101,13 @@ QString customGroupColumn(int k) {
 }
 
 int customGroupSwitch(int k) {
-    return k <= 10 ? 19 + k : 40 + k;
+    const ConditionEntry* c = conditionOfFilter(QStringLiteral("filter_ZiDingYiZu"), k);
+    return c ? c->switchNo : 0;
 }
 
 int customGroupBase(int k) {
-    return k <= 10 ? 3800 + 10 * (k - 1) : 4500 + 10 * (k - 11);
+    const ConditionEntry* c = conditionOfFilter(QStringLiteral("filter_ZiDingYiZu"), k);
+    return c ? c->minId : 0;
 }
 
 QString zdyAlias(int k) {

@@ -1,8 +1,10 @@
 #include "filters/condition_files.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include "domain/condition_catalogue.h"
 #include "screen/chosen_file.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
@@ -55,14 +57,19 @@ bool replaceFile(const QString& source, const QString& target) {
     return QFile::copy(source, target);
 }
 
-// Adds the condition rows 1171..1190 to a table that lacks them.
-void addSumRows(Store& s, const QString& table) {
-    auto c =
-        s.query(QStringLiteral("select * from %1 where ID>=1171 and ID<=1190 order by ID asc").arg(table));
-    if (c->recordCount() > 0) return;
+// Adds to a table the rows of 过滤条件 that came after its layout, where it lacks them, so that the
+// sets copied row by row between stores and files stay aligned.
+void addLaterRows(Store& s, const QString& table) {
     Transaction tx(s);
-    for (int id = 1171; id <= 1190; ++id)
-        s.execute(QStringLiteral("INSERT INTO %1 (ID, VALUE) VALUES (?, 0)").arg(table), {id});
+    for (const auto& [lo, hi] : laterConditionRows()) {
+        auto c = s.query(QStringLiteral("select * from %1 where ID>=%2 and ID<=%3 order by ID asc")
+                             .arg(table)
+                             .arg(lo)
+                             .arg(hi));
+        if (c->recordCount() > 0) continue;
+        for (int id = lo; id <= hi; ++id)
+            s.execute(QStringLiteral("INSERT INTO %1 (ID, VALUE) VALUES (?, 0)").arg(table), {id});
+    }
 }
 
 }  // namespace
@@ -180,17 +187,26 @@ bool huanyuan_Click() {
 
 bool upgrade_TiaoJian() {
     try {
-        addSumRows(store(), QStringLiteral("过滤条件"));
-        addSumRows(store(), QStringLiteral("默认过滤条件"));
+        addLaterRows(store(), QStringLiteral("过滤条件"));
+        addLaterRows(store(), QStringLiteral("默认过滤条件"));
         for (const QString& path : {templatePath(), shared().paths.programDir + u'/' + kGuestFileName}) {
             if (!QFileInfo::exists(path)) {
                 screen().ui_Message(msg::kTemplateMissing, MessageKind::Warning);
                 return false;
             }
-            auto file = Store::open(path);
-            addSumRows(*file, QStringLiteral("过滤条件"));
         }
-        store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=1183 WHERE 菜单ID=2 and 条件名称='和值'"));
+        // Every user's file too: a set read into the store goes row by row.
+        const QDir folder(shared().paths.programDir);
+        QStringList files{templatePath()};
+        for (const QString& name : folder.entryList({QStringLiteral("*.udovrex")}, QDir::Files))
+            files << folder.filePath(name);
+        for (const QString& path : files) {
+            auto file = Store::open(path);
+            addLaterRows(*file, QStringLiteral("过滤条件"));
+        }
+        const ConditionEntry* sum = conditionOfFilter(QStringLiteral("filter_HeZhi"));
+        store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=? WHERE 菜单ID=? and 条件名称=?"),
+                      {sum->maxId, sum->tab, sum->quickName()});
     } catch (const StoreError&) {
         return false;
     }

@@ -45,8 +45,10 @@ bool huanyuan_Click();
 bool export_TiaoJian(const QString& path);
 bool import_TiaoJian(const QString& path);
 
-// Brings older data up to the condition ids 1171..1190, in the store, the template and the guest's
-// file. False when the template or the guest's file is missing (message shown).
+// Brings older data up to the present rows of 过滤条件 (laterConditionRows: the hidden buttons
+// 34..38, 和值 up to 1190) in the store, its defaults, the template and every user's file, and the
+// quick setting of 和值 up to its range. False when the template or the guest's file is missing
+// (message shown).
 bool upgrade_TiaoJian();
 
 QString userFilePath(const QString& user);

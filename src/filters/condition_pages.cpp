@@ -3,8 +3,10 @@
 #include <QHash>
 #include <functional>
 
+#include "domain/condition_catalogue.h"
 #include "domain/game.h"
 #include "domain/metrics.h"
+#include "filters/condition_editing.h"
 #include "filters/condition_store.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
@@ -16,33 +18,46 @@ namespace {
 const QString kUnused = QStringLiteral(" 未 使 用");
 const QString kSeparator = QStringLiteral(" ----------------------------------------------------------- ");
 
-QString useCaption(const QString& name) {
-    return QStringLiteral("使用“%1”过滤").arg(name);
-}
-
-ConditionList numberedList(const QString& name, const QString& lineName, int switchNo, int base, int from,
-                           int to) {
-    ConditionList list{useCaption(name), switchNo, {}};
-    for (int v = from; v <= to; ++v)
-        list.lines.append({QStringLiteral("%1=%2").arg(lineName).arg(v), base + v});
-    return list;
-}
-
-ConditionList keyList(const QString& name, int switchNo, int base, int keys, const QString& (*text)(int)) {
-    ConditionList list{useCaption(name), switchNo, {}};
-    for (int i = 0; i < keys; ++i) list.lines.append({text(i), base + i});
-    return list;
-}
-
-struct RangeCode {
-    int code, minId, maxId, base;
+// The keys a condition's lines stand for: the 连号 keys or the shape keys.
+struct KeyTable {
+    const QString& (*text)(int);
+    int count;
 };
-const RangeCode kRangeCodes[] = {{1, 1000, 1183, 1000},  {2, 2000, 2170, 2000},  {3, 3000, 3170, 3000},
-                                 {4, 3300, 3340, 3300},  {5, 3400, 3440, 3400},  {22, 4080, 4099, 4080},
-                                 {23, 4100, 4159, 4100}, {24, 4160, 4179, 4160}, {25, 4180, 4209, 4180}};
+KeyTable keysOf(LineKind kind) {
+    switch (kind) {
+        case LineKind::RunKeys:
+            return {lianHaoText, kLianHaoCodes};
+        case LineKind::ShapeKeys:
+            return {gesTable5Text, kGesTable5Keys};
+        case LineKind::HeadKeys:
+            return {gesTable6Text, kGesTable6Keys};
+        default:
+            return {nullptr, 0};
+    }
+}
 
-// The allowed values of an id range, from base, in order.
-QList<int> allowedValues(int minId, int maxId, int base) {
+ConditionList listOf(const ConditionEntry& c) {
+    ConditionList list{c.caption(), c.switchNo, c.minId, c.maxId, {}};
+    const QString lineName = c.lineName ? QString::fromUtf16(c.lineName) : QString();
+    if (c.lines == LineKind::Numbers) {
+        for (int v = c.firstLine; v <= c.lastLine; ++v)
+            list.lines.append({QStringLiteral("%1=%2").arg(lineName).arg(v), c.minId + v, v});
+        return list;
+    }
+    const KeyTable keys = keysOf(c.lines);
+    // 连号's lines carry their name; the shape keys stand alone.
+    const QString prefix = lineName.isEmpty() ? QString() : lineName + u'=';
+    for (int i = 0; i < keys.count; ++i) list.lines.append({prefix + keys.text(i), c.minId + i, i});
+    return list;
+}
+
+// text_FanWei's codes: one less than the tab for the first five pages, the tab itself after.
+int rangeCode(const ConditionEntry& c) {
+    return c.tab <= 6 ? c.tab - 1 : c.tab;
+}
+
+// The allowed values of an id range, from base, in order, as the rows hold them.
+QList<int> storedValues(int minId, int maxId, int base) {
     QList<int> values;
     auto c =
         store_Query(QStringLiteral("select ID, VALUE from 过滤条件 where ID>=%1 and ID<=%2 order by ID asc")
@@ -53,22 +68,54 @@ QList<int> allowedValues(int minId, int maxId, int base) {
     return values;
 }
 
+// The same through guoLvShuZu, as the report's blocks read them: the range is loaded and the values
+// whose entry is below 1 are left out.
+QList<int> loadedValues(int minId, int maxId) {
+    load_GuoLvFanWei(minId, maxId);
+    const auto& loaded = shared().guoLvShuZu;
+    QList<int> values;
+    for (int id = minId; id <= maxId; ++id)
+        if (loaded[size_t(minId % 10 + id - minId)] > 0) values << id - minId;
+    return values;
+}
+
+QString runsText(const QList<int>& values, const QString& separator) {
+    QStringList runs;
+    for (int i = 0; i < values.size();) {
+        int j = i;
+        while (j + 1 < values.size() && values[j + 1] == values[j] + 1) ++j;
+        runs << (i == j ? QStringLiteral("[%1]").arg(values[i])
+                        : QStringLiteral("[%1-%2]").arg(values[i]).arg(values[j]));
+        i = j + 1;
+    }
+    return runs.join(separator);
+}
+
 QString numbersText(const QList<int>& numbers) {
     QString out;
     for (int n : numbers) out += to_QuanJiao(twoDigits(n)) + QStringLiteral("  ");
     return out;
 }
 
-QString eachValue(int minId, int maxId, int base) {
+// What the report prints behind the label of a condition that is on.
+QString blockText(const ConditionEntry& c) {
+    const QList<int> values = loadedValues(c.minId, c.maxId);
     QString out;
-    for (int v : allowedValues(minId, maxId, base)) out += to_QuanJiao(v) + QStringLiteral("  ");
-    return out;
-}
-
-QString eachKey(int minId, int maxId, int base, const QString& (*text)(int), int keys) {
-    QString out;
-    for (int v : allowedValues(minId, maxId, base))
-        if (v >= 0 && v < keys) out += QStringLiteral("（") + text(v) + QStringLiteral("）");
+    switch (c.report) {
+        case ReportKind::Runs:
+            return to_QuanJiao(runsText(values, QStringLiteral(" , ")));
+        case ReportKind::Each:
+            for (int v : values) out += to_QuanJiao(v) + QStringLiteral("  ");
+            return out;
+        case ReportKind::Keys: {
+            const KeyTable keys = keysOf(c.lines);
+            for (int v : values)
+                if (v < keys.count) out += QStringLiteral("（") + keys.text(v) + QStringLiteral("）");
+            return out;
+        }
+        case ReportKind::None:
+            break;
+    }
     return out;
 }
 
@@ -91,13 +138,6 @@ QList<int> groupMembers(const QString& column) {
     return numbers;
 }
 
-int customGroupBase(int k) {
-    return k <= 10 ? 3800 + 10 * (k - 1) : 4500 + 10 * (k - 11);
-}
-int customGroupSwitch(int k) {
-    return k <= 10 ? 19 + k : 40 + k;
-}
-
 const QString& shrinkTypeCaption(int t) {
     static const QString captions[] = {QString(),
                                        QString(),
@@ -114,100 +154,32 @@ const QString& shrinkTypeCaption(int t) {
 }  // namespace
 
 QList<ConditionList> conditionLists(int tab) {
-    switch (tab) {
-        case 2:
-            return {numberedList(QStringLiteral("和值"), QStringLiteral("和值"), 1, 1000, 15, 183)};
-        case 3:
-            return {numberedList(QStringLiteral("奇数和值"), QStringLiteral("奇数和值"), 2, 2000, 0, 155)};
-        case 4:
-            return {numberedList(QStringLiteral("偶数和值"), QStringLiteral("偶数和值"), 3, 3000, 0, 150)};
-        case 5:
-            return {numberedList(QStringLiteral("跨度"), QStringLiteral("跨度"), 4, 3300, 5, 32)};
-        case 6:
-            return {numberedList(QStringLiteral("最大间距"), QStringLiteral("最大间距"), 5, 3400, 1, 28)};
-        case 7: {
-            ConditionList list{useCaption(QStringLiteral("连号")), 6, {}};
-            for (int i = 0; i < kLianHaoCodes; ++i)
-                list.lines.append({QStringLiteral("连号=") + lianHaoText(i), 3450 + i});
-            return {list};
-        }
-        case 8:
-            return {numberedList(QStringLiteral("重叠号"), QStringLiteral("重叠码个数"), 7, 3470, 0, 6)};
-        case 9:
-            return {numberedList(QStringLiteral("斜位码"), QStringLiteral("斜位码个数"), 8, 3490, 0, 6)};
-        case 10:
-            return {numberedList(QStringLiteral("ＡＣ值"), QStringLiteral("AC值"), 9, 3600, 0, 10)};
-        case 26:
-            return {numberedList(QStringLiteral("和值尾"), QStringLiteral("和值尾"), 76, 5070, 0, 9)};
-        case 11:
-        case 12:
-        case 13: {
-            static const char16_t* const names[3][2] = {
-                {u"奇数个数", u"偶数个数"}, {u"大数个数", u"小数个数"}, {u"高尾码个数", u"低尾码个数"}};
-            QList<ConditionList> lists;
-            for (int k = 0; k < 2; ++k) {
-                const QString name = QString::fromUtf16(names[tab - 11][k]);
-                lists << numberedList(name, name, 2 * tab - 12 + k, 3640 + 20 * (tab - 11) + 10 * k, 0, 6);
-            }
-            return lists;
-        }
-        case 14: {
-            QList<ConditionList> lists;
-            for (int k = 1; k <= 4; ++k)
-                lists << numberedList(QStringLiteral("区间%1").arg(k),
-                                      QStringLiteral("区间%1开出个数").arg(k), 15 + k, 3700 + 10 * (k - 1), 0,
-                                      6);
-            return lists;
-        }
-        case 16:
-            return {keyList(QStringLiteral("尾数形式"), 37, 4000, kGesTable5Keys, gesTable5Text)};
-        case 17:
-            return {keyList(QStringLiteral("间距九"), 38, 4010, kGesTable5Keys, gesTable5Text)};
-        case 18:
-            return {keyList(QStringLiteral("间距七"), 39, 4020, kGesTable5Keys, gesTable5Text)};
-        case 19:
-            return {keyList(QStringLiteral("间距十一"), 40, 4030, kGesTable5Keys, gesTable5Text)};
-        case 20:
-            return {keyList(QStringLiteral("间距十二"), 41, 4050, kGesTable5Keys, gesTable5Text)};
-        case 21:
-            return {keyList(QStringLiteral("头数形式"), 42, 4070, kGesTable6Keys, gesTable6Text)};
-        case 22:
-            return {numberedList(QStringLiteral("头数和值"), QStringLiteral("头数和值"), 43, 4080, 0, 16)};
-        case 23:
-            return {numberedList(QStringLiteral("尾数和值"), QStringLiteral("尾数和值"), 44, 4100, 0, 51)};
-        case 24:
-            return {numberedList(QStringLiteral("温度值5"), QStringLiteral("温度值5"), 46, 4160, 0, 12)};
-        case 25:
-            return {numberedList(QStringLiteral("温度值10"), QStringLiteral("温度值10"), 47, 4180, 0, 20)};
-        default:
-            return {};
-    }
+    QList<ConditionList> lists;
+    for (const ConditionEntry& c : conditionCatalogue())
+        if (c.tab == tab && c.lines != LineKind::None) lists << listOf(c);
+    return lists;
 }
 
 void set_ConditionLine(const ConditionLine& line, bool allowed) {
     set_GuoLvTiaoJian(line.id, allowed ? 1 : 0);
 }
 
-bool conditionLineAllowed(const ConditionLine& line) {
-    return get_GuoLvTiaoJian(line.id) > 0;
+QList<bool> loadListTicks(const ConditionList& list) {
+    load_GuoLvFanWei(list.minId, list.maxId);
+    const auto& loaded = shared().guoLvShuZu;
+    QList<bool> ticks;
+    for (const ConditionLine& line : list.lines) ticks << (loaded[size_t(line.value)] > 0);
+    return ticks;
 }
 
 QString rangeRuns(int minId, int maxId, int base, const QString& separator) {
-    QStringList runs;
-    const QList<int> values = allowedValues(minId, maxId, base);
-    for (int i = 0; i < values.size();) {
-        int j = i;
-        while (j + 1 < values.size() && values[j + 1] == values[j] + 1) ++j;
-        runs << (i == j ? QStringLiteral("[%1]").arg(values[i])
-                        : QStringLiteral("[%1-%2]").arg(values[i]).arg(values[j]));
-        i = j + 1;
-    }
-    return runs.join(separator);
+    return runsText(storedValues(minId, maxId, base), separator);
 }
 
 QString text_FanWei(int code) {
-    for (const RangeCode& r : kRangeCodes)
-        if (r.code == code) return to_QuanJiao(rangeRuns(r.minId, r.maxId, r.base, QStringLiteral(" , ")));
+    for (const ConditionEntry& c : conditionCatalogue())
+        if (c.report == ReportKind::Runs && rangeCode(c) == code)
+            return to_QuanJiao(rangeRuns(c.minId, c.maxId, c.minId, QStringLiteral(" , ")));
     return {};
 }
 
@@ -233,7 +205,7 @@ QString zuLieBiaoLine(int k) {
         for (int n : members) texts << to_QuanJiao(twoDigits(n));
         line += QStringLiteral("号码：（") + texts.join(u',') + QStringLiteral("）");
     }
-    const QList<int> counts = allowedValues(customGroupBase(k), customGroupBase(k) + 9, customGroupBase(k));
+    const QList<int> counts = storedValues(customGroupBase(k), customGroupBase(k) + 9, customGroupBase(k));
     if (counts.isEmpty()) return line + QStringLiteral("（条 件 未 设 置）");
     line += QStringLiteral(" 允许开出个数（");
     for (int c : counts) line += to_QuanJiao(c) + QStringLiteral("个,");
@@ -259,58 +231,24 @@ QString make_BaoGao() {
     line(kSeparator);
 
     // Positions.
+    const ConditionEntry* positions = conditionOfFilter(QStringLiteral("filter_DingWei"));
     for (int i = 1; i <= 7; ++i) {
         const QString label =
             QStringLiteral(" 第 ") + to_QuanJiao(i) + QStringLiteral(" 位允许开出的号码： ");
-        line(label + (on(29 + i) ? numbersText(groupMembers(QStringLiteral("第%1位").arg(i))) : kUnused));
+        line(label + (on(positions->switchNo + i - 1) ? numbersText(groupMembers(QStringLiteral("第%1位").arg(i)))
+                                                      : kUnused));
     }
-    line(QStringLiteral(" 定位过滤容错条件个数： ") + to_QuanJiao(get_GuoLvTiaoJian(3901)));
+    line(QStringLiteral(" 定位过滤容错条件个数： ") + to_QuanJiao(get_GuoLvTiaoJian(kToleranceId)));
     line(kSeparator);
 
-    // The conditions.
-    struct Block {
-        const char16_t* label;
-        int switchNo;
-        std::function<QString()> text;
-    };
-    auto range = [](int code) { return [code] { return text_FanWei(code); }; };
-    auto each = [](int minId, int maxId) { return [=] { return eachValue(minId, maxId, minId); }; };
-    auto keys5 = [](int minId) {
-        return [=] { return eachKey(minId, minId + 9, minId, gesTable5Text, kGesTable5Keys); };
-    };
-    const QList<Block> blocks = {
-        {u" 和值取值范围： ", 1, range(1)},
-        {u" 允许的和值尾： ", 76, each(5070, 5079)},
-        {u" 头数和值范围： ", 43, range(22)},
-        {u" 尾数和值范围： ", 44, range(23)},
-        {u" 奇数和值取值范围： ", 2, range(2)},
-        {u" 偶数和值取值范围： ", 3, range(3)},
-        {u" 跨度取值范围： ", 4, range(4)},
-        {u" 最大间距取值范围： ", 5, range(5)},
-        {u" 温度值５取值范围： ", 46, range(24)},
-        {u" 温度值１０取值范围： ", 47, range(25)},
-        {u" 连号取值范围： ", 6, [] { return eachKey(3450, 3460, 3450, lianHaoText, kLianHaoCodes); }},
-        {u" 重叠号取值范围： ", 7, each(3470, 3480)},
-        {u" 斜位码取值范围： ", 8, each(3490, 3500)},
-        {u" ＡＣ值取值范围： ", 9, each(3600, 3630)},
-        {u" 奇数个数取值范围： ", 10, each(3640, 3649)},
-        {u" 偶数个数取值范围： ", 11, each(3650, 3659)},
-        {u" 大数个数取值范围： ", 12, each(3660, 3669)},
-        {u" 小数个数取值范围： ", 13, each(3670, 3679)},
-        {u" 高尾码个数取值范围： ", 14, each(3680, 3689)},
-        {u" 低尾码个数取值范围： ", 15, each(3690, 3699)},
-        {u" 区间1开出号码个数取值范围： ", 16, each(3700, 3709)},
-        {u" 区间2开出号码个数取值范围： ", 17, each(3710, 3719)},
-        {u" 区间3开出号码个数取值范围： ", 18, each(3720, 3729)},
-        {u" 区间4开出号码个数取值范围： ", 19, each(3730, 3739)},
-        {u" 尾数形式： ", 37, keys5(4000)},
-        {u" 间距九： ", 38, keys5(4010)},
-        {u" 间距七： ", 39, keys5(4020)},
-        {u" 间距十一： ", 40, keys5(4030)},
-        {u" 间距十二： ", 41, keys5(4050)},
-        {u" 头数形式： ", 42, [] { return eachKey(4070, 4079, 4070, gesTable6Text, kGesTable6Keys); }},
-    };
-    for (const Block& b : blocks) line(QString::fromUtf16(b.label) + (on(b.switchNo) ? b.text() : kUnused));
+    // The conditions, in the report's order (not the run's).
+    std::vector<const ConditionEntry*> blocks;
+    for (const ConditionEntry& c : conditionCatalogue())
+        if (c.reportOrder > 0) blocks.push_back(&c);
+    std::sort(blocks.begin(), blocks.end(),
+              [](const ConditionEntry* a, const ConditionEntry* b) { return a->reportOrder < b->reportOrder; });
+    for (const ConditionEntry* c : blocks)
+        line(QString::fromUtf16(c->reportLabel) + (on(c->switchNo) ? blockText(*c) : kUnused));
     line(kSeparator);
 
     // Custom groups.
@@ -334,18 +272,20 @@ QString make_BaoGao() {
     line(kSeparator);
 
     // Parity patterns.
+    auto parity = [](int slot) { return conditionOfFilter(QStringLiteral("filter_DanShuang"), slot); };
     for (int slot = 1; slot <= 5; ++slot) {
-        if (!on(70 + slot)) continue;
+        const ConditionEntry* pattern = parity(slot);
+        if (!on(pattern->switchNo)) continue;
         QList<int> values;
-        for (int p = 1; p <= 7; ++p) values << get_GuoLvTiaoJian(5000 + 10 * slot + p);
+        for (int id = pattern->minId; id <= pattern->maxId; ++id) values << get_GuoLvTiaoJian(id);
         line(QStringLiteral(" √ 排除掉单双组合： ") + text_DanShuang(values));
     }
-    if (on(70)) line(QStringLiteral(" √ 【排除掉上一期的单双组合形式】"));
+    if (on(parity(0)->switchNo)) line(QStringLiteral(" √ 【排除掉上一期的单双组合形式】"));
     line(kSeparator);
 
     // Shrink.
-    line(QStringLiteral(" 缩 水 类 型： ") + shrinkTypeCaption(get_GuoLvTiaoJian(3900)));
-    line(on(45) ? QStringLiteral(" 缩水智能优化： ★☆★☆★ 使 用 ★☆★☆★")
+    line(QStringLiteral(" 缩 水 类 型： ") + shrinkTypeCaption(get_GuoLvTiaoJian(kShrinkTypeId)));
+    line(on(kSmartSwitch) ? QStringLiteral(" 缩水智能优化： ★☆★☆★ 使 用 ★☆★☆★")
                 : QStringLiteral(" 缩水智能优化： 未 使 用"));
     return text;
 }

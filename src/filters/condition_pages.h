@@ -15,22 +15,28 @@ namespace dovrex {
 struct ConditionLine {
     QString text;
     int id = 0;
+    int value = 0;  // the line's index into guoLvShuZu once its list's rows are loaded
 };
 
 // A value list of a condition page with its switch.
 struct ConditionList {
     QString caption;  // "使用“和值”过滤"
     int switchNo = 0;
+    int minId = 0, maxId = -1;  // the rows a page loads into guoLvShuZu to tick its lines
     QList<ConditionLine> lines;
 };
 
-// The lists of a condition page (1-based tab of the condition pages): one for tabs 2..10, 16..26,
-// two for the count pages 11..13, four for the interval page 14; none for the others.
+// The lists of a condition page (1-based tab of the condition pages), from the condition catalogue:
+// one for tabs 2..10, 16..26, two for the count pages 11..13, four for the interval page 14; none
+// for the others.
 QList<ConditionList> conditionLists(int tab);
 
 // A tick: writes 1 or 0 into the line's row.
 void set_ConditionLine(const ConditionLine& line, bool allowed);
-bool conditionLineAllowed(const ConditionLine& line);
+// The ticks of a list as a page fills it: the list's rows go through load_GuoLvFanWei into
+// guoLvShuZu (where they stay, for whatever reads the array next), and a line is ticked when its
+// entry there is above 0.
+QList<bool> loadListTicks(const ConditionList& list);
 
 // Runs of allowed values of a range condition, e.g. "［３-８］ , ［１０］" as "[3-8] , [10]" in
 // full-width digits: codes 1..5 (和值, 奇数和值, 偶数和值, 跨度, 最大间距) and 22..25 (头数和值,

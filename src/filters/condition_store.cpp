@@ -80,17 +80,4 @@ void set_ShiYongQingKuang(int n, int value) {
         throw StoreError(QStringLiteral("过滤条件使用情况: no row %1").arg(n));
 }
 
-bool upgrade_HeZhiFanWei() {
-    if (store_Query(QStringLiteral("select * from 过滤条件 where ID>=1171 and ID<=1190"))->recordCount() > 0)
-        return false;
-    Transaction tx(store());
-    for (int id = 1171; id <= 1190; ++id) {
-        store_Execute(QStringLiteral("INSERT INTO 过滤条件 (ID, VALUE) VALUES (?, 0)"), {id});
-        store_Execute(QStringLiteral("INSERT OR IGNORE INTO 默认过滤条件 (ID, VALUE) VALUES (?, 0)"), {id});
-    }
-    store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=1183 WHERE 菜单ID=2 and 条件名称=?"),
-                  {QStringLiteral("和值")});
-    return true;
-}
-
 }  // namespace dovrex

@@ -33,8 +33,4 @@ int count_LanDan(int upper = 116);
 int get_ShiYongQingKuang(int n);
 void set_ShiYongQingKuang(int n, int value);
 
-// Start-up upgrade of a store made when 和值 ended at 170: adds rows 1171..1190 at 0 to 过滤条件
-// and 默认过滤条件 and widens the quick setting of 和值 to 1183. True when it ran.
-bool upgrade_HeZhiFanWei();
-
 }  // namespace dovrex

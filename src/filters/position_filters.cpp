@@ -2,6 +2,7 @@
 
 #include <QList>
 
+#include "domain/condition_catalogue.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
 #include "filters/filter_families.h"
@@ -13,8 +14,6 @@
 namespace dovrex {
 
 namespace {
-
-constexpr int kToleranceId = 3901;
 
 // e[number][position] is 1 when the number is wrong at the position; a position that is off has
 // no wrong number.

@@ -5,15 +5,14 @@
 #include <functional>
 #include <vector>
 
+#include "domain/condition_catalogue.h"
 #include "domain/game.h"
 
 namespace dovrex {
 
 // The guarantee-N shrink (第3步：缩水). T is the number of balls of seven (the blue counts as the
-// seventh) that a removed ticket shares at least with a kept one; it is the Value of 过滤条件 ID 3900.
-inline constexpr int kShrinkTypeId = 3900;
-// Switch of 过滤条件使用情况 that turns the smart optimisation on before a shrink (Check_auto).
-inline constexpr int kSmartSwitch = 45;
+// seventh) that a removed ticket shares at least with a kept one; it is the Value of 过滤条件 row
+// kShrinkTypeId.
 
 // The caption of Option_ShuoSuiLeiXing(t): "保三型" .. "保七型"; empty outside 3..7.
 QString shrinkCaption(int t);

@@ -2,45 +2,12 @@
 
 #include <QDateTime>
 
+#include "domain/condition_catalogue.h"
 #include "domain/date_value.h"
 #include "store/schema.h"
 #include "store/store.h"
 
 namespace dovrex {
-
-QList<QPair<int, int>> conditionIdRanges() {
-    return {
-        {1, 33},       // red picks
-        {39, 39},      // history display mode
-        {101, 116},    // blue picks
-        {1000, 1190},  // 和值 (1184..1190 are never read)
-        {2000, 2170},  // 奇数和值
-        {3000, 3170},  // 偶数和值
-        {3300, 3340},  // 跨度
-        {3400, 3440},  // 最大间距
-        {3450, 3460},  // 连号
-        {3470, 3480},  // 重叠号
-        {3490, 3500},  // 斜位码
-        {3600, 3630},  // AC值
-        {3640, 3739},  // the counts and the four intervals
-        {3800, 3899},  // 自定义组1..10
-        {3900, 3901},  // shrink type, position tolerance
-        {4000, 4040},  // 尾数形式, 间距九, 间距七, 间距十一
-        {4050, 4209},  // 间距十二, 头数形式, 头数和值, 尾数和值, 温度值5, 温度值10
-        {4500, 4599},  // 自定义组11..20
-        {5001, 5007},  // parity pattern of the last draw
-        {5011, 5017}, {5021, 5027}, {5031, 5037}, {5041, 5047}, {5051, 5057},  // parity patterns 1..5
-        {5070, 5079},                                                          // 和值尾
-    };
-}
-
-QList<int> switchNumbers() {
-    QList<int> s;
-    for (int i = 1; i <= 47; ++i) s << i;
-    for (int i = 51; i <= 60; ++i) s << i;
-    for (int i = 70; i <= 76; ++i) s << i;
-    return s;
-}
 
 namespace {
 
@@ -81,30 +48,6 @@ void fillNumberTraits(Store& store) {
     }
 }
 
-struct QuickRow {
-    int menu;
-    int switchNo;
-    const char16_t* name;
-    int min;
-    int max;
-};
-
-// One line per condition that the quick settings window offers.
-const QuickRow kQuickRows[] = {
-    {2, 1, u"和值", 1000, 1183},         {3, 2, u"奇数和值", 2000, 2170},
-    {4, 3, u"偶数和值", 3000, 3170},     {5, 4, u"跨度", 3300, 3340},
-    {6, 5, u"最大间距", 3400, 3440},     {8, 7, u"重叠号", 3470, 3480},
-    {9, 8, u"斜位码", 3490, 3500},       {10, 9, u"AC值", 3600, 3630},
-    {11, 10, u"奇数个数", 3640, 3649},   {11, 11, u"偶数个数", 3650, 3659},
-    {12, 12, u"大数个数", 3660, 3669},   {12, 13, u"小数个数", 3670, 3679},
-    {13, 14, u"高尾码个数", 3680, 3689}, {13, 15, u"低尾码个数", 3690, 3699},
-    {14, 16, u"区间1", 3700, 3709},      {14, 17, u"区间2", 3710, 3719},
-    {14, 18, u"区间3", 3720, 3729},      {14, 19, u"区间4", 3730, 3739},
-    {22, 43, u"头数和值", 4080, 4099},   {23, 44, u"尾数和值", 4100, 4159},
-    {24, 46, u"温度值5", 4160, 4179},    {25, 47, u"温度值10", 4180, 4209},
-    {26, 76, u"和值尾", 5070, 5079},
-};
-
 }  // namespace
 
 QStringList defaultMirrorAddresses() {
@@ -128,12 +71,14 @@ void seedFactoryData(Store& store) {
     fillConditions(store, QStringLiteral("默认过滤条件"));
     fillSwitches(store, QStringLiteral("默认过滤条件使用情况"));
 
-    for (int i = 0; i < int(std::size(kQuickRows)); ++i) {
-        const auto& q = kQuickRows[i];
+    // One line per condition the quick settings offer, in switch order; the menu page is its tab.
+    int quickNo = 0;
+    for (const ConditionEntry& c : conditionCatalogue()) {
+        if (!c.quick) continue;
         store.execute(
             QStringLiteral("INSERT INTO 快速设置 (编号, 菜单ID, 条件编号, 条件名称, 范围min, 范围max) "
                            "VALUES (?,?,?,?,?,?)"),
-            {i, q.menu, q.switchNo, QString::fromUtf16(q.name), q.min, q.max});
+            {quickNo++, c.tab, c.switchNo, c.quickName(), c.minId, c.maxId});
     }
     for (int n = 1; n <= 33; ++n) {
         store.execute(QStringLiteral("INSERT INTO BallColor (号码, 基本号, 特别号) VALUES (?, 0, 1)"), {n});

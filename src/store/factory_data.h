@@ -1,20 +1,13 @@
 #pragma once
 
-#include <QList>
-#include <QPair>
 #include <QStringList>
 
 namespace dovrex {
 
 class Store;
 
-// The rows a new store ships with. Every condition id and switch the filters read exists, at 0:
-// a neutral start in which no filter runs.
-
-// Ranges of condition ids of 过滤条件, both ends inclusive.
-QList<QPair<int, int>> conditionIdRanges();
-// Switch numbers of 过滤条件使用情况.
-QList<int> switchNumbers();
+// The rows a new store ships with. Every condition row and switch of the condition catalogue
+// (domain/condition_catalogue.h) exists, at 0: a neutral start in which no filter runs.
 
 // The three mirrors of the draw list download as shipped (rows 1..3 of 下载地址), editable later.
 QStringList defaultMirrorAddresses();

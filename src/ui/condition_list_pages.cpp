@@ -19,11 +19,6 @@ namespace dovrex {
 
 namespace {
 
-// Pages whose lines are keys rather than numbers: the tick's value is the line's index.
-bool keyLines(int tab) {
-    return tab == 7 || (tab >= 16 && tab <= 21);
-}
-
 // Pages of List_TiaojianElse (the others use List_TiaoJian).
 bool elseList(int tab) {
     return tab >= 16 && tab <= 25;
@@ -92,8 +87,8 @@ ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(pa
 void ConditionListPage::reload() {
     runCommand([&] {
         loadSwitch(check_);
-        for (int row = 0; row < condition_.lines.size(); ++row)
-            lines_->setTicked(row, conditionLineAllowed(condition_.lines[row]));
+        const QList<bool> ticks = loadListTicks(condition_);
+        for (int row = 0; row < ticks.size(); ++row) lines_->setTicked(row, ticks[row]);
     });
     showTip();
     chart_->show_TrendOfTab(ConditionsPage::tabCaption(tab_));
@@ -116,9 +111,7 @@ void ConditionListPage::showTip() {
 QList<int> ConditionListPage::allowedColumns() const {
     QList<int> columns;
     for (int row = 0; row < lines_->count(); ++row) {
-        if (!lines_->isTicked(row)) continue;
-        const QString text = condition_.lines[row].text;
-        columns << (keyLines(tab_) ? row : text.mid(text.indexOf(u'=') + 1).toInt());
+        if (lines_->isTicked(row)) columns << condition_.lines[row].value;
     }
     return columns;
 }
@@ -182,8 +175,8 @@ void CountListsPage::reload() {
     runCommand([&] {
         for (int k = 0; k < conditions_.size(); ++k) {
             loadSwitch(checks_[k]);
-            for (int row = 0; row < conditions_[k].lines.size(); ++row)
-                lists_[k]->setTicked(row, conditionLineAllowed(conditions_[k].lines[row]));
+            const QList<bool> ticks = loadListTicks(conditions_[k]);
+            for (int row = 0; row < ticks.size(); ++row) lists_[k]->setTicked(row, ticks[row]);
         }
     });
     fillCountGrid(grid_);

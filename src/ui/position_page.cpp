@@ -8,6 +8,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "domain/condition_catalogue.h"
 #include "filters/condition_editing.h"
 #include "filters/condition_store.h"
 #include "ui/condition_edit_pages.h"
@@ -94,7 +95,7 @@ PositionPage::PositionPage(QWidget* parent) : ConditionTab(parent) {
     }
     options->addStretch(1);
     connectCommand(tolerance_, &QButtonGroup::idClicked, this,
-                   [](int t) { runCommand([&] { set_GuoLvTiaoJian(3901, t); }); });
+                   [](int t) { runCommand([&] { set_GuoLvTiaoJian(kToleranceId, t); }); });
     toleranceLayout->addLayout(options);
     toleranceLayout->addWidget(noteLabel(
         QStringLiteral("容错值＝０时，第１～７位只要错了其中的一位，则这注号码就会不符合条件，会被过滤掉；\n"
@@ -158,7 +159,7 @@ void PositionPage::reload() {
             for (int r = 0; r < list->count(); ++r) list->setTicked(r, members[list->lineData(r)]);
             enableSwitch(i);
         }
-        if (QAbstractButton* b = tolerance_->button(get_GuoLvTiaoJian(3901))) b->setChecked(true);
+        if (QAbstractButton* b = tolerance_->button(get_GuoLvTiaoJian(kToleranceId))) b->setChecked(true);
         const auto previous = shangQiDanShuang();
         for (int p = 1; p <= 7; ++p) patternCombo(0, p)->setCurrentIndex(previous[p - 1]);
         for (int slot = 1; slot <= 5; ++slot) {

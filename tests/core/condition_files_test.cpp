@@ -116,7 +116,7 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     cut.write(bytes);
     cut.close();
     import_TiaoJian(exportPath());
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1284);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1289);
 }
 
 TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {
@@ -136,8 +136,19 @@ TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {
             ->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171 AND ID<=1190"));
     }
     store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=170 WHERE 条件名称='和值'"));
+    // A user's file from before the hidden buttons 34..38 had rows: sets travel row by row, so
+    // without the upgrade every value behind them would land five rows early.
+    const QString user = QStringLiteral("张三");
+    makeSet(1);
+    ASSERT_TRUE(save_ChengYuanWenJian(user));
+    Store::open(userFilePath(user))->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=34 AND ID<=38"));
+    store_Execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=34 AND ID<=38"));
+    makeSet(0);
     ASSERT_TRUE(upgrade_TiaoJian());
     ASSERT_TRUE(upgrade_TiaoJian());
+    ASSERT_TRUE(load_ChengYuanWenJian(user));
+    expectSet(1);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=34 and ID<=38")), 5);
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190")),
               20);
     EXPECT_EQ(Store::open(templatePath())

@@ -75,11 +75,10 @@ TEST_F(FilterRunTest, LoaderIndexing) {
     // Rows missing from a range do not leave gaps: the index counts rows, not IDs.
     a.fill(-7);
     set_GuoLvTiaoJian(101, 2);
-    load_GuoLvFanWei(33, 101);  // rows 33, 39 and 101 exist
-    EXPECT_EQ(a[3], 0);
-    EXPECT_EQ(a[4], 0);
-    EXPECT_EQ(a[5], 2);
-    EXPECT_EQ(a[6], -7);
+    load_GuoLvFanWei(39, 101);  // rows 39 and 101 exist
+    EXPECT_EQ(a[9], 0);
+    EXPECT_EQ(a[10], 2);
+    EXPECT_EQ(a[11], -7);
 }
 
 TEST_F(FilterRunTest, NoSwitchOnClearsTheMarksAndKeepsEverything) {
@@ -294,20 +293,6 @@ TEST_F(FilterRunTest, ValueOutOfRangeBreaksThePassWithoutDeleting) {
     EXPECT_EQ(rows[0].mark, 1);
     EXPECT_EQ(rows[2].mark, 1);
     EXPECT_EQ(rows[3].mark, 0);
-}
-
-TEST_F(FilterRunTest, StartUpUpgradeOfTheSumRange) {
-    EXPECT_FALSE(upgrade_HeZhiFanWei());
-    store_Execute(
-        QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171"
-                       " AND ID<=1190"));
-    store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=1170 WHERE 条件名称='和值'"));
-    EXPECT_TRUE(upgrade_HeZhiFanWei());
-    EXPECT_EQ(
-        intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190 and VALUE=0")),
-        20);
-    EXPECT_EQ(intScalar(QStringLiteral("select 范围max from 快速设置 where 菜单ID=2 and 条件名称='和值'")),
-              1183);
 }
 
 }  // namespace

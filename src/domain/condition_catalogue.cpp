@@ -99,11 +99,11 @@ const ConditionEntry* conditionOfFilter(const QString& filter, int slot) {
 QList<QPair<int, int>> conditionIdRanges() {
     // The rows that belong to no condition's range.
     QList<QPair<int, int>> ranges{
-        {1, 33},                          // red picks
-        {34, 38},                         // the hidden buttons after the reds, cleared with them
+        {1, 33},   // red picks
+        {34, 38},  // the hidden buttons after the reds, cleared with them
         {kHistoryDisplayModeId, kHistoryDisplayModeId},
-        {101, 116},                       // blue picks
-        {1184, 1190},                     // behind 和值's range, never read
+        {101, 116},    // blue picks
+        {1184, 1190},  // behind 和值's range, never read
         {kShrinkTypeId, kToleranceId},
     };
     for (const ConditionEntry& c : kCatalogue)

@@ -36,11 +36,11 @@ inline constexpr int kNoSlot = -1;
 inline constexpr int kSmartSwitch = 45;
 
 struct ConditionEntry {
-    int switchNo;      // 条件 of 过滤条件使用情况 (0: a switch of its own kind)
-    int switchCount;   // switches from switchNo (号码定位 has seven)
-    int minId, maxId;  // rows of 过滤条件 the filter and the page read (none when maxId < minId)
-    int tab;           // page of the condition pages (TabStrip_TiaoJian, 1-based); 0 for none
-    const char16_t* name;         // 条件名称 of 快速设置, and the caption "使用“name”过滤"
+    int switchNo;          // 条件 of 过滤条件使用情况 (0: a switch of its own kind)
+    int switchCount;       // switches from switchNo (号码定位 has seven)
+    int minId, maxId;      // rows of 过滤条件 the filter and the page read (none when maxId < minId)
+    int tab;               // page of the condition pages (TabStrip_TiaoJian, 1-based); 0 for none
+    const char16_t* name;  // 条件名称 of 快速设置, and the caption "使用“name”过滤"
     const char16_t* captionName;  // the caption's name where it differs from `name`
     const char16_t* lineName;     // text before "=" of a numbered line
     LineKind lines;
@@ -55,8 +55,8 @@ struct ConditionEntry {
     bool quick;                // offered by the quick settings (菜单ID is the tab)
 
     bool hasRows() const { return maxId >= minId; }
-    QString caption() const;     // 使用“和值”过滤
-    QString quickName() const;   // 和值
+    QString caption() const;    // 使用“和值”过滤
+    QString quickName() const;  // 和值
 };
 
 // Every entry, in the order of its switch number.

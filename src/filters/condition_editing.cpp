@@ -28,7 +28,8 @@ QString conditionSummary(int tab) {
     const ConditionEntry* condition = listConditionOf(tab);
     if (!condition) return {};
     if (condition->report == ReportKind::Runs)
-        return to_QuanJiao(rangeRuns(condition->minId, condition->maxId, condition->minId, QStringLiteral(" , ")));
+        return to_QuanJiao(
+            rangeRuns(condition->minId, condition->maxId, condition->minId, QStringLiteral(" , ")));
     const QList<ConditionList> lists = conditionLists(tab);
     const ConditionList& list = lists[0];
     const int first = list.lines.first().id;

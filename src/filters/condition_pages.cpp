@@ -235,8 +235,9 @@ QString make_BaoGao() {
     for (int i = 1; i <= 7; ++i) {
         const QString label =
             QStringLiteral(" 第 ") + to_QuanJiao(i) + QStringLiteral(" 位允许开出的号码： ");
-        line(label + (on(positions->switchNo + i - 1) ? numbersText(groupMembers(QStringLiteral("第%1位").arg(i)))
-                                                      : kUnused));
+        line(label + (on(positions->switchNo + i - 1)
+                          ? numbersText(groupMembers(QStringLiteral("第%1位").arg(i)))
+                          : kUnused));
     }
     line(QStringLiteral(" 定位过滤容错条件个数： ") + to_QuanJiao(get_GuoLvTiaoJian(kToleranceId)));
     line(kSeparator);
@@ -245,8 +246,9 @@ QString make_BaoGao() {
     std::vector<const ConditionEntry*> blocks;
     for (const ConditionEntry& c : conditionCatalogue())
         if (c.reportOrder > 0) blocks.push_back(&c);
-    std::sort(blocks.begin(), blocks.end(),
-              [](const ConditionEntry* a, const ConditionEntry* b) { return a->reportOrder < b->reportOrder; });
+    std::sort(blocks.begin(), blocks.end(), [](const ConditionEntry* a, const ConditionEntry* b) {
+        return a->reportOrder < b->reportOrder;
+    });
     for (const ConditionEntry* c : blocks)
         line(QString::fromUtf16(c->reportLabel) + (on(c->switchNo) ? blockText(*c) : kUnused));
     line(kSeparator);
@@ -286,7 +288,7 @@ QString make_BaoGao() {
     // Shrink.
     line(QStringLiteral(" 缩 水 类 型： ") + shrinkTypeCaption(get_GuoLvTiaoJian(kShrinkTypeId)));
     line(on(kSmartSwitch) ? QStringLiteral(" 缩水智能优化： ★☆★☆★ 使 用 ★☆★☆★")
-                : QStringLiteral(" 缩水智能优化： 未 使 用"));
+                          : QStringLiteral(" 缩水智能优化： 未 使 用"));
     return text;
 }
 

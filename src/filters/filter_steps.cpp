@@ -30,7 +30,8 @@ void attachSwitches(FilterDef& d, const ConditionEntry& c) {
         const int first = c.switchNo, last = c.switchNo + c.switchCount - 1;
         d.switchedOn = [first, last] {
             auto s = store_Query(
-                QStringLiteral("select 使用情况 from 过滤条件使用情况 where 条件>=%1 and 条件<=%2 order by 条件 asc")
+                QStringLiteral(
+                    "select 使用情况 from 过滤条件使用情况 where 条件>=%1 and 条件<=%2 order by 条件 asc")
                     .arg(first)
                     .arg(last));
             for (; !s->eof(); s->moveNext())

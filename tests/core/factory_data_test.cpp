@@ -108,7 +108,8 @@ void expectStoreRows(Store& s) {
         1183);
     EXPECT_EQ(column(s, QStringLiteral("select 序号 from 自定义别名 order by 序号")).size(), 20);
     // The quick settings offer their conditions with the catalogue's switch and rows.
-    for (auto q = s.query(QStringLiteral("select 条件编号, 范围min, 范围max, 菜单ID, 条件名称 from 快速设置"));
+    for (auto q =
+             s.query(QStringLiteral("select 条件编号, 范围min, 范围max, 菜单ID, 条件名称 from 快速设置"));
          !q->eof(); q->moveNext()) {
         const QString name = q->value(4).toString();
         bool found = false;
@@ -158,7 +159,6 @@ TEST(ConditionCatalogue, RangesLinesFiltersAndSwitchesFitTogether) {
     EXPECT_EQ(filters, std::count_if(conditionCatalogue().begin(), conditionCatalogue().end(),
                                      [](const ConditionEntry& c) { return c.filter != nullptr; }));
 }
-
 
 TEST_F(FreshStoreTest, FactoryRows) {
     expectStoreRows(db());

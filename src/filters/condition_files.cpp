@@ -186,26 +186,35 @@ ConditionSet readConditionSet(Store& file) {
     return set;
 }
 
-// The pick rows once the set is in: the store's rows with the file's over them. A blue banker
-// there stands alone, and the picks may not yield more tickets than the program makes.
-int blueBankerOf(const ConditionSet& set, std::array<int, 200>& picks) {
-    auto rows = store_Query(QStringLiteral("select ID, VALUE from 过滤条件 where ID>=0 and ID<200"));
+// The pick rows by ID (red n at n, blue n at 100 + n) as they will be once the set is in: the
+// store's rows with the file's over them.
+using PickRows = std::array<int, 100 + kBlueCount + 1>;
+
+PickRows picksAfter(const ConditionSet& set) {
+    PickRows picks{};
+    const int size = int(picks.size());
+    auto rows = store_Query(QStringLiteral("select ID, VALUE from 过滤条件 where ID>=0 and ID<?"), {size});
     for (; !rows->eof(); rows->moveNext()) picks[size_t(rows->intValue(0))] = rows->intValue(1);
-    for (size_t k = 0; k < set.values.size(); ++k)
-        if (set.ids[k] >= 0 && set.ids[k] < int(picks.size())) picks[size_t(set.ids[k])] = set.values[k];
+    for (size_t k = 0; k < set.values.size() && set.ids[k] < size; ++k)
+        if (set.ids[k] >= 0) picks[size_t(set.ids[k])] = set.values[k];
+    return picks;
+}
+
+// The ID of the first blue banker, or 0. It stands alone: the other blue rows are cleared with it.
+int blueBankerIn(const PickRows& picks) {
     for (int n = 1; n <= kBlueCount; ++n)
         if (picks[size_t(100 + n)] == 2) return 100 + n;
     return 0;
 }
 
-void checkTicketLimit(const std::array<int, 200>& picks, int blueBanker) {
+void checkTicketLimit(const PickRows& picks, bool blueBanker) {
     int reds = 0, bankers = 0, blues = 0;
     for (int n = 1; n <= kRedCount; ++n) {
         reds += picks[size_t(n)] >= 1;
         bankers += picks[size_t(n)] == 2;
     }
     for (int n = 1; n <= kBlueCount; ++n) blues += picks[size_t(100 + n)] >= 1;
-    if (ticketCount(reds, bankers, blues, blueBanker != 0) > kTicketLimit) throw FileFault{true};
+    if (ticketCount(reds, bankers, blues, blueBanker) > kTicketLimit) throw FileFault{true};
 }
 
 void writeConditionSet(const ConditionSet& set, int blueBanker) {
@@ -244,9 +253,9 @@ ReadResult loadConditionFile(const QString& path) {
     try {
         auto file = Store::openReadOnly(path);
         const ConditionSet set = readConditionSet(*file);
-        std::array<int, 200> picks{};
-        const int blueBanker = blueBankerOf(set, picks);
-        checkTicketLimit(picks, blueBanker);
+        const PickRows picks = picksAfter(set);
+        const int blueBanker = blueBankerIn(picks);
+        checkTicketLimit(picks, blueBanker != 0);
         writeConditionSet(set, blueBanker);
     } catch (const FileFault& fault) {
         return fault.overLimit ? ReadResult::OverLimit : ReadResult::Refused;

@@ -11,6 +11,16 @@ QString to_QuanJiao(const QString& text) {
     return out;
 }
 
-long long roundHalfEven(double value) { return static_cast<long long>(std::nearbyint(value)); }
+long long ticketCount(int reds, int redBankers, int blues, int blueBankers) {
+    if (reds < kRedsPerTicket || redBankers > kRedsPerTicket || blues < 1) return 0;
+    const int free = reds - redBankers, places = kRedsPerTicket - redBankers;
+    long long sixes = 1;
+    for (int i = 1; i <= places; ++i) sixes = sixes * (free - i + 1) / i;  // stays whole: C(free, i)
+    return sixes * (blueBankers > 0 ? 1 : blues);
+}
+
+long long roundHalfEven(double value) {
+    return static_cast<long long>(std::nearbyint(value));
+}
 
 }  // namespace dovrex

@@ -13,6 +13,8 @@ inline constexpr int kRedCount = 33;
 inline constexpr int kBlueCount = 16;
 inline constexpr int kRedsPerTicket = 6;
 inline constexpr int kTicketPrice = 2;  // yuan
+// The most tickets the program makes or takes for one issue, whatever the path.
+inline constexpr int kTicketLimit = 100000;
 // Stands in for an issue when the history has no answer.
 inline constexpr int kFallbackIssue = 2003001;
 // The date used when the history is empty: the day numbered 2003001, a day in the year 7384.
@@ -63,6 +65,11 @@ QString to_QuanJiao(const QString& text);
 inline QString to_QuanJiao(long long number) {
     return to_QuanJiao(QString::number(number));
 }
+
+// Tickets that picks yield: every six of the `reds` picked reds that holds all `redBankers` of
+// them, times the picked blues, or one blue when a blue is a banker (it stands alone). Exact for any
+// picks of the game; 0 when no ticket can be made.
+long long ticketCount(int reds, int redBankers, int blues, int blueBankers);
 
 // Rounds half to even, as every integer taken from a real number is rounded.
 long long roundHalfEven(double value);

@@ -1,10 +1,14 @@
 #include "filters/condition_files.h"
 
+#include <sqlite3.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <array>
+#include <vector>
 
 #include "domain/condition_catalogue.h"
+#include "domain/game.h"
 #include "screen/chosen_file.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
@@ -27,6 +31,240 @@ void copyRows(Store& from, const QString& fromSql, Store& to, const QString& toS
 
 void copyRows(Store& from, Store& to, const QString& sql, int first, int last) {
     copyRows(from, sql, to, sql, first, last);
+}
+
+// ---- Reading a condition file as data ------------------------------------------------------------
+//
+// A file may come from anywhere, so it is read read-only and immutable (see Store::openReadOnly),
+// only from plain tables and plain columns of the expected names, at most as many rows as the
+// store has, and every value must be an integer in its range. The whole set is read and checked
+// before the first row of the store changes.
+
+struct FileFault {
+    bool overLimit = false;  // the picks would yield more tickets than the program makes
+};
+
+// One statement on the file, stepped by hand so that each value's storage class can be checked.
+class FileQuery {
+  public:
+    FileQuery(Store& file, const QString& sql) : db_(file.handle()) {
+        const QByteArray utf8 = sql.toUtf8();
+        if (sqlite3_prepare_v2(db_, utf8.constData(), int(utf8.size()), &stmt_, nullptr) != SQLITE_OK)
+            throw FileFault{};
+    }
+    ~FileQuery() { sqlite3_finalize(stmt_); }
+    FileQuery(const FileQuery&) = delete;
+    FileQuery& operator=(const FileQuery&) = delete;
+
+    FileQuery& bind(int index, const QString& text) {
+        const QByteArray utf8 = text.toUtf8();
+        sqlite3_bind_text(stmt_, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        return *this;
+    }
+    FileQuery& bind(int index, long long value) {
+        sqlite3_bind_int64(stmt_, index, value);
+        return *this;
+    }
+    bool next() {
+        const int rc = sqlite3_step(stmt_);
+        if (rc == SQLITE_ROW) return true;
+        if (rc == SQLITE_DONE) return false;
+        throw FileFault{};
+    }
+    QString text(int col) const {
+        return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt_, col)),
+                                 sqlite3_column_bytes(stmt_, col));
+    }
+    // An integer stored as such (not text, a real, a blob or NULL) within [low, high].
+    int checkedInt(int col, long long low, long long high) const {
+        if (sqlite3_column_type(stmt_, col) != SQLITE_INTEGER) throw FileFault{};
+        const long long v = sqlite3_column_int64(stmt_, col);
+        if (v < low || v > high) throw FileFault{};
+        return int(v);
+    }
+
+  private:
+    sqlite3* db_;
+    sqlite3_stmt* stmt_ = nullptr;
+};
+
+QString quoted(const QString& name) {
+    return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+// The table must be an ordinary table (not a view, a virtual table or anything else) whose named
+// columns are ordinary stored columns (not generated ones, which compute on reading).
+void requirePlainTable(Store& file, const QString& table, const QStringList& columns) {
+    FileQuery kind(file, QStringLiteral("SELECT type, sql FROM sqlite_master WHERE name=?1 COLLATE NOCASE"));
+    kind.bind(1, table);
+    if (!kind.next() || kind.text(0) != u"table" ||
+        kind.text(1).simplified().startsWith(QStringLiteral("CREATE VIRTUAL"), Qt::CaseInsensitive))
+        throw FileFault{};
+    QStringList plain;
+    FileQuery info(file, QStringLiteral("SELECT name, hidden FROM pragma_table_xinfo(?1)"));
+    info.bind(1, table);
+    while (info.next())
+        if (info.checkedInt(1, 0, 3) == 0) plain << info.text(0).toLower();
+    for (const QString& c : columns)
+        if (!plain.contains(c.toLower())) throw FileFault{};
+}
+
+// The store's keys of a condition table in the order rows are matched.
+std::vector<long long> storeKeys(const QString& sql) {
+    std::vector<long long> keys;
+    auto c = store_Query(sql);
+    for (; !c->eof(); c->moveNext()) keys.push_back(c->value(0).toLongLong());
+    return keys;
+}
+
+// Value ranges. Pick rows hold 0 none, 1 drag, 2 banker; the other condition rows hold switches,
+// tolerances and list indices; 最小值 and 最大值 of the history match are issues (yyyyNNN) and its
+// 匹配值 a count of the seven balls.
+constexpr int kPickValueMax = 2;
+constexpr int kConditionValueMax = 99;
+constexpr int kIssueMax = 9999999;
+
+bool isPickRow(long long id) {
+    return (id >= 1 && id <= 38) || (id > 100 && id <= 100 + kBlueCount);
+}
+
+// A condition set read from a file, checked, in the store's row order.
+struct ConditionSet {
+    std::vector<long long> ids, conditions, numbers, historyRows;  // the store's keys
+    std::vector<int> values, switches;
+    QStringList traitColumns;
+    std::vector<std::vector<int>> traits, history;
+};
+
+ConditionSet readConditionSet(Store& file) {
+    static const QStringList kHistoryColumns{QStringLiteral("使用状态"), QStringLiteral("最小值"),
+                                             QStringLiteral("最大值"), QStringLiteral("匹配值")};
+    ConditionSet set;
+    set.ids = storeKeys(QStringLiteral("select ID from 过滤条件 order by ID asc"));
+    set.conditions = storeKeys(QStringLiteral("select 条件 from 过滤条件使用情况 order by 条件 asc"));
+    set.numbers = storeKeys(QStringLiteral("select 号码 from 号码特性 order by 号码 asc"));
+    set.historyRows = storeKeys(QStringLiteral("select rowid from 历史数据过滤 order by rowid"));
+    set.traitColumns = store().columnNames(QStringLiteral("号码特性")).mid(2);
+
+    requirePlainTable(file, QStringLiteral("过滤条件"), {QStringLiteral("ID"), QStringLiteral("VALUE")});
+    requirePlainTable(file, QStringLiteral("过滤条件使用情况"),
+                      {QStringLiteral("条件"), QStringLiteral("使用情况")});
+    requirePlainTable(file, QStringLiteral("号码特性"),
+                      QStringList{QStringLiteral("号码")} + set.traitColumns);
+    requirePlainTable(file, QStringLiteral("历史数据过滤"), kHistoryColumns);
+
+    {
+        FileQuery q(file, QStringLiteral("SELECT VALUE FROM 过滤条件 ORDER BY ID LIMIT ?1"));
+        q.bind(1, (long long)set.ids.size());
+        while (q.next()) {
+            const long long id = set.ids[set.values.size()];
+            set.values.push_back(q.checkedInt(0, 0, isPickRow(id) ? kPickValueMax : kConditionValueMax));
+        }
+    }
+    {
+        FileQuery q(file, QStringLiteral("SELECT 使用情况 FROM 过滤条件使用情况 ORDER BY 条件 LIMIT ?1"));
+        q.bind(1, (long long)set.conditions.size());
+        while (q.next()) set.switches.push_back(q.checkedInt(0, 0, 1));
+    }
+    {
+        QStringList columns;
+        for (const QString& c : set.traitColumns) columns << quoted(c);
+        FileQuery q(file,
+                    QStringLiteral("SELECT %1 FROM 号码特性 ORDER BY 号码 LIMIT ?1").arg(columns.join(u',')));
+        q.bind(1, (long long)set.numbers.size());
+        while (q.next()) {
+            std::vector<int> row;
+            for (int col = 0; col < columns.size(); ++col) row.push_back(q.checkedInt(col, 0, 1));
+            set.traits.push_back(std::move(row));
+        }
+    }
+    {
+        FileQuery q(file, QStringLiteral("SELECT 使用状态,最小值,最大值,匹配值 FROM 历史数据过滤 LIMIT ?1"));
+        q.bind(1, (long long)set.historyRows.size());
+        while (q.next())
+            set.history.push_back({q.checkedInt(0, 0, 1), q.checkedInt(1, 0, kIssueMax),
+                                   q.checkedInt(2, 0, kIssueMax), q.checkedInt(3, 0, 7)});
+    }
+    return set;
+}
+
+// The pick rows by ID (red n at n, blue n at 100 + n) as they will be once the set is in: the
+// store's rows with the file's over them.
+using PickRows = std::array<int, 100 + kBlueCount + 1>;
+
+PickRows picksAfter(const ConditionSet& set) {
+    PickRows picks{};
+    const int size = int(picks.size());
+    auto rows = store_Query(QStringLiteral("select ID, VALUE from 过滤条件 where ID>=0 and ID<?"), {size});
+    for (; !rows->eof(); rows->moveNext()) picks[size_t(rows->intValue(0))] = rows->intValue(1);
+    for (size_t k = 0; k < set.values.size() && set.ids[k] < size; ++k)
+        if (set.ids[k] >= 0) picks[size_t(set.ids[k])] = set.values[k];
+    return picks;
+}
+
+// The ID of the first blue banker, or 0. It stands alone: the other blue rows are cleared with it.
+int blueBankerIn(const PickRows& picks) {
+    for (int n = 1; n <= kBlueCount; ++n)
+        if (picks[size_t(100 + n)] == 2) return 100 + n;
+    return 0;
+}
+
+void checkTicketLimit(const PickRows& picks, bool blueBanker) {
+    int reds = 0, bankers = 0, blues = 0;
+    for (int n = 1; n <= kRedCount; ++n) {
+        reds += picks[size_t(n)] >= 1;
+        bankers += picks[size_t(n)] == 2;
+    }
+    for (int n = 1; n <= kBlueCount; ++n) blues += picks[size_t(100 + n)] >= 1;
+    if (ticketCount(reds, bankers, blues, blueBanker) > kTicketLimit) throw FileFault{true};
+}
+
+void writeConditionSet(const ConditionSet& set, int blueBanker) {
+    Store& s = store();
+    Transaction tx(s);
+    for (size_t k = 0; k < set.values.size(); ++k)
+        s.execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=?"), {set.values[k], set.ids[k]});
+    if (blueBanker != 0)
+        s.execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID>100 AND ID<=116 AND ID<>?"),
+                  {blueBanker});
+    for (size_t k = 0; k < set.switches.size(); ++k)
+        s.execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=? WHERE 条件=?"),
+                  {set.switches[k], set.conditions[k]});
+    QStringList assignments;
+    for (const QString& c : set.traitColumns) assignments << quoted(c) + QStringLiteral("=?");
+    const QString updateTraits =
+        QStringLiteral("UPDATE 号码特性 SET %1 WHERE 号码=?").arg(assignments.join(u','));
+    for (size_t k = 0; k < set.traits.size(); ++k) {
+        QVariantList params;
+        for (int v : set.traits[k]) params << v;
+        params << set.numbers[k];
+        s.execute(updateTraits, params);
+    }
+    for (size_t k = 0; k < set.history.size(); ++k) {
+        const auto& h = set.history[k];
+        s.execute(
+            QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=?, 最小值=?, 最大值=?, 匹配值=? WHERE rowid=?"),
+            {h[0], h[1], h[2], h[3], set.historyRows[k]});
+    }
+}
+
+enum class ReadResult { Done, Refused, OverLimit };
+
+// The condition set of the file at `path` into the store, all of it or nothing.
+ReadResult loadConditionFile(const QString& path) {
+    try {
+        auto file = Store::openReadOnly(path);
+        const ConditionSet set = readConditionSet(*file);
+        const PickRows picks = picksAfter(set);
+        const int blueBanker = blueBankerIn(picks);
+        checkTicketLimit(picks, blueBanker != 0);
+        writeConditionSet(set, blueBanker);
+    } catch (const FileFault& fault) {
+        return fault.overLimit ? ReadResult::OverLimit : ReadResult::Refused;
+    } catch (const StoreError&) {
+        return ReadResult::Refused;
+    }
+    return ReadResult::Done;
 }
 
 // Compacts a condition file in place through Temp_fuDovrex.mdb in the temporary folder.
@@ -106,10 +344,7 @@ bool load_ChengYuanWenJian(const QString& user) {
         screen().ui_Message(msg::kUserFileBroken, MessageKind::Warning);
         return false;
     }
-    try {
-        auto file = Store::open(path);
-        copy_TiaoJian(*file, store());
-    } catch (const StoreError&) {
+    if (loadConditionFile(path) != ReadResult::Done) {
         screen().ui_Message(msg::kUserFileBroken, MessageKind::Warning);
         return false;
     }
@@ -141,12 +376,9 @@ bool daocu_Click() {
 
 bool import_TiaoJian(const QString& path) {
     if (path.isEmpty() || !checkChosenFile(path)) return false;
-    try {
-        auto file = Store::open(path);
-        copy_TiaoJian(*file, store());
-    } catch (const StoreError&) {
-        screen().ui_Message(msg::kImportFormatError, MessageKind::Warning);
-        screen().ui_RefreshPicks();
+    if (const ReadResult r = loadConditionFile(path); r != ReadResult::Done) {
+        screen().ui_Message(r == ReadResult::OverLimit ? msg::kImportOverLimit : msg::kImportFormatError,
+                            MessageKind::Warning);
         return false;
     }
     screen().ui_Message(msg::kImportDone);

@@ -9,12 +9,16 @@ class Store;
 // A condition set travels between the store and files: the user's file (<name>.udovrex), an
 // exported file (*.dovrex) and the template TJmode.tjmod. All are store files holding the four
 // condition tables 过滤条件, 过滤条件使用情况, 号码特性 and 历史数据过滤, with the same rows in the
-// same order. There is no header and no check: a copy goes row by row and ends where the source ends.
+// same order. A copy goes row by row and ends where the source ends. A file read into the store is
+// data from outside: it is checked whole (tables, columns, every value's type and range, the
+// tickets its picks yield) and either taken whole or refused with the store unchanged.
 
 namespace msg {
 inline const QString kTemplateMissing = QStringLiteral("数据模板文件丢失无法导出，请重新安装！");
 inline const QString kUserFileBroken = QStringLiteral("用户文件丢失或损坏,无法打开！");
 inline const QString kImportFormatError = QStringLiteral("文件格式错误无法导入数据！");
+inline const QString kImportOverLimit =
+    QStringLiteral("文件中所选号码的组合超过 １０００００ 注，超出了本程序的限制，无法导入！");
 inline const QString kImportDone = QStringLiteral("导入完成！");
 inline const QString kExportDone = QStringLiteral("导出完成！");
 inline const QString kOverwriteFile = QStringLiteral("要覆盖这个文件吗？");
@@ -31,7 +35,7 @@ void copy_TiaoJian(Store& from, Store& to);
 // The shared store's set into the user's file (nothing for the guest). False when the template
 // is missing (the message is shown).
 bool save_ChengYuanWenJian(const QString& user);
-// The user's file into the shared store. False when it is missing or unreadable (message shown).
+// The user's file into the shared store. False when it is missing or refused (message shown).
 bool load_ChengYuanWenJian(const QString& user);
 
 // Export of the set to a file the user picks; import from one; restore of the factory defaults.
@@ -41,7 +45,7 @@ bool daoru_Click();
 bool huanyuan_Click();
 
 // The same without dialogs, for scripts and tests: export to `path` (asking before overwriting),
-// import from `path`.
+// import from `path` (a refused file changes nothing).
 bool export_TiaoJian(const QString& path);
 bool import_TiaoJian(const QString& path);
 

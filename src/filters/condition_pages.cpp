@@ -1,6 +1,7 @@
 #include "filters/condition_pages.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <functional>
 
 #include "domain/condition_catalogue.h"
@@ -330,6 +331,17 @@ bool apply_KuaiSu(const QHash<int, QString>& texts) {
                 return false;
             }
         }
+        // A number too large to hold is refused rather than read as 0.
+        static const QRegularExpression kDigits(QStringLiteral("[0-9]+"));
+        for (auto m = kDigits.globalMatch(t); m.hasNext();) {
+            bool fits = false;
+            m.next().captured().toInt(&fits);
+            if (!fits) {
+                screen().ui_Message(QStringLiteral("你设置的[") + name + msg::kQuickNumberTooLarge,
+                                    MessageKind::Warning);
+                return false;
+            }
+        }
     }
     // Second pass: each range rewritten from its text.
     Transaction tx(store());
@@ -346,13 +358,16 @@ bool apply_KuaiSu(const QHash<int, QString>& texts) {
             piece.remove(u'[').remove(u']');
             if (piece.isEmpty()) continue;
             const int dash = piece.indexOf(u'-');
+            // In 64 bits: the offset may be near the largest int.
             if (dash < 0) {
-                const int id = min + qAbs(piece.toInt());
-                if (id <= max) set_GuoLvTiaoJian(id, 1);
+                const long long id = min + qAbs(piece.toLongLong());
+                if (id <= max) set_GuoLvTiaoJian(int(id), 1);
             } else {
-                const int a = qAbs(piece.left(dash).toInt()), b = qAbs(piece.mid(dash + 1).toInt());
+                const long long a = qAbs(piece.left(dash).toLongLong());
+                const long long b = qAbs(piece.mid(dash + 1).toLongLong());
                 if (min + a > max) continue;
-                for (int id = min + a; id <= std::min(min + b, max); ++id) set_GuoLvTiaoJian(id, 1);
+                for (long long id = min + a; id <= std::min<long long>(min + b, max); ++id)
+                    set_GuoLvTiaoJian(int(id), 1);
             }
         }
     }

@@ -60,4 +60,10 @@ QString make_BaoGao();
 QString text_KuaiSuFanWei(int no);
 bool apply_KuaiSu(const QHash<int, QString>& texts);
 
+namespace msg {
+// Follows "你设置的[" and the condition's name.
+inline const QString kQuickNumberTooLarge =
+    QStringLiteral("的范围包含过大的数字！(每个数字最大为２１４７４８３６４７，如：[1-5]或者[5]是合法的)");
+}
+
 }  // namespace dovrex

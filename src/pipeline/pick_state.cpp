@@ -53,6 +53,14 @@ void syncBlueEnabled(const std::array<int, kBlueBase + kBlueCount + 1>& values) 
     enableBlue(banker);
 }
 
+// Writes back the blue rows as they were before a refused click.
+void restoreBlues(const std::array<int, kBlueBase + kBlueCount + 1>& before) {
+    const auto now = pick_Values();
+    for (int id = kBlueBase + 1; id <= kBlueBase + kBlueCount; ++id)
+        if (now[size_t(id)] != before[size_t(id)]) set_GuoLvTiaoJian(id, before[size_t(id)]);
+    syncBlueEnabled(before);
+}
+
 bool isPickButton(int index) {
     return (index >= 1 && index <= kRedCount) || (index > kBlueBase && index <= kBlueBase + kBlueCount);
 }
@@ -70,10 +78,10 @@ void cmm_C7_Click(int index) {
     const int mode = blue ? st.blueMode : st.redMode;
     ui.ui_Set(QStringLiteral("List_TongJiLeiXing"), QStringLiteral("currentIndex"), blue ? 1 : 0);
 
+    const auto before = pick_Values();
     int value = old;
     if (old != kPickNone && old == mode) {
         value = kPickNone;
-        if (index > kBlueBase) enableBlue(0);
     } else if (old != kPickNone) {
         const QString question = mode == kPickDrag
                                      ? QStringLiteral("号码：") + to_QuanJiao(twoDigits(index)) +
@@ -82,14 +90,15 @@ void cmm_C7_Click(int index) {
                                            QStringLiteral("之前已经被设为拖码，现在要把它改为胆码吗？");
         if (ui.ui_Confirm(question)) value = mode;
     } else {
-        if (index > kBlueBase && mode == kPickBanker) {
-            // One blue banker excludes every other blue number.
-            reset_LanQiu();
-            enableBlue(index);
-        }
         value = mode;
     }
-    if (value != old) set_GuoLvTiaoJian(index, value);
+    if (value != old) {
+        // A blue banker is the only blue: the other blue picks go, whether the banker is new or
+        // a drag turned into one.
+        if (blue && value == kPickBanker) reset_LanQiu();
+        set_GuoLvTiaoJian(index, value);
+    }
+    if (blue) syncBlueEnabled(pick_Values());
     show_XuanHaoTongJi();
 
     QString refusal;
@@ -101,8 +110,10 @@ void cmm_C7_Click(int index) {
         refusal = msg::kTicketLimit;
     if (!refusal.isEmpty()) {
         ui.ui_Message(refusal);
-        set_GuoLvTiaoJian(index, old);
-        if (blue) syncBlueEnabled(pick_Values());
+        if (blue)
+            restoreBlues(before);
+        else
+            set_GuoLvTiaoJian(index, old);
     }
     ui.ui_RefreshPicks();
     show_XuanHaoTongJi();
@@ -176,6 +187,7 @@ bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton) 
         set_GuoLvTiaoJian(id, value);
         show_XuanHaoTongJi();
     };
+    const auto picksBefore = pick_Values();
     const QString star = QStringLiteral("*"), plus = QStringLiteral("+");
     QString after;
     if (!before.isEmpty())
@@ -191,14 +203,24 @@ bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton) 
     } else if (after == plus && column > kRedCount && count_LanDan() > 0) {
         write(star, kPickDrag);
         screen().ui_Message(msg::kGridBlueBanker);
+    } else if (after == star && column > kRedCount && count_LanDan() > 0) {
+        // A blue banker set on the buttons would stand beside this drag; this view keeps no blue
+        // banker, so it becomes a drag too.
+        store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID>? AND ID<=? AND VALUE=?"),
+                      {int(kPickDrag), kBlueBase, kBlueBase + kBlueCount, int(kPickBanker)});
+        show_XuanHaoTongJi();
+        screen().ui_Message(msg::kGridBlueBanker);
     }
     if (picks().zhuShu > kTicketLimit) {
         if (before == plus)
             write(plus, kPickBanker);
         else
             write(QString(), kPickNone);
+        if (column > kRedCount) restoreBlues(picksBefore);
+        show_XuanHaoTongJi();
         screen().ui_Message(msg::kTicketLimit);
     }
+    syncBlueEnabled(pick_Values());
     screen().ui_RefreshPicks();
     return true;
 }

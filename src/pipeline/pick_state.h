@@ -13,7 +13,6 @@ namespace dovrex {
 // changes and redraws from the store, from picks() and from the probability analysis' marks
 // (gaiLvBiaoJi) when ui_RefreshPicks() comes.
 
-inline constexpr int kTicketLimit = 100000;
 inline constexpr int kBlueBase = 100;
 
 enum PickValue { kPickNone = 0, kPickDrag = 1, kPickBanker = 2 };

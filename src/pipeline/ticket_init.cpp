@@ -33,6 +33,39 @@ struct Expansion {
     size_t formulaAt = 0;
 };
 
+// What the expansion takes from the pick rows: the reds (Value 1 or more), the red bankers (2) and
+// the blues. A blue banker is the only blue, whatever other blue rows say.
+struct Picks {
+    bool red[kRedCount + 1] = {};
+    bool banker[kRedCount + 1] = {};
+    int reds = 0;
+    int bankers = 0;
+    std::vector<int> blues;
+    long long tickets = 0;
+};
+
+Picks readPicks() {
+    Picks p;
+    auto& shu = shared().guoLvShuZu;
+    load_GuoLvFanWei(1, kRedCount);
+    for (int n = 1; n <= kRedCount; ++n) {
+        p.red[n] = shu[size_t(n)] >= 1;
+        p.banker[n] = shu[size_t(n)] == 2;
+        p.reds += p.red[n];
+        p.bankers += p.banker[n];
+    }
+    load_GuoLvFanWei(kBlueBase + 1, kBlueBase + kBlueCount);
+    for (int n = 1; n <= kBlueCount; ++n) {
+        if (shu[size_t(n)] == 2) {
+            p.blues.assign(1, n);
+            break;
+        }
+        if (shu[size_t(n)] >= 1) p.blues.push_back(n);
+    }
+    p.tickets = ticketCount(p.reds, p.bankers, int(p.blues.size()), 0);
+    return p;
+}
+
 // The Stop flag is down again when the step ends, on every way out.
 struct LowerStopFlag {
     ~LowerStopFlag() { shared().tingZhi = 0; }
@@ -46,6 +79,13 @@ int init_TouZhu(IssueNumber issue) {
     s.biaoJiQingLing = 0;
     if (issue < 1) return 0;
     if (!check_XuanHao(true)) return 0;
+    // Counted from the rows the loops will walk, not from the pick page: rows written by other
+    // paths (an older store, an imported file) must not slip past the limit.
+    const Picks p = readPicks();
+    if (p.tickets > kTicketLimit) {
+        ui.ui_Message(msg::kTicketLimit);
+        return 0;
+    }
 
     LowerStopFlag lowerStop;
     Expansion x;
@@ -61,24 +101,20 @@ int init_TouZhu(IssueNumber issue) {
             store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
             x.counter = 0;
         }
+        if (x.counter + p.tickets > kTicketLimit) {  // the kept rows count too
+            ui.ui_Message(msg::kTicketLimit);
+            return x.counter;
+        }
 
-        const int bankers = count_HongDan();
-        const int drags = count_HongTuo();
-        x.useFormula = bankers == 0 && drags >= 10 && drags <= 20;
+        const int drags = p.reds - p.bankers;
+        x.useFormula = p.bankers == 0 && drags >= 10 && drags <= 20;
         if (x.useFormula) x.formula = readFormula(drags);
 
-        RunPanel panel(picks().zhuShu);
-        auto& shu = s.guoLvShuZu;
-        bool red[kRedCount + 1] = {}, banker[kRedCount + 1] = {};
-        load_GuoLvFanWei(1, kRedCount);
-        for (int n = 1; n <= kRedCount; ++n) {
-            red[n] = shu[size_t(n)] >= 1;
-            banker[n] = shu[size_t(n)] == 2;
-        }
-        std::vector<int> blues;
-        load_GuoLvFanWei(kBlueBase + 1, kBlueBase + kBlueCount);
-        for (int n = 1; n <= kBlueCount; ++n)
-            if (shu[size_t(n)] >= 1) blues.push_back(n);
+        RunPanel panel(int(p.tickets));
+        const auto& red = p.red;
+        const auto& banker = p.banker;
+        const int bankers = p.bankers;
+        const std::vector<int>& blues = p.blues;
 
         Prepared insert(
             x.useFormula

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 #include <QFile>
 #include <QFileInfo>
+#include <QUrl>
 #include <cmath>
 
 #include "store/jet_sql.h"
@@ -117,6 +118,26 @@ std::unique_ptr<Store> Store::open(const QString& path, bool createIfMissing) {
     store->execute(QStringLiteral("PRAGMA journal_mode=MEMORY"));
     store->execute(QStringLiteral("PRAGMA temp_store=MEMORY"));
     // Fails here, rather than at the first query, when the file is not a store at all.
+    store->scalar(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    return store;
+}
+
+std::unique_ptr<Store> Store::openReadOnly(const QString& path) {
+    if (!QFileInfo(path).isFile()) throw StoreError(QStringLiteral("no store at ") + path);
+    std::unique_ptr<Store> store(new Store);
+    store->path_ = path;
+    const QByteArray uri =
+        QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()).toEncoded() + "?mode=ro&immutable=1";
+    if (sqlite3_open_v2(uri.constData(), &store->db_, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) !=
+        SQLITE_OK) {
+        const QString msg =
+            store->db_ ? QString::fromUtf8(sqlite3_errmsg(store->db_)) : QStringLiteral("open");
+        throw StoreError(msg + QStringLiteral(" [") + path + u']');
+    }
+    // Functions named in the file's schema never run, and no single value may be large.
+    sqlite3_db_config(store->db_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(store->db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_limit(store->db_, SQLITE_LIMIT_LENGTH, 1 << 20);
     store->scalar(QStringLiteral("SELECT count(*) FROM sqlite_master"));
     return store;
 }

@@ -28,6 +28,10 @@ class Store {
   public:
     // store_Open: opens read-write; throws StoreError when the file is not a store.
     static std::unique_ptr<Store> open(const QString& path, bool createIfMissing = false);
+    // A file read as data only: read-only and immutable, so that reading never writes it (not even
+    // a journal or a checkpoint of a file in WAL mode), with a trusted-schema guard and a cap on
+    // the size of any value. Throws StoreError when the file is not a store.
+    static std::unique_ptr<Store> openReadOnly(const QString& path);
     ~Store();
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <sys/stat.h>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include "filters/condition_files.h"
 #include "screen/chosen_file.h"
@@ -46,6 +48,29 @@ class ConditionFilesTest : public test::FreshStoreTest {
         EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), v > 0 ? 4 : 6);
     }
     QString exportPath() const { return tempPath(QStringLiteral("set.dovrex")); }
+    // Damages a condition file the way a hand or another program could, below the program's own
+    // store layer.
+    static void alter(const QString& path, const QString& sql) {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &db), SQLITE_OK);
+        char* error = nullptr;
+        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error);
+        EXPECT_EQ(rc, SQLITE_OK) << (error ? error : "");
+        sqlite3_free(error);
+        sqlite3_close(db);
+    }
+    // The exported set 1 with one change, imported over set 0: refused, and the store keeps set 0.
+    void expectRefused(const QString& damage, const QString& message = msg::kImportFormatError) {
+        makeSet(1);
+        ASSERT_TRUE(export_TiaoJian(exportPath()));
+        alter(exportPath(), damage);
+        makeSet(0);
+        ui().clear();
+        EXPECT_FALSE(import_TiaoJian(exportPath())) << damage.toStdString();
+        EXPECT_EQ(ui().messages(), QStringList{message}) << damage.toStdString();
+        expectSet(0);
+        QFile::remove(exportPath());
+    }
 };
 
 TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
@@ -117,6 +142,58 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     cut.close();
     import_TiaoJian(exportPath());
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1289);
+}
+
+TEST_F(ConditionFilesTest, AnyValueOfTheWrongTypeOrRangeRefusesTheWholeFile) {
+    // The bad value sits behind the good ones, so a row-by-row copy would have taken those.
+    for (const char* bad : {"'abc'", "NULL", "x'01'", "1e308", "2.5", "-1", "100", "4294967297"})
+        expectRefused(QStringLiteral("UPDATE 过滤条件 SET VALUE=%1 WHERE ID=5079").arg(QLatin1String(bad)));
+    expectRefused(QStringLiteral("UPDATE 过滤条件 SET VALUE=3 WHERE ID=7"));  // picks are 0, 1 or 2
+    expectRefused(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=2 WHERE 条件=76"));
+    expectRefused(QStringLiteral("UPDATE 号码特性 SET 第7位=x'01' WHERE 号码=33"));
+    expectRefused(QStringLiteral("UPDATE 历史数据过滤 SET 匹配值=8"));
+    expectRefused(QStringLiteral("UPDATE 历史数据过滤 SET 最大值=20081189"));
+}
+
+TEST_F(ConditionFilesTest, OnlyPlainTablesAndColumnsAreRead) {
+    // A view that would run for minutes and take gigabytes if it were ever read.
+    expectRefused(QStringLiteral(
+        "DROP TABLE 过滤条件; CREATE VIEW 过滤条件 AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL "
+        "SELECT x + 1 FROM n) SELECT x AS ID, 0 AS VALUE FROM n ORDER BY x DESC"));
+    // A column computed on reading.
+    expectRefused(
+        QStringLiteral("DROP TABLE 历史数据过滤; CREATE TABLE 历史数据过滤 (使用状态 INTEGER, "
+                       "最小值 INTEGER, 最大值 INTEGER, 匹配值 INTEGER AS (length(zeroblob(100000000))))"));
+    expectRefused(QStringLiteral("ALTER TABLE 过滤条件使用情况 RENAME COLUMN 使用情况 TO other"));
+}
+
+TEST_F(ConditionFilesTest, ReadingAFileNeverWritesIt) {
+    makeSet(1);
+    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    alter(exportPath(), QStringLiteral("PRAGMA journal_mode=WAL"));
+    const QByteArray before = test::fileBytes(exportPath());
+    makeSet(0);
+    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    expectSet(1);
+    EXPECT_EQ(test::fileBytes(exportPath()), before);
+    EXPECT_FALSE(QFileInfo::exists(exportPath() + QStringLiteral("-wal")));
+    EXPECT_FALSE(QFileInfo::exists(exportPath() + QStringLiteral("-shm")));
+}
+
+TEST_F(ConditionFilesTest, PicksOverTheLimitAreRefusedAndABlueBankerStandsAlone) {
+    expectRefused(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID<=33 OR ID BETWEEN 101 AND 116"),
+                  msg::kImportOverLimit);
+
+    // A banker beside blue drags, as an older file may hold: the banker alone comes in.
+    makeSet(1);
+    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    alter(exportPath(), QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID BETWEEN 101 AND 116; "
+                                       "UPDATE 过滤条件 SET VALUE=2 WHERE ID=105"));
+    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    EXPECT_EQ(
+        test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>100 and ID<=116 and VALUE>0")),
+        1);
+    EXPECT_EQ(value(105), 2);
 }
 
 TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {

@@ -162,6 +162,16 @@ TEST_F(ConditionPagesTest, QuickSettingsWriteRangesFromText) {
         QStringLiteral(
             "你设置的[跨度的范围包含非法字符！(只允许‘0123456789[]-’中的字符，如：[1-5]或者[5]是合法的)"));
     EXPECT_EQ(text_KuaiSuFanWei(ac), QStringLiteral("[28-30]"));  // a refused submit writes nothing
+
+    // A number too large to hold is refused, not read as 0; the largest that fits is only cut.
+    texts[span] = QStringLiteral("[99999999999]");
+    EXPECT_FALSE(apply_KuaiSu(texts));
+    EXPECT_EQ(ui().messages().last(), QStringLiteral("你设置的[跨度") + msg::kQuickNumberTooLarge);
+    EXPECT_EQ(text_KuaiSuFanWei(ac), QStringLiteral("[28-30]"));
+    texts[span] = QStringLiteral("[2147483647][1-2147483647]");
+    ASSERT_TRUE(apply_KuaiSu(texts));
+    EXPECT_EQ(get_GuoLvTiaoJian(3300), 0);
+    EXPECT_EQ(get_GuoLvTiaoJian(3301), 1);
 }
 
 }  // namespace

@@ -127,6 +127,33 @@ TEST_F(InitTest, NothingToExpand) {
     EXPECT_EQ(shared().biaoJiQingLing, 0);
 }
 
+TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
+    store_Execute(QStringLiteral("INSERT INTO 日志表 (ID, 期号, 序号) VALUES (1, 2008117, 1)"));
+    // Rows no click would leave: every number picked (17,721,088 tickets). Refused before any
+    // row changes, with the limit's message.
+    pickDrags(kRedCount, kBlueCount);
+    EXPECT_EQ(init_TouZhu(kIssue), 0);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kTicketLimit});
+    EXPECT_EQ(tickets().size(), 1u);
+
+    // A blue banker beside 15 blue drags: the banker is the only blue, as the count says.
+    pickRange(1, kRedCount, kPickNone);
+    pickDrags(20, kBlueCount);
+    set_GuoLvTiaoJian(102, kPickBanker);
+    show_XuanHaoTongJi();
+    EXPECT_EQ(init_TouZhu(kIssue), picks().zhuShu);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 蓝球<>2")), 0);
+    EXPECT_EQ(tickets().size(), 38760u);
+
+    // Rows kept at the question count towards the limit: 38,760 kept and 77,520 more is too many.
+    pickRange(101, 100 + kBlueCount, kPickNone);
+    pickDrags(20, 2);
+    ui().answerConfirm(false);
+    EXPECT_EQ(init_TouZhu(kIssue), 38760);
+    EXPECT_EQ(ui().messages().last(), msg::kTicketLimit);
+    EXPECT_EQ(tickets().size(), 38760u);
+}
+
 TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
     EXPECT_EQ(read_QiHao(QStringLiteral("2008118abc")), 2008118);
     EXPECT_EQ(read_QiHao(QStringLiteral("  2008118  ")), 2008118);

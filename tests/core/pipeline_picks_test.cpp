@@ -116,6 +116,20 @@ TEST_F(PicksTest, OneBlueBankerExcludesTheOthers) {
     cmm_C7_Click(109);
     EXPECT_EQ(count_LanDan(), 0);
     for (int n = 1; n <= kBlueCount; ++n) EXPECT_TRUE(picks().blueEnabled[size_t(n)]) << n;
+
+    // A drag turned into a banker clears the other blues too, and turned back frees the buttons.
+    tabStrip_HouQu_Click(1);
+    for (int n = 101; n <= 103; ++n) cmm_C7_Click(n);
+    tabStrip_HouQu_Click(2);
+    ui().answerConfirm(true);
+    cmm_C7_Click(102);
+    EXPECT_EQ(count_LanDan(), 1);
+    EXPECT_EQ(count_LanTuo(), 0);
+    for (int n = 1; n <= kBlueCount; ++n) EXPECT_EQ(picks().blueEnabled[size_t(n)], n == 2) << n;
+    tabStrip_HouQu_Click(1);
+    cmm_C7_Click(102);
+    EXPECT_EQ(count_LanTuo(), 1);
+    for (int n = 1; n <= kBlueCount; ++n) EXPECT_TRUE(picks().blueEnabled[size_t(n)]) << n;
 }
 
 TEST_F(PicksTest, TicketLimit) {
@@ -196,6 +210,16 @@ TEST_F(PicksTest, PickingInTheDistributionGrid) {
     EXPECT_EQ(cell(35), QStringLiteral("*"));
     EXPECT_EQ(get_GuoLvTiaoJian(102), kPickDrag);
     EXPECT_EQ(ui().messages().last(), msg::kGridBlueBanker);
+
+    // Nor beside a drag picked here: a banker from the buttons becomes a drag too.
+    store_Execute(QStringLiteral("UPDATE 号码分布 SET k35=NULL"));
+    set_GuoLvTiaoJian(102, kPickNone);
+    set_GuoLvTiaoJian(109, kPickBanker);
+    tdbGrid_FenBu_MouseDown(next, 36, true);
+    EXPECT_EQ(get_GuoLvTiaoJian(103), kPickDrag);
+    EXPECT_EQ(get_GuoLvTiaoJian(109), kPickDrag);
+    EXPECT_EQ(count_LanDan(), 0);
+    EXPECT_TRUE(picks().blueEnabled[9] && picks().blueEnabled[3]);
 }
 
 }  // namespace

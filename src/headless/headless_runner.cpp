@@ -351,6 +351,7 @@ bool HeadlessRunner::exit() {
         bool cancel = false;
         saved = flow_->app_Unload(cancel);
         if (cancel) return true;  // the user said no: work goes on
+        if (!saved) screen_.ui_Message(saveMessage(flow_->lastSave()), MessageKind::Error);
     }
     return finishExit(saved);
 }

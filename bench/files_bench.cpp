@@ -2,7 +2,7 @@
 #include <QTemporaryDir>
 
 #include "app/app_flow.h"
-#include "app/shared_state.h"
+#include "screen/shared_state.h"
 #include "bench.h"
 #include "store/pack.h"
 

@@ -1,5 +1,7 @@
 #include "app/app_flow.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #include <QDir>
 #include <QFile>
@@ -36,18 +38,30 @@ AppFlow::AppFlow(AppPaths paths)
 
 AppFlow::~AppFlow() {
     abandon();
+    if (lockFd_ >= 0) ::close(lockFd_);
 }
 
 StartOutcome AppFlow::acquireInstance() {
+    if (lockFd_ >= 0) return StartOutcome::Ready;
     QDir().mkpath(paths_.programDir);
-    lock_ = std::make_unique<QLockFile>(paths_.lockFile());
-    lock_->setStaleLockTime(0);
-    if (lock_->tryLock(0)) return StartOutcome::Ready;
-    // Only a lock held by a live process means another instance; anything else is a folder that
-    // cannot be written.
-    const bool held = lock_->error() == QLockFile::LockFailedError;
-    lock_.reset();
-    return held ? StartOutcome::AlreadyRunning : StartOutcome::ProgramFolderReadOnly;
+    const QByteArray folder = QFile::encodeName(paths_.programDir);
+    if (::access(folder.constData(), W_OK) != 0) return StartOutcome::ProgramFolderReadOnly;
+    // flock rather than a lock file that names its owner: a killed process can leave no stale or
+    // half-written lock behind, so nothing has to guess whether the owner still lives.
+    const int fd =
+        ::open(QFile::encodeName(paths_.lockFile()).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    if (fd < 0) return StartOutcome::ProgramFolderReadOnly;
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        ::close(fd);
+        return StartOutcome::AlreadyRunning;
+    }
+    // The owner's process id, only for whoever looks at the folder.
+    const QByteArray pid = QByteArray::number(qint64(::getpid())) + '\n';
+    const bool noted =
+        ::ftruncate(fd, 0) == 0 && ::write(fd, pid.constData(), size_t(pid.size())) == pid.size();
+    Q_UNUSED(noted);
+    lockFd_ = fd;
+    return StartOutcome::Ready;
 }
 
 StartOutcome AppFlow::app_Initialize() {

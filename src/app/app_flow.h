@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QList>
-#include <QLockFile>
 #include <QString>
 #include <memory>
 
@@ -116,7 +115,8 @@ class AppFlow {
     bool installPack(const QByteArray& bytes);
 
     AppPaths paths_;
-    std::unique_ptr<QLockFile> lock_;
+    // The open lock file; the system drops its lock when the process ends, however it ends.
+    int lockFd_ = -1;
     std::unique_ptr<Store> store_;
     QList<BallFace> redFaces_, blueFaces_;
     qint64 storeSizeLimit_;

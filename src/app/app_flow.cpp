@@ -1,9 +1,14 @@
 #include "app/app_flow.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+
+#include <chrono>
+#include <limits>
 
 #include "domain/game.h"
 #include "filters/condition_files.h"
@@ -15,24 +20,71 @@
 
 namespace dovrex {
 
-AppFlow::AppFlow(AppPaths paths) : paths_(std::move(paths)), storeSizeLimit_(kStoreSizeLimit) {
+namespace {
+qint64 monotonicMs() {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+               std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+}  // namespace
+
+AppFlow::AppFlow(AppPaths paths)
+    : paths_(std::move(paths)),
+      storeSizeLimit_(kStoreSizeLimit),
+      checkpointIntervalMs_(kCheckpointIntervalMs),
+      packedAtMs_(std::numeric_limits<qint64>::min() / 2) {
     QDir().mkpath(paths_.tempDir);
 }
 
 AppFlow::~AppFlow() {
     abandon();
+    if (lockFd_ >= 0) ::close(lockFd_);
 }
 
-bool AppFlow::acquireInstance() {
-    lock_ = std::make_unique<QLockFile>(paths_.lockFile());
-    lock_->setStaleLockTime(0);
-    if (lock_->tryLock(0)) return true;
-    lock_.reset();
-    return false;
+StartOutcome AppFlow::acquireInstance() {
+    if (lockFd_ >= 0) return StartOutcome::Ready;
+    QDir().mkpath(paths_.programDir);
+    const QByteArray folder = QFile::encodeName(paths_.programDir);
+    if (::access(folder.constData(), W_OK) != 0) return StartOutcome::ProgramFolderReadOnly;
+    // flock rather than a lock file that names its owner: a killed process can leave no stale or
+    // half-written lock behind, so nothing has to guess whether the owner still lives.
+    const int fd =
+        ::open(QFile::encodeName(paths_.lockFile()).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    if (fd < 0) return StartOutcome::ProgramFolderReadOnly;
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        ::close(fd);
+        return StartOutcome::AlreadyRunning;
+    }
+    // The owner's process id, only for whoever looks at the folder.
+    const QByteArray pid = QByteArray::number(qint64(::getpid())) + '\n';
+    const bool noted =
+        ::ftruncate(fd, 0) == 0 && ::write(fd, pid.constData(), size_t(pid.size())) == pid.size();
+    Q_UNUSED(noted);
+    lockFd_ = fd;
+    return StartOutcome::Ready;
 }
 
-bool AppFlow::app_Initialize() {
-    return unpack(paths_.dataPack(), paths_.workStore(), paths_.workAux());
+StartOutcome AppFlow::app_Initialize() {
+    const FileOutcome unpacked = unpackFiles(paths_.dataPack(), paths_.workStore(), paths_.workAux());
+    if (unpacked == FileOutcome::Done) return StartOutcome::Ready;
+    if (unpacked == FileOutcome::WriteFailed) return StartOutcome::TempFolderUnwritable;
+
+    // DataPack is damaged. Bak is unpacked beside the working copy first, so that a no leaves
+    // every file as it was.
+    const QString bakStore = paths_.tempDir + QStringLiteral("/dovrex_bak.dat");
+    const QString bakAux = paths_.tempDir + QStringLiteral("/dovrex_bak.aux");
+    const FileOutcome fromBak = unpackFiles(paths_.bakPack(), bakStore, bakAux);
+    if (fromBak == FileOutcome::WriteFailed) return StartOutcome::TempFolderUnwritable;
+    const bool useBak = fromBak == FileOutcome::Done && screen().ui_Confirm(msg::kOfferBakPack);
+    if (!useBak || !replaceFile(bakAux, paths_.workAux()) || !replaceFile(bakStore, paths_.workStore())) {
+        QFile::remove(bakStore);
+        QFile::remove(bakAux);
+        return StartOutcome::DataPackUnreadable;
+    }
+    // The damaged pack must never become Bak; the good one takes its place at once.
+    QFile bak(paths_.bakPack());
+    packTrusted_ = bak.open(QIODevice::ReadOnly) && writeFileDurably(paths_.dataPack(), bak.readAll());
+    return StartOutcome::Ready;
 }
 
 bool compactWorkStore(const AppPaths& paths, bool keepCopy) {
@@ -40,14 +92,12 @@ bool compactWorkStore(const AppPaths& paths, bool keepCopy) {
     if (!QFileInfo::exists(work)) return false;
     if (keepCopy) {
         QFile::remove(paths.workStoreCopy());
-        QFile::copy(work, paths.workStoreCopy());
+        // A copy cut short by a full disc must not stand in for the store later.
+        if (!QFile::copy(work, paths.workStoreCopy())) QFile::remove(paths.workStoreCopy());
     }
     QFile::remove(paths.compactTarget());
     if (!store_Compact(work, paths.compactTarget())) return false;
-    QFile::remove(work);
-    const bool ok = QFile::copy(paths.compactTarget(), work);
-    QFile::remove(paths.compactTarget());
-    return ok;
+    return replaceFile(paths.compactTarget(), work);
 }
 
 StartOutcome AppFlow::openStore(bool smallScreen) {
@@ -58,8 +108,10 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
     }
     compactWorkStore(paths_, true);
     if (QFileInfo(paths_.workStore()).size() > storeSizeLimit_) {
-        QFile::remove(paths_.dataPack());
-        QFile::copy(paths_.workStoreCopy(), paths_.dataPack());
+        // A plain store file in place of the pack; it replaces the pack in one step like any pack.
+        QFile copy(paths_.workStoreCopy());
+        if (Store::fileIsSound(copy.fileName()) && copy.open(QIODevice::ReadOnly))
+            installPack(copy.readAll());
     }
     try {
         store_ = Store::open(paths_.workStore());
@@ -81,6 +133,7 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
             redFaces_ << face;
             if (n <= kBlueCount) blueFaces_ << face;
         }
+        packedStamp_ = store_->changeStamp();
     } catch (const StoreError&) {
         abandon();
         return StartOutcome::DataPackUnreadable;
@@ -90,8 +143,8 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
 }
 
 StartOutcome AppFlow::start(bool smallScreen) {
-    if (!acquireInstance()) return StartOutcome::AlreadyRunning;
-    if (!app_Initialize()) return StartOutcome::DataPackUnreadable;
+    if (const StartOutcome locked = acquireInstance(); locked != StartOutcome::Ready) return locked;
+    if (const StartOutcome unpacked = app_Initialize(); unpacked != StartOutcome::Ready) return unpacked;
     return openStore(smallScreen);
 }
 
@@ -105,7 +158,25 @@ QString startMessage(StartOutcome outcome) {
             return msg::kWorkingCopiesLost;
         case StartOutcome::BallColorShort:
             return msg::kInitError;
+        case StartOutcome::ProgramFolderReadOnly:
+            return msg::kProgramFolderReadOnly;
+        case StartOutcome::TempFolderUnwritable:
+            return msg::kTempFolderUnwritable;
         case StartOutcome::Ready:
+            break;
+    }
+    return {};
+}
+
+QString saveMessage(SaveOutcome outcome) {
+    switch (outcome) {
+        case SaveOutcome::StoreDamaged:
+            return msg::kPackStoreDamaged;
+        case SaveOutcome::WriteFailed:
+            return msg::kPackWriteFailed;
+        case SaveOutcome::Saved:
+        case SaveOutcome::Unchanged:
+        case SaveOutcome::Busy:
             break;
     }
     return {};
@@ -143,21 +214,58 @@ bool AppFlow::saveAndClose() {
     // In multi-user mode the current user's condition set goes to their file first.
     if (shared().g_UserMode == kMultiUserMode && shared().g_Store && !shared().g_CurrentUser.isEmpty())
         save_ChengYuanWenJian(shared().g_CurrentUser);
+    const bool changed = !store_ || store_->changeStamp() != packedStamp_;
     abandon();
+    lastSave_ = changed ? packWorkStore() : SaveOutcome::Unchanged;
+    return lastSave_ == SaveOutcome::Saved || lastSave_ == SaveOutcome::Unchanged;
+}
+
+SaveOutcome AppFlow::save() {
+    lastSave_ = packWorkStore();
+    return lastSave_;
+}
+
+SaveOutcome AppFlow::checkpoint() {
+    if (!store_ || store_->changeStamp() == packedStamp_ ||
+        monotonicMs() - packedAtMs_ < checkpointIntervalMs_)
+        return SaveOutcome::Unchanged;
     return save();
 }
 
-bool AppFlow::save() {
-    QDir().mkpath(paths_.bakDir());
-    if (!pack(paths_.workStore(), paths_.workAux(), paths_.bakPack())) return false;
-    // The pack is written to the side first, so a failure leaves the last good one whole; the copy
-    // over DataPack replaces it in one step, so there is never a moment without one.
-    QFile bak(paths_.bakPack());
-    if (!bak.open(QIODevice::ReadOnly)) return false;
-    const QByteArray bytes = bak.readAll();
-    QSaveFile target(paths_.dataPack());
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size()) return false;
-    return target.commit();
+SaveOutcome AppFlow::packWorkStore() {
+    if (store_ && store_->inTransaction()) return SaveOutcome::Busy;
+    // The check reads the file itself, not the connection's cache: those bytes are what is packed.
+    if (!Store::fileIsSound(paths_.workStore())) return SaveOutcome::StoreDamaged;
+    QByteArray bytes;
+    if (!packedBytes(paths_.workStore(), paths_.workAux(), bytes)) return SaveOutcome::StoreDamaged;
+    if (!installPack(bytes)) return SaveOutcome::WriteFailed;
+    if (store_) packedStamp_ = store_->changeStamp();
+    packedAtMs_ = monotonicMs();
+    return SaveOutcome::Saved;
+}
+
+bool AppFlow::installPack(const QByteArray& bytes) {
+    const QString staged = paths_.dataPack() + QStringLiteral(".new");
+    if (!writeAndSync(staged, bytes)) return false;
+    // The old pack becomes Bak through a second name (or a copy where links are not allowed), so
+    // that neither name is ever without a whole file.
+    if (packTrusted_ && QFileInfo::exists(paths_.dataPack()) && QDir().mkpath(paths_.bakDir())) {
+        const QString bakStaged = paths_.bakPack() + QStringLiteral(".new");
+        QFile::remove(bakStaged);
+        const bool linked = ::link(QFile::encodeName(paths_.dataPack()).constData(),
+                                   QFile::encodeName(bakStaged).constData()) == 0;
+        if (linked) {
+            replaceFile(bakStaged, paths_.bakPack());
+        } else if (QFile old(paths_.dataPack()); old.open(QIODevice::ReadOnly)) {
+            writeFileDurably(paths_.bakPack(), old.readAll());
+        }
+    }
+    if (!replaceFile(staged, paths_.dataPack())) {
+        QFile::remove(staged);
+        return false;
+    }
+    packTrusted_ = true;
+    return true;
 }
 
 void AppFlow::abandon() {

@@ -113,6 +113,22 @@ bool cmdSave(HeadlessRunner& r, const HeadlessArgs&) {
     return r.save();
 }
 
+bool cmdCheckpoint(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (a.words.isEmpty()) return r.save();
+    int seconds = 0;
+    if (a.words.value(0) != QLatin1String("every") || !a.intAt(r, 1, seconds) || seconds < 0)
+        return r.fail(QStringLiteral("checkpoint [every <seconds>]"));
+    r.setCheckpointInterval(qint64(seconds) * 1000);
+    return true;
+}
+
+bool cmdStoreSizeLimit(HeadlessRunner& r, const HeadlessArgs& a) {
+    int bytes = 0;
+    if (!a.intAt(r, 0, bytes) || bytes < 0) return r.fail(QStringLiteral("store-size-limit <bytes>"));
+    r.setStoreSizeLimit(bytes);
+    return true;
+}
+
 bool cmdExit(HeadlessRunner& r, const HeadlessArgs&) {
     return r.exit();
 }
@@ -138,6 +154,8 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"recalc", "<from> <to>", cmdRecalc},
         {"log", "", cmdLog},
         {"save", "", cmdSave},
+        {"checkpoint", "[every <seconds>]", cmdCheckpoint},
+        {"store-size-limit", "<bytes>", cmdStoreSizeLimit},
         {"exit", "", cmdExit},
         {"help", "", cmdHelp},
         {"draw-add", "<issue> <yyyy/mm/dd> <r1> .. <r6> <blue>", headless_DrawAdd},
@@ -242,6 +260,7 @@ bool HeadlessRunner::runLine(const QString& raw) {
         const bool ok = runCommand(c, args);
         // A close came while the command ran: it has stopped and returned, so the store can go.
         if (screen_.closing) return closeNow();
+        checkpoint();
         return ok;
     }
     return fail(QStringLiteral("unknown command '%1' (help lists them)").arg(name));
@@ -281,13 +300,15 @@ bool HeadlessRunner::openFolder(const QString& programDir, const QString& tempDi
                !QFileInfo(programDir).canonicalFilePath().isEmpty() &&
                QFileInfo(programDir).canonicalFilePath() ==
                    QFileInfo(standard.programDir).canonicalFilePath()) {
-        // The program's own folder: share its temporary folder, so that the instance lock holds.
+        // The program's own folder: share its temporary folder, as a second program would.
         paths = standard;
     } else {
         ownTemp_ = std::make_unique<QTemporaryDir>();
         paths.tempDir = ownTemp_->path();
     }
     flow_ = std::make_unique<AppFlow>(paths);
+    flow_->setCheckpointInterval(checkpointIntervalMs_);
+    if (storeSizeLimit_ >= 0) flow_->setStoreSizeLimit(storeSizeLimit_);
     const StartOutcome outcome = flow_->start();
     if (outcome == StartOutcome::Ready) return true;
     screen_.ui_Message(startMessage(outcome), MessageKind::Error);
@@ -304,8 +325,24 @@ bool HeadlessRunner::openStore(const QString& file) {
 
 bool HeadlessRunner::save() {
     if (!requireStore()) return false;
-    if (flow_ && !flow_->save()) return fail(QStringLiteral("the pack could not be written"));
-    return true;
+    if (!flow_) return true;
+    const QString failure = saveMessage(flow_->save());
+    if (failure.isEmpty()) return true;
+    screen_.ui_Message(failure, MessageKind::Error);
+    return fail(QStringLiteral("the pack could not be written"));
+}
+
+void HeadlessRunner::checkpoint() {
+    // What a command left is packed as the window does when it is idle again; a failed command
+    // keeps what it wrote, so it counts too.
+    if (!flow_ || !shared().g_Store) return;
+    const QString failure = saveMessage(flow_->checkpoint());
+    if (!failure.isEmpty()) screen_.ui_Message(failure, MessageKind::Error);
+}
+
+void HeadlessRunner::setCheckpointInterval(qint64 ms) {
+    checkpointIntervalMs_ = ms;
+    if (flow_) flow_->setCheckpointInterval(ms);
 }
 
 bool HeadlessRunner::exit() {
@@ -314,6 +351,7 @@ bool HeadlessRunner::exit() {
         bool cancel = false;
         saved = flow_->app_Unload(cancel);
         if (cancel) return true;  // the user said no: work goes on
+        if (!saved) screen_.ui_Message(saveMessage(flow_->lastSave()), MessageKind::Error);
     }
     return finishExit(saved);
 }

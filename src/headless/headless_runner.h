@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/app_flow.h"
 #include "pipeline/random_pick.h"
 #include "screen/scripted_screen.h"
 
@@ -70,6 +71,11 @@ class HeadlessRunner {
     bool openStore(const QString& file);
     bool save();
     bool exit();
+    // The checkpoint after each command: packs when the store changed and the interval has passed.
+    void checkpoint();
+    void setCheckpointInterval(qint64 ms);
+    // The size guard's limit for the next open-folder.
+    void setStoreSizeLimit(qint64 bytes) { storeSizeLimit_ = bytes; }
 
   private:
     bool runCommand(const HeadlessCommand& command, const HeadlessArgs& args);
@@ -86,6 +92,8 @@ class HeadlessRunner {
     std::unique_ptr<AppFlow> flow_;
     std::unique_ptr<Store> bareStore_;
     bool finished_ = false;
+    qint64 checkpointIntervalMs_ = kCheckpointIntervalMs;
+    qint64 storeSizeLimit_ = -1;
 };
 
 }  // namespace dovrex

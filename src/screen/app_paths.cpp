@@ -1,6 +1,7 @@
 #include "screen/app_paths.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -30,7 +31,7 @@ QString AppPaths::compactTarget() const {
     return tempDir + QStringLiteral("/Temp_fu.mdb");
 }
 QString AppPaths::lockFile() const {
-    return tempDir + QStringLiteral("/dovrex.lock");
+    return programDir + QStringLiteral("/dovrex.lock");
 }
 QString AppPaths::helpPage() const {
     return programDir + QStringLiteral("/dovrexhelp/dovrexHelp.html");
@@ -40,14 +41,23 @@ AppPaths AppPaths::standard(bool create) {
     AppPaths p;
     p.programDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     if (p.programDir.isEmpty()) p.programDir = QDir::homePath() + QStringLiteral("/.local/share/dovrex");
-    QString user = qEnvironmentVariable("USER");
-    if (user.isEmpty()) user = QStringLiteral("user");
-    p.tempDir = QDir::tempPath() + QStringLiteral("/dovrex-") + user;
+    if (create) QDir().mkpath(p.programDir);
+    p.tempDir = tempDirFor(p.programDir);
     if (create) {
         QDir().mkpath(p.programDir);
         QDir().mkpath(p.tempDir);
     }
     return p;
+}
+
+QString AppPaths::tempDirFor(const QString& programDir) {
+    const QFileInfo info(programDir);
+    const QString canonical = info.canonicalFilePath();
+    const QString key = canonical.isEmpty() ? info.absoluteFilePath() : canonical;
+    const QByteArray hash = QCryptographicHash::hash(key.toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
+    QString user = qEnvironmentVariable("USER");
+    if (user.isEmpty()) user = QStringLiteral("user");
+    return QDir::tempPath() + QStringLiteral("/dovrex-") + user + u'-' + QString::fromLatin1(hash);
 }
 
 QString AppPaths::shippedDataDir() {

@@ -4,8 +4,8 @@
 
 namespace dovrex {
 
-// Where the program's files lie. The program folder holds the lasting pack and the condition
-// files; the temporary folder holds the working copy that every statement runs on.
+// Where the program's files lie. The program folder holds the lasting pack, the condition files and
+// the instance lock; the temporary folder holds the working copy that every statement runs on.
 struct AppPaths {
     QString programDir;
     QString tempDir;
@@ -17,11 +17,14 @@ struct AppPaths {
     QString workAux() const;        // <temp>/dovrex.aux
     QString workStoreCopy() const;  // <temp>/dovrex_copy.dat
     QString compactTarget() const;  // <temp>/Temp_fu.mdb
-    QString lockFile() const;       // <temp>/dovrex.lock
+    QString lockFile() const;       // <program>/dovrex.lock
     QString helpPage() const;       // <program>/dovrexhelp/dovrexHelp.html
 
     // The per-user folders of an installed program, made when `create`.
     static AppPaths standard(bool create = true);
+    // The temporary folder of a program folder: its name holds a hash of the program folder's
+    // path, so two program folders never share a working copy, whoever runs them.
+    static QString tempDirFor(const QString& programDir);
     // The folder with the data shipped beside the executable (build tree or installed share/).
     static QString shippedDataDir();
     // Copies the shipped files into an empty program folder. Existing files are never overwritten.

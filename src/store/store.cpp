@@ -171,6 +171,50 @@ void Store::commit() {
     if (--transactionDepth_ == 0) execute(QStringLiteral("COMMIT"));
 }
 
+namespace {
+qint64 schemaVersion(sqlite3* db) {
+    sqlite3_stmt* stmt = nullptr;
+    qint64 version = 0;
+    if (sqlite3_prepare_v2(db, "PRAGMA schema_version", -1, &stmt, nullptr) == SQLITE_OK &&
+        sqlite3_step(stmt) == SQLITE_ROW)
+        version = sqlite3_column_int64(stmt, 0);
+    sqlite3_finalize(stmt);
+    return version;
+}
+
+bool quickCheckPasses(sqlite3* db) {
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, "PRAGMA quick_check(1)", -1, &stmt, nullptr) != SQLITE_OK) {
+        sqlite3_finalize(stmt);
+        return false;
+    }
+    bool ok = sqlite3_step(stmt) == SQLITE_ROW &&
+              qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)), "ok") == 0;
+    ok = ok && sqlite3_step(stmt) == SQLITE_DONE;
+    sqlite3_finalize(stmt);
+    return ok;
+}
+}  // namespace
+
+qint64 Store::changeStamp() {
+    // Row counts miss a table made or dropped; the schema version catches those.
+    return sqlite3_total_changes64(db_) + (schemaVersion(db_) << 40);
+}
+
+bool Store::quickCheck() {
+    return quickCheckPasses(db_);
+}
+
+bool Store::fileIsSound(const QString& path) {
+    if (!QFileInfo(path).isFile()) return false;
+    sqlite3* db = nullptr;
+    const bool opened =
+        sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK;
+    const bool ok = opened && quickCheckPasses(db);
+    sqlite3_close(db);
+    return ok;
+}
+
 int Store::execute(const QString& sql, const QVariantList& params) {
     const JetSql jet = translateJetSql(sql);
     Statement stmt(db_, jet.sql);

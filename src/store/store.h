@@ -54,6 +54,15 @@ class Store {
     // it did, so there is no rollback: see Transaction.
     void begin();
     void commit();
+    bool inTransaction() const { return transactionDepth_ > 0; }
+
+    // Grows with every change this connection made (rows and schema alike): a cheap test of whether
+    // the store changed since it was last packed.
+    qint64 changeStamp();
+    // PRAGMA quick_check on this connection: true when the engine finds the file sound.
+    bool quickCheck();
+    // The same check on a store file, opened read-only; false for anything that is not a sound store.
+    static bool fileIsSound(const QString& path);
 
     // Prepared statement cache for the cursor's write-backs; statements stay valid until close.
     sqlite3_stmt* cachedStatement(const QString& sql);

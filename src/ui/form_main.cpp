@@ -32,8 +32,6 @@ namespace dovrex {
 namespace {
 
 const QString kProgramVersion = QStringLiteral("0.1");
-const QString kSaveFailed =
-    QStringLiteral("数据保存失败！本次运行中的修改未能写入数据文件，原有数据文件保持不变。");
 
 QAction* menuEntry(QMenu* menu, const QString& name, const QString& text, QObject* context,
                    const std::function<void()>& slot) {
@@ -247,7 +245,7 @@ void FormMain::closeEvent(QCloseEvent* event) {
     screen_.releaseGrids();
     bool saved = false;
     runCommand([&] { saved = flow_.saveAndClose(); });
-    if (!saved) screen_.ui_Message(kSaveFailed, MessageKind::Error);
+    if (!saved) screen_.ui_Message(saveMessage(flow_.lastSave()), MessageKind::Error);
     event->accept();
     emit exited(saved);
 }

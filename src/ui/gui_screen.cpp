@@ -231,7 +231,9 @@ void GuiScreen::ui_Pump() {
     // A close waits for the running pass, which stops at its next test of the flag.
     if (closePending()) shared().tingZhi = 1;
     if (pumpClock_.isValid() && pumpClock_.elapsed() < kPumpIntervalMs) return;
+    ++pumping_;
     QCoreApplication::processEvents();
+    --pumping_;
     pumpClock_.start();
 }
 

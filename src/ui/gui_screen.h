@@ -72,6 +72,8 @@ class GuiScreen : public QObject, public Screen {
 
     // The least time between two event runs of ui_Pump.
     static constexpr int kPumpIntervalMs = 30;
+    // True while a long pass lets events run: whatever runs now runs inside that pass.
+    bool pumping() const { return pumping_ > 0; }
 
   signals:
     // The picks changed in the store (or their marks): the pick page repaints.
@@ -90,6 +92,7 @@ class GuiScreen : public QObject, public Screen {
     // the whole window each time.
     mutable QHash<QString, QPointer<QWidget>> found_;
     QElapsedTimer pumpClock_;
+    int pumping_ = 0;
     QString lastDir_;
 };
 

@@ -21,6 +21,9 @@ namespace dovrex {
 
 namespace {
 
+// How often the session looks for work to pack; AppFlow packs at most once a minute.
+constexpr int kCheckpointPollMs = 5000;
+
 // The old screens counted 15360 twips as the line between small and large ball faces.
 bool isSmallScreen() {
     const QScreen* s = QGuiApplication::primaryScreen();
@@ -33,6 +36,7 @@ ProgramSession::ProgramSession(AppPaths paths, std::unique_ptr<GuiScreen> screen
     : flow_(std::move(paths)), screen_(screen ? std::move(screen) : std::make_unique<GuiScreen>()) {}
 
 ProgramSession::~ProgramSession() {
+    checkpointTimer_.stop();
     if (window_) screen_->releaseGrids();
     window_.reset();
     flow_.abandon();
@@ -41,14 +45,16 @@ ProgramSession::~ProgramSession() {
 
 bool ProgramSession::start() {
     // A second start must never reach the working copy of the one that runs.
-    if (!flow_.acquireInstance()) {
-        screen_->ui_Message(msg::kAlreadyRunning, MessageKind::Warning);
+    if (const StartOutcome locked = flow_.acquireInstance(); locked != StartOutcome::Ready) {
+        screen_->ui_Message(startMessage(locked), locked == StartOutcome::AlreadyRunning
+                                                      ? MessageKind::Warning
+                                                      : MessageKind::Error);
         return false;
     }
     shared().screen = screen_.get();
     AppPaths::seedProgramDir(flow_.paths().programDir, AppPaths::shippedDataDir());
-    if (!flow_.app_Initialize()) {
-        screen_->ui_Message(msg::kDataPackUnreadable, MessageKind::Error);
+    if (const StartOutcome unpacked = flow_.app_Initialize(); unpacked != StartOutcome::Ready) {
+        screen_->ui_Message(startMessage(unpacked), MessageKind::Error);
         return false;
     }
 
@@ -82,7 +88,26 @@ bool ProgramSession::start() {
     } catch (const StoreError&) {
     }
     upgrade_TiaoJian();
+
+    checkpointTimer_.setInterval(kCheckpointPollMs);
+    QObject::connect(&checkpointTimer_, &QTimer::timeout, [this] { checkpointIfIdle(); });
+    checkpointTimer_.start();
     return true;
+}
+
+SaveOutcome ProgramSession::checkpointIfIdle() {
+    // Inside a command, a pass or a box the store is half way through a change.
+    if (shared().commandDepth > 0 || screen_->pumping() || QApplication::activeModalWidget() ||
+        !shared().g_Store)
+        return SaveOutcome::Busy;
+    const SaveOutcome outcome = flow_.checkpoint();
+    const QString failure = saveMessage(outcome);
+    if (!failure.isEmpty() && !checkpointFailureShown_) {
+        checkpointFailureShown_ = true;
+        screen_->ui_Message(failure, MessageKind::Error);
+    }
+    if (outcome == SaveOutcome::Saved) checkpointFailureShown_ = false;
+    return outcome;
 }
 
 bool ProgramSession::chooseUser() {

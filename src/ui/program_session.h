@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <memory>
 
 #include "app/app_flow.h"
@@ -24,6 +25,9 @@ class ProgramSession {
     bool start();
 
     AppFlow& flow() { return flow_; }
+    // The checkpoint of the work: packs the store when it changed, provided no command or pass runs
+    // and no box waits for an answer. The session's timer calls it every few seconds.
+    SaveOutcome checkpointIfIdle();
     GuiScreen& screen() { return *screen_; }
     FormMain* window() const { return window_.get(); }
 
@@ -36,6 +40,9 @@ class ProgramSession {
     AppFlow flow_;
     std::unique_ptr<GuiScreen> screen_;
     std::unique_ptr<FormMain> window_;
+    QTimer checkpointTimer_;
+    // A failed checkpoint is told once, not every minute, until one succeeds again.
+    bool checkpointFailureShown_ = false;
 };
 
 }  // namespace dovrex

@@ -1,7 +1,13 @@
 // The life of the process around its store: start, exit, crash, and every way a start can stop.
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <functional>
 
 #include "app/app_flow.h"
 #include "store/pack.h"
@@ -9,6 +15,45 @@
 
 namespace dovrex::test {
 namespace {
+
+// Runs `body` in a child process and returns its exit status (-1 when it did not exit).
+int inChild(const std::function<int()>& body) {
+    fflush(nullptr);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        int code = 99;
+        try {
+            code = body();
+        } catch (...) {
+        }
+        _exit(code);
+    }
+    int status = 0;
+    waitpid(pid, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// A disc that takes no file beyond `bytes`: writes past it fail as they do on a full disc.
+void limitFileSize(rlim_t bytes) {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, bytes};
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+// Zeroes the first page of a table's tree: the engine's own check finds it, a plain open does not.
+void zeroRootPage(const QString& storeFile, const QString& table) {
+    qint64 page = 0, size = 0;
+    {
+        auto s = Store::open(storeFile);
+        page = s->scalar(QStringLiteral("select rootpage from sqlite_master where name=?"), {table})
+                   .toLongLong();
+        size = s->scalar(QStringLiteral("PRAGMA page_size")).toLongLong();
+    }
+    QFile f(storeFile);
+    ASSERT_TRUE(page > 1 && f.open(QIODevice::ReadWrite));
+    f.seek((page - 1) * size);
+    f.write(QByteArray(size, '\0'));
+}
 
 class AppFlowTest : public ProgramFolderTest {
   protected:
@@ -34,26 +79,59 @@ class AppFlowTest : public ProgramFolderTest {
         EXPECT_EQ(flow.start(), StartOutcome::Ready);
         return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000"));
     }
+    int markInPack(const QString& packFile) {
+        const QString out = tempPath(QStringLiteral("look.dat"));
+        EXPECT_TRUE(unpack(packFile, out, out + QStringLiteral(".aux")));
+        return markIn(out);
+    }
+    // A pack whose store opens but fails the engine's check.
+    QByteArray damagedPack() {
+        const QString file = tempPath(QStringLiteral("damaged.dat"));
+        QFile::remove(file);
+        QFile::copy(seedStore(), file);
+        zeroRootPage(file, QStringLiteral("过滤条件使用情况"));
+        makePack(file, tempPath(QStringLiteral("damaged.pack")));
+        return fileBytes(tempPath(QStringLiteral("damaged.pack")));
+    }
+    void writeFile(const QString& path, const QByteArray& bytes) {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(bytes);
+    }
 };
 
 TEST_F(AppFlowTest, ChangeSurvivesACleanExit) {
     {
         AppFlow flow(paths());
-        ASSERT_EQ(flow.start(), StartOutcome::Ready);
+        ASSERT_EQ(flow.start(true), StartOutcome::Ready);  // a small screen shifts the ball faces
         EXPECT_NE(shared().g_Store, nullptr);
         ASSERT_TRUE(shared().g_HistoryCursor);
         EXPECT_EQ(flow.redFaces().size(), 33);
         EXPECT_EQ(flow.blueFaces().size(), 16);
+        EXPECT_EQ(flow.redFaces()[0].basic, 5);
         mark(5);
         EXPECT_TRUE(flow.saveAndClose());
         EXPECT_EQ(shared().g_Store, nullptr);
         EXPECT_FALSE(shared().g_HistoryCursor);
     }
-    EXPECT_TRUE(QFileInfo::exists(paths().bakPack()));
-    EXPECT_EQ(fileBytes(paths().bakPack()), fileBytes(paths().dataPack()));
-    EXPECT_EQ(QDir(paths().programDir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-              (QStringList{QStringLiteral("Bak"), kDataFileName}));
-    EXPECT_EQ(markAfterStart(), 5);
+    // The previous pack became Bak; no file is left half way.
+    EXPECT_EQ(markInPack(paths().bakPack()), 0);
+    EXPECT_EQ(markInPack(paths().dataPack()), 5);
+    EXPECT_EQ(QDir(paths().programDir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+              (QStringList{QStringLiteral("Bak"), kDataFileName, QStringLiteral("dovrex.lock")}));
+    EXPECT_EQ(QDir(paths().bakDir()).entryList(QDir::Files | QDir::Hidden), QStringList{kDataFileName});
+    runOnce(6, true);
+    EXPECT_EQ(markInPack(paths().bakPack()), 5);
+    // A run that changed nothing leaves both generations as they are.
+    const QByteArray bak = fileBytes(paths().bakPack()), pack = fileBytes(paths().dataPack());
+    {
+        AppFlow flow(paths());
+        ASSERT_EQ(flow.start(), StartOutcome::Ready);
+        ASSERT_TRUE(flow.saveAndClose());
+        EXPECT_EQ(flow.lastSave(), SaveOutcome::Unchanged);
+    }
+    EXPECT_EQ(fileBytes(paths().bakPack()), bak);
+    EXPECT_EQ(fileBytes(paths().dataPack()), pack);
 }
 
 TEST_F(AppFlowTest, UnloadAsksFirst) {
@@ -87,26 +165,15 @@ TEST_F(AppFlowTest, CrashLeavesTheLastGoodPack) {
     EXPECT_EQ(markAfterStart(), 7);
 }
 
-TEST_F(AppFlowTest, LockLeftByADeadProcessDoesNotBlock) {
-    QFile lock(paths().lockFile());
-    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
-    lock.write("2147483646\ndovrex_core_tests\n\n");  // no such process
-    lock.close();
-    EXPECT_EQ(markAfterStart(), 0);
-}
-
 TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
     // What a crashed run left in the temporary folder.
     QFile::copy(seedStore(), paths().workStore());
     const QByteArray work = fileBytes(paths().workStore());
     const QByteArray pack = fileBytes(paths().dataPack());
     const QList<QByteArray> bad{pack.left(pack.size() / 2),
-                                QByteArray("\x10\0\0\0\x10\0\0\0not a store at all", 26)};
+                                QByteArray("\x10\0\0\0\x10\0\0\0not a store at all", 26), damagedPack()};
     for (const QByteArray& bytes : bad) {
-        QFile f(paths().dataPack());
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(bytes);
-        f.close();
+        writeFile(paths().dataPack(), bytes);
         AppFlow flow(paths());
         EXPECT_EQ(flow.start(), StartOutcome::DataPackUnreadable);
         EXPECT_EQ(fileBytes(paths().dataPack()), bytes);
@@ -121,6 +188,92 @@ TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
     EXPECT_FALSE(QFileInfo::exists(paths().dataPack()));
     EXPECT_EQ(startMessage(StartOutcome::DataPackUnreadable),
               QStringLiteral("数据文件无法打开，请重新下载来安装！"));
+    EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CONFIRM")).isEmpty());  // no Bak to offer
+    EXPECT_EQ(QDir(paths().tempDir).entryList(QDir::Files), (QStringList{kDataFileName}));
+}
+
+TEST_F(AppFlowTest, SoundBakIsOfferedWhenThePackIsDamaged) {
+    runOnce(7, true);
+    runOnce(8, true);  // Bak holds 7
+    const QByteArray bak = fileBytes(paths().bakPack());
+    const QByteArray damaged = damagedPack();
+    writeFile(paths().dataPack(), damaged);
+    const QByteArray work = fileBytes(paths().workStore());
+    {
+        ui().answerConfirm(false);
+        AppFlow flow(paths());
+        EXPECT_EQ(flow.start(), StartOutcome::DataPackUnreadable);
+        EXPECT_EQ(fileBytes(paths().dataPack()), damaged);
+        EXPECT_EQ(fileBytes(paths().workStore()), work);
+    }
+    {
+        ui().answerConfirm(true);
+        AppFlow flow(paths());
+        ASSERT_EQ(flow.start(), StartOutcome::Ready);
+        EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 7);
+        // The good pack takes the damaged one's place at once, and the damaged one never becomes Bak.
+        EXPECT_EQ(fileBytes(paths().dataPack()), bak);
+        mark(9);
+        ASSERT_TRUE(flow.saveAndClose());
+    }
+    EXPECT_EQ(fileBytes(paths().bakPack()), bak);
+    EXPECT_EQ(ui().linesStartingWith(QStringLiteral("CONFIRM")).size(), 2);
+    EXPECT_TRUE(
+        ui().linesStartingWith(QStringLiteral("CONFIRM"))[0].contains(QStringLiteral("Bak/dovrex.dat")));
+    // With Bak damaged too there is nothing to offer.
+    writeFile(paths().dataPack(), damaged);
+    writeFile(paths().bakPack(), damaged);
+    AppFlow flow(paths());
+    EXPECT_EQ(flow.start(), StartOutcome::DataPackUnreadable);
+    EXPECT_EQ(ui().linesStartingWith(QStringLiteral("CONFIRM")).size(), 2);
+}
+
+TEST_F(AppFlowTest, DamagedWorkStoreIsNeverPackedOverAGoodPack) {
+    runOnce(7, true);
+    const QByteArray pack = fileBytes(paths().dataPack()), bak = fileBytes(paths().bakPack());
+    AppFlow flow(paths());
+    ASSERT_EQ(flow.start(), StartOutcome::Ready);
+    mark(8);
+    flow.setCheckpointInterval(0);
+    zeroRootPage(paths().workStore(), QStringLiteral("过滤条件使用情况"));
+    EXPECT_EQ(flow.checkpoint(), SaveOutcome::StoreDamaged);
+    EXPECT_FALSE(flow.saveAndClose());
+    EXPECT_EQ(flow.lastSave(), SaveOutcome::StoreDamaged);
+    EXPECT_EQ(saveMessage(SaveOutcome::StoreDamaged), msg::kPackStoreDamaged);
+    EXPECT_EQ(fileBytes(paths().dataPack()), pack);
+    EXPECT_EQ(fileBytes(paths().bakPack()), bak);
+}
+
+TEST_F(AppFlowTest, CheckpointKeepsTheWorkOfACrashedRun) {
+    {
+        AppFlow flow(paths());
+        ASSERT_EQ(flow.start(), StartOutcome::Ready);
+        flow.setCheckpointInterval(0);
+        const QByteArray pack = fileBytes(paths().dataPack());
+        EXPECT_EQ(flow.checkpoint(), SaveOutcome::Unchanged);
+        EXPECT_EQ(fileBytes(paths().dataPack()), pack);
+        {
+            Transaction open(store());
+            mark(3);
+            EXPECT_EQ(flow.checkpoint(), SaveOutcome::Busy);  // half way through a pass
+        }
+        EXPECT_EQ(flow.checkpoint(), SaveOutcome::Saved);
+        EXPECT_EQ(markInPack(paths().dataPack()), 3);
+        // At most once per interval.
+        flow.setCheckpointInterval(3600 * 1000);
+        mark(4);
+        EXPECT_EQ(flow.checkpoint(), SaveOutcome::Unchanged);
+        // A table made or dropped is a change too.
+        flow.setCheckpointInterval(0);
+        EXPECT_EQ(flow.checkpoint(), SaveOutcome::Saved);
+        store_Execute(QStringLiteral("CREATE TABLE 临时表 (a INTEGER)"));
+        EXPECT_EQ(flow.checkpoint(), SaveOutcome::Saved);
+        mark(5);
+    }  // the process dies here
+    AppFlow flow(paths());
+    ASSERT_EQ(flow.start(), StartOutcome::Ready);
+    EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 4);
+    EXPECT_TRUE(store().tableExists(QStringLiteral("临时表")));
 }
 
 TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
@@ -128,8 +281,10 @@ TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
     ASSERT_EQ(first->start(), StartOutcome::Ready);
     mark(9);
     const QByteArray work = fileBytes(paths().workStore());
-    {
-        AppFlow second(paths());
+    for (const QString& temp : {paths().tempDir, tempPath(QStringLiteral("another user's temp"))}) {
+        AppPaths other = paths();
+        other.tempDir = temp;
+        AppFlow second(other);
         EXPECT_EQ(second.start(), StartOutcome::AlreadyRunning);
         EXPECT_EQ(startMessage(StartOutcome::AlreadyRunning),
                   QStringLiteral("程序正在运行,不允许同时打开多个!!!"));
@@ -140,9 +295,29 @@ TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
     ASSERT_TRUE(first->saveAndClose());
     first.reset();
     EXPECT_EQ(markAfterStart(), 9);
+    // A lock file that a dead process left behind, whatever it holds (a kill can leave it empty),
+    // does not block.
+    for (const QByteArray& left : {QByteArray("2147483646\ndovrex_core_tests\n\n"), QByteArray()}) {
+        QFile lock(paths().lockFile());
+        ASSERT_TRUE(lock.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        lock.write(left);
+        lock.close();
+        EXPECT_EQ(markAfterStart(), 9);
+    }
 }
 
-TEST_F(AppFlowTest, MissingWorkStoreIsRecoveredFromTheCopy) {
+TEST_F(AppFlowTest, WorkingCopyFolderFollowsTheProgramFolder) {
+    const QString a = tempPath(QStringLiteral("a")), b = tempPath(QStringLiteral("b"));
+    QDir().mkpath(a);
+    QDir().mkpath(b);
+    QFile::link(a, tempPath(QStringLiteral("link to a")));
+    EXPECT_NE(AppPaths::tempDirFor(a), AppPaths::tempDirFor(b));
+    EXPECT_EQ(AppPaths::tempDirFor(a), AppPaths::tempDirFor(tempPath(QStringLiteral("link to a"))));
+    EXPECT_EQ(AppPaths::tempDirFor(a), AppPaths::tempDirFor(b + QStringLiteral("/../a")));
+    EXPECT_TRUE(AppPaths::tempDirFor(a).startsWith(QDir::tempPath()));
+}
+
+TEST_F(AppFlowTest, MissingWorkStoreIsRecoveredFromTheCopyIfThereIsOne) {
     runOnce(3, true);  // leaves a compaction copy in the temporary folder
     ASSERT_TRUE(QFileInfo::exists(paths().workStoreCopy()));
     // The copy holds what the last start found; make it tell.
@@ -151,22 +326,16 @@ TEST_F(AppFlowTest, MissingWorkStoreIsRecoveredFromTheCopy) {
         s->execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=44 WHERE ID=1000"));
     }
     AppFlow flow(paths());
-    ASSERT_TRUE(flow.acquireInstance());
-    ASSERT_TRUE(flow.app_Initialize());
+    ASSERT_EQ(flow.acquireInstance(), StartOutcome::Ready);
+    ASSERT_EQ(flow.app_Initialize(), StartOutcome::Ready);
     QFile::remove(paths().workStore());
     ASSERT_EQ(flow.openStore(), StartOutcome::Ready);
     EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 44);
-}
-
-TEST_F(AppFlowTest, BothWorkingCopiesLost) {
-    AppFlow flow(paths());
-    ASSERT_TRUE(flow.acquireInstance());
-    ASSERT_TRUE(flow.app_Initialize());
+    flow.abandon();
     QFile::remove(paths().workStore());
     QFile::remove(paths().workStoreCopy());
     EXPECT_EQ(flow.openStore(), StartOutcome::WorkingCopiesLost);
     EXPECT_EQ(shared().g_Store, nullptr);
-    EXPECT_FALSE(startMessage(StartOutcome::WorkingCopiesLost).isEmpty());
 }
 
 TEST_F(AppFlowTest, ShortBallColorStopsTheStart) {
@@ -181,13 +350,6 @@ TEST_F(AppFlowTest, ShortBallColorStopsTheStart) {
     EXPECT_EQ(startMessage(StartOutcome::BallColorShort), QStringLiteral("程序初始化出错,即将退出。。。"));
     EXPECT_EQ(shared().g_Store, nullptr);
     EXPECT_EQ(fileBytes(paths().dataPack()), pack);  // the store is not saved
-}
-
-TEST_F(AppFlowTest, SmallScreenShiftsTheRedFaces) {
-    AppFlow flow(paths());
-    ASSERT_EQ(flow.start(true), StartOutcome::Ready);
-    EXPECT_EQ(flow.redFaces()[0].basic, 5);
-    EXPECT_EQ(flow.redFaces()[0].special, 1);
 }
 
 TEST_F(AppFlowTest, OversizedStoreIsCopiedOverThePackAndStillStarts) {
@@ -214,6 +376,52 @@ TEST_F(AppFlowTest, OversizedStoreIsCopiedOverThePackAndStillStarts) {
     const QByteArray pack = fileBytes(paths().dataPack());
     EXPECT_EQ(markAfterStart(), 13);
     EXPECT_EQ(fileBytes(paths().dataPack()), pack);
+}
+
+TEST_F(AppFlowTest, FullDiscsKeepTheOldPackAndAreToldAsSuch) {
+    const QByteArray pack = fileBytes(paths().dataPack());
+    // The temporary folder's disc is full at start.
+    EXPECT_EQ(inChild([&] {
+                  limitFileSize(4096);
+                  return int(AppFlow(paths()).start());
+              }),
+              int(StartOutcome::TempFolderUnwritable));
+    EXPECT_TRUE(startMessage(StartOutcome::TempFolderUnwritable).contains(QStringLiteral("磁盘空间不足")));
+    EXPECT_FALSE(QFileInfo::exists(paths().workStore()));
+    // The program folder's disc fills after the unpack: neither the size guard nor a pack may
+    // leave the folder without its pack.
+    EXPECT_EQ(
+        inChild([&] {
+            AppFlow flow(paths());
+            flow.setStoreSizeLimit(1000);
+            if (flow.acquireInstance() != StartOutcome::Ready || flow.app_Initialize() != StartOutcome::Ready)
+                return 10;
+            limitFileSize(4096);
+            if (flow.openStore() != StartOutcome::Ready) return 11;
+            return int(flow.save());
+        }),
+        int(SaveOutcome::WriteFailed));
+    EXPECT_EQ(fileBytes(paths().dataPack()), pack);
+    EXPECT_TRUE(saveMessage(SaveOutcome::WriteFailed).contains(QStringLiteral("磁盘空间不足")));
+}
+
+TEST_F(AppFlowTest, ReadOnlyProgramFolderIsToldAsSuch) {
+    const QString root = QFileInfo(paths().programDir).absolutePath();
+    QFile::setPermissions(
+        root, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(paths().tempDir, QFile::ReadOther | QFile::WriteOther | QFile::ExeOther |
+                                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(paths().dataPack(), QFile::ReadOwner | QFile::ReadOther);
+    QFile::setPermissions(paths().programDir,
+                          QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+    const int outcome = inChild([&] {
+        // Permissions do not bind the super-user: run as nobody.
+        if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) return 12;
+        return int(AppFlow(paths()).start());
+    });
+    QFile::setPermissions(paths().programDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_EQ(outcome, int(StartOutcome::ProgramFolderReadOnly));
+    EXPECT_TRUE(startMessage(StartOutcome::ProgramFolderReadOnly).contains(QStringLiteral("只读")));
 }
 
 class HistoryStatusTest : public FreshStoreTest {};

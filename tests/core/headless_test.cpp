@@ -55,16 +55,21 @@ sql this line is never reached
                                                         QStringLiteral("期号"), QStringLiteral("2026001")}));
 }
 
-TEST_F(HeadlessTest, OnlyExitAndSaveWriteThePack) {
-    const QByteArray pack = fileBytes(paths().dataPack());
-    run(folder() +
-        QStringLiteral("sql UPDATE 过滤条件 SET VALUE=5 WHERE ID=2\n"));  // no exit: as after a crash
-    EXPECT_EQ(fileBytes(paths().dataPack()), pack);
-    run(folder() +
-        QStringLiteral("sql UPDATE 过滤条件 SET VALUE=5 WHERE ID=2\nsave\n"));  // save packs at once
-    EXPECT_NE(fileBytes(paths().dataPack()), pack);
-    EXPECT_TRUE(run(folder() + QStringLiteral("sql select VALUE from 过滤条件 where ID=2\n"))
-                    .endsWith(QStringLiteral("5")));
+TEST_F(HeadlessTest, ThePackFollowsTheWorkAtCheckpoints) {
+    // None of these runs exits: each ends as after a crash.
+    const QString set = QStringLiteral("sql UPDATE 过滤条件 SET VALUE=%1 WHERE ID=2\n");
+    const auto valueAfterStart = [&] {
+        return run(folder() + QStringLiteral("sql select VALUE from 过滤条件 where ID=2\n")).last().toInt();
+    };
+    // The first change is packed when the command ends, the next only a whole interval later.
+    run(folder() + QStringLiteral("checkpoint every 3600\n") + set.arg(5) + set.arg(6));
+    EXPECT_EQ(valueAfterStart(), 5);
+    // `checkpoint` packs at once; with no interval every command that changed the store is packed.
+    run(folder() + QStringLiteral("checkpoint every 3600\n") + set.arg(7) + set.arg(8) +
+        QStringLiteral("checkpoint\n"));
+    EXPECT_EQ(valueAfterStart(), 8);
+    run(folder() + QStringLiteral("checkpoint every 0\n") + set.arg(9) + set.arg(10));
+    EXPECT_EQ(valueAfterStart(), 10);
     // A store that cannot start stops the script with the program's words and leaves the pack.
     run(folder() + QStringLiteral("sql DELETE FROM BallColor\nsave\n"));
     const QByteArray saved = fileBytes(paths().dataPack());

@@ -235,6 +235,38 @@ TEST_F(MainWindowTest, StartsThatMustStopSayWhy) {
     EXPECT_EQ(screen->shown, QStringList{msg::kDataPackUnreadable});
 }
 
+TEST_F(MainWindowTest, CheckpointPacksOnlyAnIdleWindow) {
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    ASSERT_TRUE(s->start());
+    s->flow().setCheckpointInterval(0);
+    const auto packBytes = [&] {
+        QFile pack(paths_.dataPack());
+        return pack.open(QIODevice::ReadOnly) ? pack.readAll() : QByteArray();
+    };
+    s->checkpointIfIdle();
+    const QByteArray before = packBytes();
+    store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号>2026090"));
+
+    // Not inside a command, nor inside a pass that lets events run.
+    shared().commandDepth = 1;
+    EXPECT_EQ(s->checkpointIfIdle(), SaveOutcome::Busy);
+    shared().commandDepth = 0;
+    SaveOutcome duringPass = SaveOutcome::Saved;
+    QTest::qWait(2 * GuiScreen::kPumpIntervalMs);
+    QTimer::singleShot(0, [&] { duringPass = s->checkpointIfIdle(); });
+    screen->ui_Pump();
+    EXPECT_EQ(duringPass, SaveOutcome::Busy);
+    EXPECT_EQ(packBytes(), before);
+
+    EXPECT_EQ(s->checkpointIfIdle(), SaveOutcome::Saved);
+    EXPECT_NE(packBytes(), before);
+    s.reset();  // the process dies: no exit sequence
+    auto again = session(screen);
+    ASSERT_TRUE(again->start());
+    EXPECT_EQ(latest_QiHao(), 2026090);
+}
+
 TEST_F(MainWindowTest, NewestHundredWithFewerDrawsShowsThemAll) {
     ScriptedScreen* screen = nullptr;
     auto s = session(screen);

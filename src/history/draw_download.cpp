@@ -9,14 +9,19 @@
 #include <QStringDecoder>
 #include <QTimer>
 #include <QUrl>
+#include <QUrlQuery>
+#include <algorithm>
 
+#include "domain/date_value.h"
 #include "history/derived_columns.h"
 #include "history/draw_list.h"
 #include "history/draw_records.h"
+#include "history/draw_sources.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/factory_data.h"
+#include "store/schema.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -30,6 +35,9 @@ constexpr int kMirrorCount = 3;
 // Issues looked for around the latest: ten back to repair recent rows, 3000 on to cross a year.
 constexpr int kIssuesBack = 10;
 constexpr int kIssuesOn = 3000;
+// The official service is asked a page at a time; the cap ends a service that never says "last".
+constexpr int kNoticePageSize = 100;
+constexpr int kMaxNoticePages = 100;
 
 QByteArray charsetOf(const QByteArray& body, const QByteArray& contentType) {
     static const QRegularExpression re(QStringLiteral("charset\\s*=\\s*[\"']?([A-Za-z0-9_.:-]+)"),
@@ -79,7 +87,11 @@ PageReply fetch_Page(const QString& url) {
     QNetworkAccessManager manager;
     QNetworkRequest request(target);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("dovrex"));
+    // Draw services answer browsers: a browser's User-Agent and a Referer of the site itself.
+    request.setHeader(QNetworkRequest::UserAgentHeader,
+                      QStringLiteral("Mozilla/5.0 (Windows NT 10.0; Win64; x64) AppleWebKit/537.36 "
+                                     "(KHTML, like Gecko) Chrome/120.0 Safari/537.36"));
+    request.setRawHeader("Referer", target.resolved(QUrl(QStringLiteral("/"))).toEncoded());
     QNetworkReply* reply = manager.get(request);
 
     QEventLoop loop;
@@ -155,7 +167,10 @@ QStringList load_MirrorAddresses() {
          c->moveNext()) {
         const int row = c->intValue(0);
         const QString address = c->value(1).toString().trimmed();
-        if (row >= 1 && row <= kMirrorCount && !address.isEmpty()) addresses[row - 1] = address;
+        // Stores made before real sources were chosen hold placeholders: they read as the defaults.
+        if (row >= 1 && row <= kMirrorCount && !address.isEmpty() &&
+            !address.contains(QLatin1String("dovrex.example")))
+            addresses[row - 1] = address;
     }
     return addresses;
 }
@@ -174,41 +189,149 @@ QString mirror_Address(int index) {
     return load_MirrorAddresses().value(((index % kMirrorCount) + kMirrorCount) % kMirrorCount);
 }
 
-bool fetch_KaiJiang(const QString& address) {
-    Screen& ui = screen();
-    shared().tingZhi = 0;
-    const DrawListText list(
-        clean_Shuju(get_Page(address.isEmpty() ? mirror_Address(shared().g_MirrorIndex) : address)));
-    if (!is_DrawList(list.text())) return false;
+bool is_NoticeService(const QString& address) {
+    return QUrl(address.trimmed()).path().endsWith(QLatin1String("findDrawNotice"), Qt::CaseInsensitive);
+}
 
-    const IssueNumber latest = latest_QiHao();
-    const IssueNumber lo = latest - kIssuesBack, hi = latest + kIssuesOn;
+QString notice_PageAddress(const QString& address, IssueNumber from, int pageNo) {
+    QUrl url(address.trimmed());
+    QUrlQuery query(url);
+    for (const char* key : {"issueCount", "issueStart", "issueEnd", "pageNo", "pageSize"})
+        query.removeAllQueryItems(QLatin1String(key));
+    if (!query.hasQueryItem(QStringLiteral("name")))
+        query.addQueryItem(QStringLiteral("name"), QStringLiteral("ssq"));
+    if (from > 0) {
+        query.addQueryItem(QStringLiteral("issueStart"), QString::number(from));
+        query.addQueryItem(QStringLiteral("issueEnd"),
+                           QString::number((Clock::today().year() + 1) * 1000 + 999));
+    }
+    query.addQueryItem(QStringLiteral("pageNo"), QString::number(pageNo));
+    query.addQueryItem(QStringLiteral("pageSize"), QString::number(kNoticePageSize));
+    url.setQuery(query);
+    return url.toString();
+}
+
+namespace {
+
+// One response read, or Unknown when it did not come, came with an error status or is too large.
+SourceDraws fetchSource(const QString& address, IssueNumber from, IssueNumber to) {
+    const PageReply page = fetch_Page(address);
+    if (page.status >= 400 || page.body.isEmpty() || page.body.size() > kMaxDrawSourceBytes) return {};
+    return read_DrawSource(page.body, page.contentType, from, to);
+}
+
+// The official service page by page: from the newest stored issue on, the whole history when the
+// table is empty. Ends on a short page, the last page the service names, a page that does not read
+// (what came before stays), or Stop.
+SourceDraws fetchNotices(const QString& address, IssueNumber from) {
+    Screen& ui = screen();
+    SourceDraws all;
+    for (int pageNo = 1; pageNo <= kMaxNoticePages; ++pageNo) {
+        SourceDraws page = fetchSource(notice_PageAddress(address, from, pageNo), 0, 0);
+        if (page.kind != DrawSourceKind::Notices) break;
+        all.kind = DrawSourceKind::Notices;
+        all.draws += page.draws;
+        all.prizes += page.prizes;
+        all.refused += page.refused;
+        const int pages = page.pageCount > 0 ? page.pageCount : pageNo + 1;
+        ui.ui_Progress(0, pages, pageNo, true);
+        ui.ui_Pump();
+        if (shared().tingZhi || pageNo >= pages || page.draws.size() + page.refused < kNoticePageSize) break;
+    }
+    return all;
+}
+
+void storePrizes(const QList<PrizeTier>& prizes) {
+    if (prizes.isEmpty()) return;
+    createPrizeSchema(store());
+    for (const PrizeTier& p : prizes)
+        store_Execute(
+            QStringLiteral("INSERT OR REPLACE INTO 奖级奖金 (期号, 奖级, 注数, 奖金) VALUES (?, ?, ?, ?)"),
+            {p.issue, p.tier, p.winners, p.prize < 0 ? QVariant() : QVariant(p.prize)});
+}
+
+bool sameNumbers(const DrawRecord& a, const DrawRecord& b) {
+    return a.reds == b.reds && a.blue == b.blue;
+}
+
+}  // namespace
+
+int store_Downloaded(SourceDraws& source, bool official) {
+    Screen& ui = screen();
+    if (source.draws.isEmpty() && source.prizes.isEmpty()) return 0;
+    IssueNumber lo = source.draws.isEmpty() ? 0 : source.draws.front().issue, hi = lo;
+    for (const DrawRecord& d : source.draws) {
+        lo = std::min(lo, d.issue);
+        hi = std::max(hi, d.issue);
+    }
+
+    // A stored draw moves to other numbers only on the official word or the user's.
+    QHash<IssueNumber, DrawRecord> stored;
+    for (const DrawRecord& d : read_DrawRecords(store(), lo, hi)) stored.insert(d.issue, d);
+    int changed = 0;
+    for (const DrawRecord& d : source.draws)
+        if (stored.contains(d.issue) && !sameNumbers(stored[d.issue], d)) ++changed;
+    const bool overwrite = official || changed == 0 || ui.ui_Confirm(msg::overwriteDrawsText(changed));
+
+    int written = 0;
     {
-        DownloadPanel panel(lo, hi);
+        DownloadPanel panel(0, int(source.draws.size()));
         {
             Transaction tx(store());
-            DrawRecord draw;
-            for (IssueNumber x = lo; x <= hi; ++x) {
-                if (parse_QiHao(x, list, draw)) store_KaiJiang(draw, false);
+            for (const DrawRecord& d : source.draws) {
+                const auto old = stored.constFind(d.issue);
+                if (old != stored.cend() && !overwrite && !sameNumbers(*old, d)) continue;
+                if (store_KaiJiang(d, false)) ++written;
                 ui.ui_Pump();
-                ui.ui_Progress(lo, hi, x, true);
+                ui.ui_Progress(0, int(source.draws.size()), written, true);
                 if (shared().tingZhi) break;
             }
+            storePrizes(source.prizes);
         }
-        const IssueNumber earliest = earliest_QiHao();
-        ui.ui_Progress(lo, hi, hi, true);
-        recalc_LiShiLie(earliest, earliest, true);
-        recalc_LiShiLie(lo, hi, true);
+        if (!source.draws.isEmpty()) {
+            const IssueNumber earliest = earliest_QiHao();
+            recalc_LiShiLie(earliest, earliest, true);
+            recalc_LiShiLie(lo, hi, true);
+        }
     }
+    return written;
+}
+
+FetchOutcome fetch_Draws(const QString& address) {
+    shared().tingZhi = 0;
+    const QString url = address.isEmpty() ? mirror_Address(shared().g_MirrorIndex) : address;
+    const bool empty = store().scalar(QStringLiteral("select count(*) from 历史记录")).toInt() == 0;
+    const IssueNumber latest = latest_QiHao();
+    FetchOutcome outcome;
+    SourceDraws source;
+    if (is_NoticeService(url)) {
+        source = fetchNotices(url, empty ? 0 : latest - kIssuesBack);
+    } else {
+        source = fetchSource(url, latest - kIssuesBack, latest + kIssuesOn);
+        // A whole list replaces nothing older than the repair window unless the table is empty.
+        if (!empty && source.kind != DrawSourceKind::DrawList)
+            source.draws.removeIf([&](const DrawRecord& d) { return d.issue < latest - kIssuesBack; });
+    }
+    if (source.kind == DrawSourceKind::Unknown) return outcome;
+    outcome.read = true;
+    outcome.refused = source.refused;
+    outcome.stored = store_Downloaded(source, is_NoticeService(url));
     show_LiShi();
-    return true;
+    return outcome;
+}
+
+bool fetch_KaiJiang(const QString& address) {
+    return fetch_Draws(address).read;
 }
 
 DownloadResult download_KaiJiang(const QString& address) {
     Screen& ui = screen();
     try {
-        if (fetch_KaiJiang(address)) {
-            ui.ui_Message(msg::kDownloadDone);
+        const FetchOutcome outcome = fetch_Draws(address);
+        if (outcome.read) {
+            ui.ui_Message(outcome.refused > 0
+                              ? msg::kDownloadDone + u'\n' + msg::refusedDrawsText(outcome.refused)
+                              : msg::kDownloadDone);
             return DownloadResult::Updated;
         }
     } catch (const StoreError&) {

@@ -20,6 +20,12 @@ inline const QString kDownloadFailed = QStringLiteral(
     "若无法更新可能是由于你的防火墙设为禁止程序访问网络,\n你现在可以重新试试,多试几次。");
 inline const QString kLookupAsk = QStringLiteral("请输入您要查询的期号（如:2008118）：");
 inline const QString kLookupTitle = QStringLiteral("输入要查询的期号");
+inline QString refusedDrawsText(int count) {
+    return QStringLiteral("已拒绝 %1 条无效记录").arg(count);
+}
+inline QString overwriteDrawsText(int count) {
+    return QStringLiteral("下载的数据中有 %1 期与已存的开奖号码不同，是否以下载的为准？").arg(count);
+}
 inline const QString kLookupMissing = QStringLiteral("很抱歉，没有找到该期的开奖数据。请稍后再试。。。");
 }  // namespace msg
 
@@ -61,6 +67,31 @@ QString mirror_Address(int index);
 // every draw it holds from ten issues before the latest to 3000 after, then recomputes the derived columns of
 // the first draw and of that range. False, with nothing written, when the page is not a draw list.
 bool fetch_KaiJiang(const QString& address = {});
+
+struct SourceDraws;
+
+// The official draw notice service (its path ends in findDrawNotice): asked page by page, and its
+// numbers win over stored ones without a question.
+bool is_NoticeService(const QString& address);
+// The address of one page of notices from issue `from` on (0: every draw).
+QString notice_PageAddress(const QString& address, IssueNumber from, int pageNo);
+
+// Stores downloaded draws through store_KaiJiang in one transaction, with their prize tiers, then
+// recounts the first draw and the range stored. A draw stored with other numbers is overwritten only
+// when `official` or after the user agrees. Returns the count of draws written.
+int store_Downloaded(SourceDraws& source, bool official);
+
+// What a fetch came to: whether a response of a known kind was read, the draws written, the records
+// refused.
+struct FetchOutcome {
+    bool read = false;
+    int stored = 0;
+    int refused = 0;
+};
+// The fetch of one address (the mirror in use when empty), whatever its kind: the draw list from ten
+// issues before the latest to 3000 after; notices and text lists from ten issues before the latest,
+// or every draw when the table is empty.
+FetchOutcome fetch_Draws(const QString& address = {});
 
 // cmmUpdateHistory_Click(1) without its buttons and pages: the fetch, then "已成功更新!" or the
 // five-line failure message with the move to the next mirror. Error: a store failure ended the run

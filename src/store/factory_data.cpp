@@ -51,9 +51,10 @@ void fillNumberTraits(Store& store) {
 }  // namespace
 
 QStringList defaultMirrorAddresses() {
-    return {QStringLiteral("https://dovrex.example/ssq/list.txt"),
-            QStringLiteral("https://mirror2.dovrex.example/ssq/list.txt"),
-            QStringLiteral("https://mirror3.dovrex.example/ssq/list.txt")};
+    return {
+        QStringLiteral("https://www.cwl.gov.cn/cwl_admin/front/cwlkj/search/kjxx/findDrawNotice?name=ssq"),
+        QStringLiteral("https://data.17500.cn/ssq_asc.txt"),
+        QStringLiteral("https://data.17500.cn/ssq_desc.txt")};
 }
 
 void seedConditionTables(Store& store) {

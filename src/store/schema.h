@@ -9,14 +9,18 @@ class Store;
 
 // Column lists of the store's tables, in their order. select * reads them in this order.
 namespace schema {
-QStringList historyColumns();        // 历史记录
-QStringList ticketColumns();         // 日志表
-QStringList numberTraitColumns();    // 号码特性
-QStringList historyDerivedColumns(); // the columns recalc_LiShiLie writes, in its order
+QStringList historyColumns();         // 历史记录
+QStringList ticketColumns();          // 日志表
+QStringList numberTraitColumns();     // 号码特性
+QStringList historyDerivedColumns();  // the columns recalc_LiShiLie writes, in its order
 }  // namespace schema
 
 // Creates every table of the working store (empty). Safe on a store that has some of them.
 void createWorkStoreSchema(Store& store);
+
+// 奖级奖金: the winners and the prize in yuan of each tier of a draw, as its notice gave them (奖金
+// empty when the notice left it blank). Also made on a store older than the table.
+void createPrizeSchema(Store& store);
 
 // Creates the four condition tables that the template, the user files and exported condition
 // files hold: 过滤条件, 过滤条件使用情况, 历史数据过滤, 号码特性.

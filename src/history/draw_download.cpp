@@ -233,10 +233,12 @@ SourceDraws fetchNotices(const QString& address, IssueNumber from) {
         all.draws += page.draws;
         all.prizes += page.prizes;
         all.refused += page.refused;
-        const int pages = page.pageCount > 0 ? page.pageCount : pageNo + 1;
-        ui.ui_Progress(0, pages, pageNo, true);
+        // The service names its last page; without that a short page is the last.
+        const bool last = page.pageCount > 0 ? pageNo >= page.pageCount
+                                             : page.draws.size() + page.refused < kNoticePageSize;
+        ui.ui_Progress(0, std::max(page.pageCount, pageNo), pageNo, true);
         ui.ui_Pump();
-        if (shared().tingZhi || pageNo >= pages || page.draws.size() + page.refused < kNoticePageSize) break;
+        if (shared().tingZhi || last) break;
     }
     return all;
 }

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QHostAddress>
 #include <QTimer>
+#include <QUrl>
+#include <QUrlQuery>
 
 DrawListServer::DrawListServer() {
     ensureCoreApplication();
@@ -48,14 +50,15 @@ void DrawListServer::answer(QTcpSocket* socket) {
     request += socket->readAll();
     if (!request.contains("\r\n\r\n")) return;
     ++requests_;
+    lastRequest_ = request;
     const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
     pending_.remove(socket);
     if (mode_ == Mode::Silent) return;
 
     const QString path = QString::fromLatin1(line.value(1));
     QByteArray head, body;
-    if (pages_.contains(path)) {
-        const Page& page = pages_[path];
+    if (const Page* found = pageFor(path)) {
+        const Page& page = *found;
         body = page.body;
         head = "HTTP/1.1 200 OK\r\nContent-Type: " + page.contentType + "\r\n";
     } else {
@@ -81,6 +84,25 @@ void DrawListServer::answer(QTcpSocket* socket) {
     if (mode_ == Mode::Truncated) body = body.left(cutAt_);
     socket->write(head + body);
     socket->disconnectFromHost();
+}
+
+const DrawListServer::Page* DrawListServer::pageFor(const QString& target) const {
+    const QUrl asked(target);
+    const QUrlQuery askedQuery(asked);
+    const Page* best = nullptr;
+    qsizetype bestItems = -1;
+    for (auto it = pages_.cbegin(); it != pages_.cend(); ++it) {
+        const QUrl key(it.key());
+        if (key.path() != asked.path()) continue;
+        const auto items = QUrlQuery(key).queryItems();
+        bool all = true;
+        for (const auto& [name, value] : items) all = all && askedQuery.queryItemValue(name) == value;
+        if (all && items.size() > bestItems) {
+            best = &it.value();
+            bestItems = items.size();
+        }
+    }
+    return best;
 }
 
 void ensureCoreApplication() {

@@ -29,6 +29,8 @@ class DrawListServer : public QObject {
     void stop();
     QString url(const QString& path) const;
 
+    // `path` may carry query items ("/notice?pageNo=2"): the page then answers requests to that path
+    // holding those items, before a page of the bare path does.
     void setPage(const QString& path, const QByteArray& body,
                  const QByteArray& contentType = "text/plain; charset=utf-8");
     void setMode(Mode mode, int cutAt = 0) {
@@ -40,6 +42,8 @@ class DrawListServer : public QObject {
         trickleMs_ = everyMs;
     }
     int requests() const { return requests_; }
+    // The head of the last request, as it came.
+    const QByteArray& lastRequest() const { return lastRequest_; }
 
   private:
     void accept();
@@ -48,6 +52,7 @@ class DrawListServer : public QObject {
     struct Page {
         QByteArray body, contentType;
     };
+    const Page* pageFor(const QString& target) const;
     QTcpServer server_;
     quint16 port_ = 0;
     QHash<QString, Page> pages_;
@@ -57,6 +62,7 @@ class DrawListServer : public QObject {
     int cutAt_ = 0;
     int trickleMs_ = 0;
     int requests_ = 0;
+    QByteArray lastRequest_;
 };
 
 // The tests' QCoreApplication, made once (the network and the event loop need one).

@@ -1,0 +1,107 @@
+// The three kinds of draw source read from samples written from their public formats.
+#include <gtest/gtest.h>
+
+#include <QDate>
+#include <QFile>
+#include <QStringDecoder>
+
+#include "domain/date_value.h"
+#include "history/draw_list.h"
+#include "history/draw_sources.h"
+
+using namespace dovrex;
+
+namespace {
+
+QByteArray sample(const char* name) {
+    QFile f(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/") + QLatin1String(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QList<IssueNumber> issuesOf(const SourceDraws& s) {
+    QList<IssueNumber> issues;
+    for (const DrawRecord& d : s.draws) issues << d.issue;
+    return issues;
+}
+
+}  // namespace
+
+TEST(DrawSources, EachResponseIsToldByItsContentAndReadWithBadDrawsCounted) {
+    const QByteArray drawList =
+        "双色球 336\r\n2003001 2003/02/23 10 11 12 13 26 28 11\r\n"
+        "2003002 2003/02/27 34 09 19 20 21 26 12\r\n2003003 2003/03/02 01 07 10 23 28 32 16\r\n";
+    struct Case {
+        const char* what;
+        QByteArray body;
+        QByteArray contentType;
+        DrawSourceKind kind;
+        QList<IssueNumber> issues;
+        int refused;
+    };
+    // clang-format off
+    const Case cases[] = {
+        {"draw list, a red folded to 0", drawList, "text/plain", DrawSourceKind::DrawList, {2003001, 2003003}, 1},
+        {"notices page 1", sample("notices_page1.json"), "application/json", DrawSourceKind::Notices,
+         {2026098, 2026097, 2026096}, 0},
+        {"notices page 2: a red twice, a numeric code", sample("notices_page2.json"), "application/json;charset=UTF-8",
+         DrawSourceKind::Notices, {2003001}, 1},
+        {"text list, UTF-8, oldest first", sample("text_list_asc.txt"), "text/plain", DrawSourceKind::TextList,
+         {2003001, 2003002, 2003003, 2026096, 2026097}, 2},
+        {"text list, GB18030, five-digit issues, newest first", sample("text_list_desc_gb18030.txt"), "text/plain",
+         DrawSourceKind::TextList, {2026098, 2026097, 2003002}, 1},
+        {"an HTML page", sample("not_a_list.html"), "text/html", DrawSourceKind::Unknown, {}, 0},
+        {"JSON of another shape", sample("other_shape.json"), "application/json", DrawSourceKind::Unknown, {}, 0},
+        {"an empty body", QByteArray(), "text/plain", DrawSourceKind::Unknown, {}, 0},
+        {"a body over the limit", QByteArray(kMaxDrawSourceBytes + 1, '1'), "text/plain", DrawSourceKind::Unknown, {}, 0},
+    };
+    // clang-format on
+    for (const Case& c : cases) {
+        const SourceDraws got = read_DrawSource(c.body, c.contentType, 2002991, 2006001);
+        EXPECT_EQ(got.kind, c.kind) << c.what;
+        EXPECT_EQ(issuesOf(got), c.issues) << c.what;
+        EXPECT_EQ(got.refused, c.refused) << c.what;
+    }
+}
+
+TEST(DrawSources, NoticesCarryTheirDatesBallsAndPrizeTiers) {
+    const SourceDraws page = read_Notices(QString::fromUtf8(sample("notices_page1.json")));
+    ASSERT_EQ(page.draws.size(), 3);
+    EXPECT_EQ(page.pageCount, 2);
+    const DrawRecord& d = page.draws[2];
+    EXPECT_EQ(dateText(d.date), QStringLiteral("2026/08/20"));
+    EXPECT_EQ(d.reds, makeReds(1, 4, 16, 22, 26, 31));
+    EXPECT_EQ(d.blue, 4);
+    ASSERT_EQ(page.prizes.size(), 18);  // tiers 1..6 of each draw; the seventh entry is not a tier
+    const PrizeTier& first = page.prizes[12];
+    EXPECT_EQ(first.issue, 2026096);
+    EXPECT_EQ(first.tier, 1);
+    EXPECT_EQ(first.winners, 8);
+    EXPECT_EQ(first.prize, 6821493);
+    EXPECT_EQ(page.prizes[0].prize, -1) << "a blank prize is unknown, not 0";
+    EXPECT_EQ(page.prizes[0].winners, 0);
+
+    // The text list gives the same draw from a five-digit issue and a date without separators.
+    const SourceDraws list = read_TextList(QStringDecoder("GB18030")(sample("text_list_desc_gb18030.txt")));
+    ASSERT_FALSE(list.draws.isEmpty());
+    EXPECT_EQ(dateText(list.draws[0].date), QStringLiteral("2026/08/25"));
+    EXPECT_EQ(list.draws[0].reds, page.draws[0].reds);
+    EXPECT_EQ(list.draws[0].blue, page.draws[0].blue);
+}
+
+TEST(DrawSources, ADrawMustBeOneTheEntryRowWouldTake) {
+    DrawRecord d{2026096, toDateValue(QDate(2026, 8, 20)), makeReds(1, 4, 16, 22, 26, 31), 4};
+    EXPECT_TRUE(valid_Draw(d));
+    auto with = [&](auto change) {
+        DrawRecord x = d;
+        change(x);
+        return valid_Draw(x);
+    };
+    EXPECT_FALSE(with([](DrawRecord& x) { x.reds[6] = 34; }));
+    EXPECT_FALSE(with([](DrawRecord& x) { x.reds[1] = 0; }));
+    EXPECT_FALSE(with([](DrawRecord& x) { x.reds[2] = x.reds[1]; }));
+    EXPECT_FALSE(with([](DrawRecord& x) { x.blue = 17; }));
+    EXPECT_FALSE(with([](DrawRecord& x) { x.blue = 0; }));
+    EXPECT_FALSE(with([](DrawRecord& x) { x.issue = 2025096; }));  // not the year of its date
+    EXPECT_FALSE(with([](DrawRecord& x) { x.issue = 2026000; }));
+    EXPECT_FALSE(with([](DrawRecord& x) { x.issue = 2026201; }));
+}

@@ -10,6 +10,7 @@
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "history/draw_records.h"
+#include "history/draw_sources.h"
 #include "history/history_queries.h"
 #include "store/factory_data.h"
 #include "store/pack.h"
@@ -320,4 +321,98 @@ TEST_F(DownloadTest, TheHeadlessCommandsEnterSearchDeleteAndDownload) {
     EXPECT_TRUE(out.contains(QStringLiteral("deleted")));
     EXPECT_TRUE(out.contains(QStringLiteral("missing")));
     EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2")));
+}
+
+namespace {
+
+QByteArray sample(const char* name) {
+    QFile f(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/") + QLatin1String(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+const QString kNoticePath = QStringLiteral("/cwl_admin/front/cwlkj/search/kjxx/findDrawNotice");
+
+}  // namespace
+
+TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverStoredNumbers) {
+    server.setPage(kNoticePath + QStringLiteral("?pageNo=1"), sample("notices_page1.json"),
+                   "application/json");
+    server.setPage(kNoticePath + QStringLiteral("?pageNo=2"), sample("notices_page2.json"),
+                   "application/json");
+    useMirrors({server.url(kNoticePath + QStringLiteral("?name=ssq")), server.url(kListPath),
+                server.url(kListPath)});
+
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(ui().messages(),
+              QStringList{ScriptedScreen::oneLine(msg::kDownloadDone + u'\n' + msg::refusedDrawsText(1))});
+    EXPECT_EQ(server.requests(), 2);
+    const QByteArray head = server.lastRequest();
+    EXPECT_TRUE(head.contains("User-Agent: Mozilla/5.0")) << head.constData();
+    EXPECT_TRUE(head.contains("Referer: " + server.url(QStringLiteral("/")).toUtf8())) << head.constData();
+    EXPECT_FALSE(head.contains("issueStart")) << "an empty table asks for the whole history";
+    EXPECT_EQ(historyCount(db()), 4);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 奖级奖金")), 18);
+    EXPECT_EQ(intScalar(QStringLiteral("select 奖金 from 奖级奖金 where 期号=2026096 and 奖级=1")), 6821493);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 奖级奖金 where 奖金 is null")), 1);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 历史记录 where 和值 is null")), 0);
+
+    // A second download asks from ten issues before the newest and corrects a mistyped draw unasked.
+    db().execute(QStringLiteral("update 历史记录 set 蓝球=16 where 期号=2026097"));
+    ui().clear();
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_TRUE(server.lastRequest().contains("issueStart=2026088"));
+    EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CONFIRM")).isEmpty());
+    EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2026097")), 7);
+}
+
+TEST_F(DownloadTest, AListMovesAStoredDrawOnlyWhenTheUserAgrees) {
+    server.setPage(kListPath, sample("text_list_asc.txt"));
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(historyCount(db()), 5);
+    EXPECT_EQ(ui().messages(),
+              QStringList{ScriptedScreen::oneLine(msg::kDownloadDone + u'\n' + msg::refusedDrawsText(2))});
+    // Only the newest draws are read from a whole list once the table has some.
+    db().execute(QStringLiteral("update 历史记录 set 蓝球=16 where 期号 in (2003001, 2026097)"));
+    ui().answerConfirm(false);
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2026097")), 16);
+    ui().answerConfirm(true);
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2026097")), 7);
+    EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2003001")), 16);
+    EXPECT_EQ(ui().linesStartingWith(QStringLiteral("CONFIRM ")).size(), 2);
+}
+
+TEST_F(DownloadTest, AWrongKindOrAHugeBodyStoresNothing) {
+    server.setPage(kListPath, sample("notices_page1.json"));
+    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    const QList<QVariantList> before = historyRows(db());
+    server.setPage(kListPath, sample("other_shape.json"), "application/json");
+    expectFailure("JSON of another shape");
+    server.setPage(kListPath, QByteArray());
+    expectFailure("an empty body");
+    server.setPage(kListPath, QByteArray(kMaxDrawSourceBytes + 1, '7'));
+    expectFailure("a body over the limit");
+    EXPECT_EQ(historyRows(db()), before);
+}
+
+TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
+    const QString file = tempPath(QStringLiteral("kinds.dat"));
+    makeFreshStoreFile(file);
+    shared().g_Store = nullptr;
+    server.setPage(QStringLiteral("/other.json"), sample("other_shape.json"), "application/json");
+    server.setPage(kNoticePath, sample("notices_page1.json"), "application/json");
+    server.setPage(QStringLiteral("/ssq_desc.txt"), sample("text_list_desc_gb18030.txt"), "text/plain");
+    QStringList out;
+    HeadlessRunner runner([&out](const QString& line) { out << line; });
+    const int code =
+        runner.runScript(QStringLiteral("open-store %1\nmirrors %2 %3 %4\ndownload\ndownload\n"
+                                        "mirrors %2 %4 %3\ndownload\n")
+                             .arg(file, server.url(QStringLiteral("/other.json")), server.url(kNoticePath),
+                                  server.url(QStringLiteral("/ssq_desc.txt"))));
+    const QString all = out.join(u'\n');
+    EXPECT_EQ(code, 0) << all.toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2"))) << all.toStdString();
+    EXPECT_EQ(out.filter(QStringLiteral("updated, next mirror 2")).size(), 2) << all.toStdString();
+    EXPECT_TRUE(all.contains(msg::refusedDrawsText(1))) << "the text list's bad blue";
 }

@@ -83,6 +83,7 @@ bool headless_Check(HeadlessRunner& r, const HeadlessArgs& a) {
     int issue = 0;
     if (!r.requireStore() || !issueOrGrid(r, a, issue)) return false;
     r.print(QStringLiteral("best %1").arg(check_KaiJiang(issue)));
+    for (const QString& line : prize_MoneyLines(prize_MoneyOfChecked(issue))) r.print(line);
     return true;
 }
 

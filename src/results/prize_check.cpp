@@ -7,6 +7,7 @@
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
+#include "store/schema.h"
 
 namespace dovrex {
 
@@ -38,6 +39,57 @@ const QString& prize_TierText(int tier) {
                                               QStringLiteral("五等奖： "),
                                               QStringLiteral("六等奖： ")};
     return texts[size_t(tier >= 1 && tier <= 6 ? tier : 0)];
+}
+
+PrizeMoney prize_Money(IssueNumber issue, const std::array<int, 7>& tickets, int ticketCount) {
+    PrizeMoney money;
+    money.tickets = tickets;
+    money.prize = {0, -1, -1, 3000, 200, 10, 5};
+    createPrizeSchema(store());  // a store older than the table has no prizes yet
+    for (auto c =
+             store_Query(QStringLiteral("SELECT 奖级, 奖金 FROM 奖级奖金 WHERE 期号=? AND 奖级<=2"), {issue});
+         !c->eof(); c->moveNext()) {
+        const int tier = c->intValue(0);
+        if ((tier == 1 || tier == 2) && !c->value(1).isNull() && c->value(1).toLongLong() > 0)
+            money.prize[size_t(tier)] = c->value(1).toLongLong();
+    }
+    for (int tier = 1; tier <= 6; ++tier) {
+        const int n = tickets[size_t(tier)];
+        if (n == 0) continue;
+        if (money.prize[size_t(tier)] < 0)
+            money.unknown = true;
+        else
+            money.total += n * money.prize[size_t(tier)];
+    }
+    money.cost = kTicketPrice * ticketCount;
+    return money;
+}
+
+PrizeMoney prize_MoneyOfChecked(IssueNumber issue) {
+    std::array<int, 7> tickets{};
+    int count = 0;
+    for (auto c = store_Query(QStringLiteral("SELECT 红球中, 蓝球中 FROM 日志表 WHERE 期号=?"), {issue});
+         !c->eof(); c->moveNext(), ++count)
+        ++tickets[size_t(prize_Tier(c->intValue(0), c->intValue(1)))];
+    tickets[0] = 0;
+    return prize_Money(issue, tickets, count);
+}
+
+QStringList prize_MoneyLines(const PrizeMoney& money) {
+    QStringList lines;
+    for (int tier = 1; tier <= 6; ++tier) {
+        const int n = money.tickets[size_t(tier)];
+        if (n == 0) continue;
+        const qint64 prize = money.prize[size_t(tier)];
+        lines << prize_TierText(tier) +
+                     (prize < 0 ? QStringLiteral("%1 注 × %2").arg(n).arg(msg::kPrizeUnknown)
+                                : QStringLiteral("%1 注 × %2 元 = %3 元").arg(n).arg(prize).arg(n * prize));
+    }
+    lines << QStringLiteral("中奖合计： %1 元%2")
+                 .arg(money.total)
+                 .arg(money.unknown ? QStringLiteral("（另有奖金未知的奖级）") : QString());
+    lines << QStringLiteral("投注成本： %1 元").arg(money.cost);
+    return lines;
 }
 
 const DrawnNumbers& prize_DrawnNumbers() {
@@ -101,6 +153,10 @@ int check_KaiJiang(IssueNumber issue) {
     QString report = msg::kCheckReportHead + kCrLf2;
     for (int tier = 1; tier <= 6; ++tier)
         report += prize_TierText(tier) + to_QuanJiao(tally[size_t(tier)]) + QStringLiteral(" 注") + kCrLf2;
+    std::array<int, 7> winners{};
+    for (int tier = 1; tier <= 6; ++tier) winners[size_t(tier)] = tally[size_t(tier)];
+    for (const QString& line : prize_MoneyLines(prize_Money(issue, winners, int(tickets.size()))))
+        report += line + kCrLf2;
     log_CaoZuo(report, true);
 
     load_TouZhuBiao(issue);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <array>
 
 #include "domain/game.h"
@@ -22,7 +23,24 @@ const DrawnNumbers& prize_DrawnNumbers();
 // numbers as balls in it. Returns the highest sum of hits, 0 when nothing could be checked or hit.
 int check_KaiJiang(IssueNumber issue);
 
+// What the tickets of a check won: the tickets per tier, the prize of one ticket in each tier (tiers
+// 3..6 fixed, 1 and 2 from the draw's notice in 奖级奖金, -1 when it was not downloaded), the total
+// of the known prizes and the cost of the tickets.
+struct PrizeMoney {
+    std::array<int, 7> tickets{};
+    std::array<qint64, 7> prize{};
+    qint64 total = 0;
+    bool unknown = false;  // a tier with winning tickets has no known prize
+    qint64 cost = 0;
+};
+PrizeMoney prize_Money(IssueNumber issue, const std::array<int, 7>& tickets, int ticketCount);
+// The money of the last check of `issue`, from the hits 日志表 holds.
+PrizeMoney prize_MoneyOfChecked(IssueNumber issue);
+// The lines of the report: per winning tier the count times the prize, the total, the cost.
+QStringList prize_MoneyLines(const PrizeMoney& money);
+
 namespace msg {
+inline const QString kPrizeUnknown = QStringLiteral("奖金未知");
 inline const QString kNothingToCheck = QStringLiteral("没有要核对的号码！请先选号！");
 inline const QString kCheckDone = QStringLiteral("开奖核对完成,结果请查看右边的操作提示！");
 inline const QString kCheckReportHead = QStringLiteral("开奖核对结果如下——");

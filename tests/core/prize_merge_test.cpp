@@ -59,7 +59,10 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     EXPECT_EQ(hits(other), std::make_pair(0, 0));  // another issue is not checked
     const QString report = QStringLiteral(
         "开奖核对结果如下——\r\n\r\n一等奖： ０ 注\r\n\r\n二等奖： １ 注\r\n\r\n三等奖： １ 注\r\n\r\n"
-        "四等奖： ０ 注\r\n\r\n五等奖： ２ 注\r\n\r\n六等奖： １ 注\r\n\r\n\r\n\r\nold");
+        "四等奖： ０ 注\r\n\r\n五等奖： ２ 注\r\n\r\n六等奖： １ 注\r\n\r\n"
+        "二等奖： 1 注 × 奖金未知\r\n\r\n三等奖： 1 注 × 3000 元 = 3000 元\r\n\r\n"
+        "五等奖： 2 注 × 10 元 = 20 元\r\n\r\n六等奖： 1 注 × 5 元 = 5 元\r\n\r\n"
+        "中奖合计： 3025 元（另有奖金未知的奖级）\r\n\r\n投注成本： 12 元\r\n\r\n\r\n\r\nold");
     EXPECT_EQ(shared().operationLog, report);
     EXPECT_EQ(ui().messages(), QStringList{msg::kCheckDone});
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("DRAWN TDBGrid_RZ 04 09 16 27 31 33 + 01")));
@@ -70,6 +73,15 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     EXPECT_EQ(check_KaiJiang(kIssue), 6);
     EXPECT_EQ(hits(five1), std::make_pair(5, 1));
     EXPECT_EQ(shared().operationLog.count(QStringLiteral("开奖核对结果如下")), 2);
+
+    // Once the draw's notice is in, tier 2 has its prize; a blank tier 1 stays unknown.
+    store_Execute(QStringLiteral("INSERT INTO 奖级奖金 VALUES (?, 1, 0, NULL), (?, 2, 97, 201346)"),
+                  {kIssue, kIssue});
+    const PrizeMoney money = prize_MoneyOfChecked(kIssue);
+    EXPECT_EQ(money.prize[1], -1);
+    EXPECT_EQ(money.total, 201346 + 3025);
+    EXPECT_FALSE(money.unknown);
+    EXPECT_EQ(money.cost, 12);
 }
 
 TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {

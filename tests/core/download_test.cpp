@@ -407,7 +407,10 @@ TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
     HeadlessRunner runner([&out](const QString& line) { out << line; });
     const int code =
         runner.runScript(QStringLiteral("open-store %1\nmirrors %2 %3 %4\ndownload\ndownload\n"
-                                        "mirrors %2 %4 %3\ndownload\n")
+                                        "mirrors %2 %4 %3\ndownload\n"
+                                                     "sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, "
+                                                     "红球5, 红球6, 蓝球) VALUES (1, 2026096, 1, 4, 16, 22, 26, 31, 4)\n"
+                                                     "check 2026096\n")
                              .arg(file, server.url(QStringLiteral("/other.json")), server.url(kNoticePath),
                                   server.url(QStringLiteral("/ssq_desc.txt"))));
     const QString all = out.join(u'\n');
@@ -415,4 +418,7 @@ TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
     EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2"))) << all.toStdString();
     EXPECT_EQ(out.filter(QStringLiteral("updated, next mirror 2")).size(), 2) << all.toStdString();
     EXPECT_TRUE(all.contains(msg::refusedDrawsText(1))) << "the text list's bad blue";
+    EXPECT_TRUE(out.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元"))) << all.toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("中奖合计： 6821493 元")));
+    EXPECT_TRUE(out.contains(QStringLiteral("投注成本： 2 元")));
 }

@@ -163,6 +163,7 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"draw-search", "<column>=<text>...", headless_DrawSearch},
         {"download", "[<url>]", headless_Download},
         {"lookup", "[<issue>]", headless_Lookup},
+        {"download-file", "<file>", headless_DownloadFile},
         {"mirrors", "[<url1> <url2> <url3>]", headless_Mirrors},
         {"pick", "<0|1|2> <id|a-b>...", headless_Pick},
         {"click", "<button index>", headless_Click},

@@ -53,6 +53,14 @@ bool headless_Download(HeadlessRunner& r, const HeadlessArgs& a) {
     return true;
 }
 
+bool headless_DownloadFile(HeadlessRunner& r, const HeadlessArgs& a) {
+    if (!r.requireStore()) return false;
+    if (a.text.isEmpty()) return r.fail(QStringLiteral("download-file <file>"));
+    static const char* const words[] = {"updated", "failed", "error"};
+    r.print(QLatin1String(words[int(update_FromFile(a.text))]));
+    return true;
+}
+
 bool headless_Lookup(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     if (!a.text.isEmpty()) r.screen().answerText(a.text);

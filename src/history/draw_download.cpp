@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -19,6 +20,7 @@
 #include "history/draw_sources.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
+#include "screen/chosen_file.h"
 #include "screen/shared_state.h"
 #include "store/factory_data.h"
 #include "store/schema.h"
@@ -342,6 +344,35 @@ DownloadResult download_KaiJiang(const QString& address) {
     ui.ui_Message(msg::kDownloadFailed, MessageKind::Warning);
     shared().g_MirrorIndex = (((shared().g_MirrorIndex + 1) % kMirrorCount) + kMirrorCount) % kMirrorCount;
     return DownloadResult::Failed;
+}
+
+DownloadResult update_FromFile(const QString& chosen) {
+    Screen& ui = screen();
+    const QString path = chosen.isEmpty() ? ui.ui_PickFile(msg::kDrawFileFilter, false) : chosen;
+    if (path.isEmpty()) return DownloadResult::Failed;
+    QFile file;
+    if (!openChosenFile(file, path)) return DownloadResult::Failed;
+    const QByteArray body =
+        file.size() > kMaxDrawSourceBytes ? QByteArray() : file.read(kMaxDrawSourceBytes + 1);
+    file.close();
+    try {
+        shared().tingZhi = 0;
+        const bool empty = store().scalar(QStringLiteral("select count(*) from 历史记录")).toInt() == 0;
+        const IssueNumber latest = latest_QiHao();
+        SourceDraws source =
+            read_DrawSource(body, QByteArray(), empty ? 0 : latest - kIssuesBack, latest + kIssuesOn);
+        if (source.kind == DrawSourceKind::Unknown) {
+            ui.ui_Message(msg::kNotADrawFile, MessageKind::Warning);
+            return DownloadResult::Failed;
+        }
+        store_Downloaded(source, false);
+        show_LiShi();
+        ui.ui_Message(source.refused > 0 ? msg::kDownloadDone + u'\n' + msg::refusedDrawsText(source.refused)
+                                         : msg::kDownloadDone);
+        return DownloadResult::Updated;
+    } catch (const StoreError&) {
+        return DownloadResult::Error;
+    }
 }
 
 QString lookup_Address(IssueNumber issue) {

@@ -26,6 +26,8 @@ inline QString refusedDrawsText(int count) {
 inline QString overwriteDrawsText(int count) {
     return QStringLiteral("下载的数据中有 %1 期与已存的开奖号码不同，是否以下载的为准？").arg(count);
 }
+inline const QString kDrawFileFilter = QStringLiteral("开奖数据 (*.txt *.json *.htm *.html);;所有文件 (*)");
+inline const QString kNotADrawFile = QStringLiteral("所选文件中没有可读的开奖数据，历史记录未作改动。");
 inline const QString kLookupMissing = QStringLiteral("很抱歉，没有找到该期的开奖数据。请稍后再试。。。");
 }  // namespace msg
 
@@ -99,6 +101,11 @@ FetchOutcome fetch_Draws(const QString& address = {});
 // (advance_Entry) and redraws its pages; after any result it calls history_Status.
 enum class DownloadResult { Updated, Failed, Error };
 DownloadResult download_KaiJiang(const QString& address = {});
+
+// 从文件更新: a saved draw list, text list or notice file (picked when `path` is empty) read as a
+// download would read it, for a machine without a network. Its numbers never move a stored draw
+// without the user's word. Failed when nothing was picked or the file holds no draws.
+DownloadResult update_FromFile(const QString& path = {});
 
 // The page of one issue on the mirror in use: beside the list, the last five digits of the issue
 // and ".html".

@@ -376,6 +376,16 @@ void HistoryPage::downloadDraws() {
     history_Status();
 }
 
+void HistoryPage::updateFromFile() {
+    setView(HistoryView::Draws);
+    DownloadResult result = DownloadResult::Error;
+    const bool ran = runCommand([&] { result = update_FromFile(); });
+    if (ran && result == DownloadResult::Error) dovrex::screen().ui_Message(msg::kCommandFailed, MessageKind::Error);
+    if (result == DownloadResult::Updated) resetEntry();
+    emit historyChanged();
+    history_Status();
+}
+
 void HistoryPage::deleteDraw() {
     DeleteResult result = DeleteResult::Cancelled;
     runCommand([&] { result = cmm_scls(view_ == HistoryView::Draws); });

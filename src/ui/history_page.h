@@ -56,13 +56,14 @@ class HistoryPage : public QWidget {
     void resetEntry();
 
     // The commands of the page's buttons.
-    void addDraw();        // 添加记录
-    void downloadDraws();  // 下载更新
-    void deleteDraw();     // 删除记录
-    void beginSearch();    // 搜索: shows the search row
-    void runSearch();      // 开始搜索
-    void clearSearch();    // 清除条件
-    void lookupDraw();     // 查询开奖
+    void addDraw();         // 添加记录
+    void downloadDraws();   // 下载更新
+    void updateFromFile();  // 从文件更新
+    void deleteDraw();      // 删除记录
+    void beginSearch();     // 搜索: shows the search row
+    void runSearch();       // 开始搜索
+    void clearSearch();     // 清除条件
+    void lookupDraw();      // 查询开奖
     // mnu_InputKaiJian: tells how to enter a draw and puts the focus in the entry row.
     void promptEntry();
 

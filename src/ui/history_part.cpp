@@ -34,6 +34,8 @@ const RegisterWindowPart historyMenus("history menus", 20, [](FormMain& window) 
              [](HistoryPage& p) { p.promptEntry(); });
     addEntry(data, before, QStringLiteral("mnu_AutoUpdate"), QStringLiteral("下载最新开奖数据(&U)"), window,
              [](HistoryPage& p) { p.downloadDraws(); });
+    addEntry(data, before, QStringLiteral("mnu_UpdateFromFile"), QStringLiteral("从文件更新开奖数据(&F)..."), window,
+             [](HistoryPage& p) { p.updateFromFile(); });
 });
 
 // At the end of the 分析 menu, after the analysis pages' entries.

@@ -12,6 +12,7 @@
 #include "history/draw_records.h"
 #include "history/draw_sources.h"
 #include "history/history_queries.h"
+#include "screen/chosen_file.h"
 #include "store/factory_data.h"
 #include "store/pack.h"
 #include "store/schema.h"
@@ -408,9 +409,9 @@ TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
     const int code =
         runner.runScript(QStringLiteral("open-store %1\nmirrors %2 %3 %4\ndownload\ndownload\n"
                                         "mirrors %2 %4 %3\ndownload\n"
-                                                     "sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, "
-                                                     "红球5, 红球6, 蓝球) VALUES (1, 2026096, 1, 4, 16, 22, 26, 31, 4)\n"
-                                                     "check 2026096\n")
+                                        "sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, "
+                                        "红球5, 红球6, 蓝球) VALUES (1, 2026096, 1, 4, 16, 22, 26, 31, 4)\n"
+                                        "check 2026096\n")
                              .arg(file, server.url(QStringLiteral("/other.json")), server.url(kNoticePath),
                                   server.url(QStringLiteral("/ssq_desc.txt"))));
     const QString all = out.join(u'\n');
@@ -421,4 +422,16 @@ TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
     EXPECT_TRUE(out.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元"))) << all.toStdString();
     EXPECT_TRUE(out.contains(QStringLiteral("中奖合计： 6821493 元")));
     EXPECT_TRUE(out.contains(QStringLiteral("投注成本： 2 元")));
+}
+
+TEST_F(DownloadTest, ASavedFileIsReadByTheSameReaders) {
+    ui().answerFile(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/notices_page1.json"));
+    EXPECT_EQ(update_FromFile(), DownloadResult::Updated);
+    EXPECT_EQ(historyCount(db()), 3);
+    EXPECT_EQ(update_FromFile(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/not_a_list.html")),
+              DownloadResult::Failed);
+    EXPECT_EQ(update_FromFile(QStringLiteral("/dev/zero")), DownloadResult::Failed);
+    EXPECT_EQ(ui().messages(), (QStringList{msg::kDownloadDone, msg::kNotADrawFile, msg::kNotARegularFile}));
+    EXPECT_EQ(historyCount(db()), 3);
+    EXPECT_EQ(server.requests(), 0);
 }

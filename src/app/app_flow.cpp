@@ -196,7 +196,9 @@ bool history_Status() {
     // history is plainly not up to date then.
     const bool empty = earliest_QiHao() == 0;
     const bool stale = empty || toQDate(next) < today;
-    screen().ui_Status(1, stale ? msg::kHistoryStale : msg::kHistoryUpToDate);
+    const int missing = empty ? 0 : missing_DrawCount(shared().g_DrawDays, latestDate, today);
+    screen().ui_Status(1, !stale ? msg::kHistoryUpToDate
+                                 : missing > 0 ? msg::historyMissingText(missing) : msg::kHistoryStale);
     return stale;
 }
 

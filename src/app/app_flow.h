@@ -30,6 +30,9 @@ inline const QString kPackWriteFailed =
     QStringLiteral("数据文件无法写入（磁盘空间不足或程序文件夹只读），上次保存的数据文件保持不变。");
 inline const QString kHistoryStale =
     QStringLiteral(" ◆◇◆→  历史记录： 不完整，请下载或手工添加开奖记录  ←◆◇◆  ");
+inline QString historyMissingText(int missing) {
+    return kHistoryStale + QStringLiteral("约缺 %1 期  ").arg(missing);
+}
 }  // namespace msg
 
 // Faces of one number button: the ball images by BallColor.

@@ -89,4 +89,13 @@ int getHistoryRecord(HistoryArray& array, IssueNumber issue) {
     return c->recordCount();
 }
 
+int missing_DrawCount(const std::array<bool, 7>& flags, DateValue latest, const QDate& today) {
+    int missing = 0;
+    // Capped at some twenty years of draws, so that a date far off never loops long.
+    for (DateValue d = next_KaiJiangRi(flags, latest); toQDate(d) < today && missing < 3000;
+         d = next_KaiJiangRi(flags, d))
+        ++missing;
+    return missing;
+}
+
 }  // namespace dovrex

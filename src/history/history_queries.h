@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <array>
 
 #include "domain/date_value.h"
@@ -26,6 +27,9 @@ int calc_WeekDay(DateValue date);
 // The first day after `date` whose weekday flag is set (the date itself never is). Gives the
 // eighth day when no flag is set in the week.
 DateValue next_KaiJiangRi(const std::array<bool, 7>& flags, DateValue date);
+// The draw days after `latest` and before `today`: the draws a history ending at `latest` probably
+// lacks (a draw of today may not have taken place yet).
+int missing_DrawCount(const std::array<bool, 7>& flags, DateValue latest, const QDate& today);
 // The default issue of the entry box: a new year's first issue when the latest draw's date lies
 // in a later year than its issue says, otherwise the latest issue plus one.
 IssueNumber next_QiHao(const QDate& pickerDate);

@@ -84,6 +84,12 @@ TEST(DrawDays, WeekdayAndNextDrawDate) {
     // The time of day does not move the result.
     EXPECT_EQ(dateText(next_KaiJiangRi(days, toDateValue(QDate(2024, 1, 7)) + 0.9)),
               QStringLiteral("2024/01/09"));
+    // Draws probably missing after a Sunday's draw: the draw days before today, today's not yet.
+    const DateValue sunday = toDateValue(QDate(2024, 1, 7));
+    EXPECT_EQ(missing_DrawCount(days, sunday, QDate(2024, 1, 9)), 0);
+    EXPECT_EQ(missing_DrawCount(days, sunday, QDate(2024, 1, 10)), 1);
+    EXPECT_EQ(missing_DrawCount(days, sunday, QDate(2024, 1, 15)), 3);
+    EXPECT_EQ(missing_DrawCount(days, sunday, QDate(2023, 1, 1)), 0);
 }
 
 TEST_F(HistoryQueriesTest, NextIssueFollowsTheLatestOrStartsTheYear) {

@@ -4,6 +4,7 @@
 #include "bench.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
+#include "history/draw_sources.h"
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/factory_data.h"
@@ -61,6 +62,35 @@ const bench::Register wholeHistory("download", [] {
     bench::report(QStringLiteral("one download onto a complete history"), double(t.nsecsElapsed()) / 1e6,
                   QStringLiteral("ms"));
     shared().g_Store = nullptr;
+});
+
+// Reading a response of each kind holding 3,500 draws, recounts excluded: the official notices
+// as JSON and a plain text list, one draw a line.
+const bench::Register readSources("download", [] {
+    QByteArray json = "{\"state\":0,\"pageCount\":1,\"result\":[";
+    QByteArray text;
+    const QDate first(2003, 2, 23);
+    for (int i = 0; i < 3500; ++i) {
+        const QDate day = first.addDays(2 * i);
+        const QByteArray issue = QByteArray::number(day.year() * 1000 + 1 + i % 150);
+        const QByteArray date = day.toString(QStringLiteral("yyyy-MM-dd")).toLatin1();
+        if (i > 0) json += ',';
+        json += "{\"name\":\"双色球\",\"code\":\"" + issue + "\",\"date\":\"" + date +
+                "(日)\",\"red\":\"01,04,16,22,26,31\",\"blue\":\"04\",\"sales\":\"382912346\","
+                "\"prizegrades\":[{\"type\":1,\"typenum\":\"8\",\"typemoney\":\"6821493\"},"
+                "{\"type\":2,\"typenum\":\"150\",\"typemoney\":\"152844\"},"
+                "{\"type\":3,\"typenum\":\"1521\",\"typemoney\":\"3000\"}]}";
+        text += issue + ' ' + date + " 01 04 16 22 26 31 04 382912346 2181236457\r\n";
+    }
+    json += "]}";
+    for (const auto& [what, body] :
+         {std::pair{"3,500-draw notice JSON", json}, std::pair{"3,500-line text list", text}}) {
+        QElapsedTimer t;
+        t.start();
+        const SourceDraws read = read_DrawSource(body, "text/plain", 0, 0);
+        bench::report(QStringLiteral("read a %1 (%2 draws)").arg(QLatin1String(what)).arg(read.draws.size()),
+                      double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+    }
 });
 
 }  // namespace

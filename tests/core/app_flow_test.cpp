@@ -444,8 +444,7 @@ TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
     EXPECT_FALSE(history_Status());
     Clock::setToday(QDate(2026, 1, 7));
     EXPECT_TRUE(history_Status());
-    EXPECT_EQ(ui().lastStatus(1),
-              QStringLiteral(" ◆◇◆→  历史记录： 不完整，请下载或手工添加开奖记录  ←◆◇◆  "));
+    EXPECT_EQ(ui().lastStatus(1), msg::historyMissingText(1));  // the draw of the 6th
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("STATUS 1")).size(), 4);
 }
 

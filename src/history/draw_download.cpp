@@ -108,6 +108,8 @@ PageReply fetch_Page(const QString& url) {
     QObject::connect(reply, &QNetworkReply::readyRead, &loop, [&] {
         page.body += reply->readAll();
         idle.start();
+        // No draw source is that large: stop reading, and the reader refuses the body whole.
+        if (page.body.size() > kMaxDrawSourceBytes) loop.quit();
     });
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     const auto giveUp = [&] {

@@ -1,8 +1,10 @@
 #include "history/history_queries.h"
 
+#include <QStringList>
 #include <cmath>
 
 #include "screen/shared_state.h"
+#include "store/schema.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -96,6 +98,34 @@ int missing_DrawCount(const std::array<bool, 7>& flags, DateValue latest, const 
          d = next_KaiJiangRi(flags, d))
         ++missing;
     return missing;
+}
+
+QString prizeTableText(IssueNumber issue) {
+    static const char16_t* const kTierNames[] = {u"",       u"一等奖", u"二等奖", u"三等奖",
+                                                 u"四等奖", u"五等奖", u"六等奖"};
+    static const qint64 kFixedPrize[] = {0, -1, -1, 3000, 200, 10, 5};
+    createPrizeSchema(store());  // a store older than the table has no prizes yet
+    std::array<qint64, 7> winners{}, prize{};
+    winners.fill(-1);
+    prize.fill(-1);
+    for (auto c = store_Query(QStringLiteral("SELECT 奖级, 注数, 奖金 FROM 奖级奖金 WHERE 期号=?"), {issue});
+         !c->eof(); c->moveNext()) {
+        const int tier = c->intValue(0);
+        if (tier < 1 || tier > 6) continue;
+        if (!c->value(1).isNull()) winners[size_t(tier)] = c->value(1).toLongLong();
+        if (!c->value(2).isNull() && c->value(2).toLongLong() > 0)
+            prize[size_t(tier)] = c->value(2).toLongLong();
+    }
+    QStringList parts;
+    for (int tier = 1; tier <= 6; ++tier) {
+        const qint64 money = prize[size_t(tier)] >= 0 ? prize[size_t(tier)] : kFixedPrize[tier];
+        QString part = QString::fromUtf16(kTierNames[tier]) + QStringLiteral("：");
+        if (winners[size_t(tier)] >= 0)
+            part += QString::number(winners[size_t(tier)]) + QStringLiteral(" 注 ");
+        part += money >= 0 ? QString::number(money) + QStringLiteral(" 元") : QStringLiteral("奖金未知");
+        parts << part;
+    }
+    return QString::number(issue) + QStringLiteral(" 期奖金　") + parts.join(QStringLiteral("　"));
 }
 
 }  // namespace dovrex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QString>
 #include <array>
 
 #include "domain/date_value.h"
@@ -39,5 +40,10 @@ IssueNumber next_QiHao(const QDate& pickerDate);
 // number of draws read.
 using HistoryArray = std::array<std::array<short, 8>, 11>;
 int getHistoryRecord(HistoryArray& array, IssueNumber issue);
+
+// The prize table of a draw as the history page shows it: each tier with its winners and prize from
+// the downloaded notice (奖级奖金); without a notice the fixed prizes of tiers 3 to 6 and "奖金未知"
+// for 1 and 2.
+QString prizeTableText(IssueNumber issue);
 
 }  // namespace dovrex

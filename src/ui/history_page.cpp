@@ -81,6 +81,14 @@ HistoryPage::HistoryPage(QWidget* parent) : QWidget(parent) {
     drawsLayout->setSpacing(0);
     drawsLayout->addWidget(search_);
     drawsLayout->addWidget(grid_, 1);
+    // The prize table of the draw the cursor stands on.
+    prizes_ = new QLabel(drawsView);
+    prizes_->setObjectName(QStringLiteral("Label_JiangJin"));
+    prizes_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    prizes_->setContentsMargins(4, 4, 4, 0);
+    drawsLayout->addWidget(prizes_);
+    connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { showPrizes(current.row()); });
 
     stack_ = new QStackedWidget(this);
     stack_->addWidget(drawsView);
@@ -380,7 +388,8 @@ void HistoryPage::updateFromFile() {
     setView(HistoryView::Draws);
     DownloadResult result = DownloadResult::Error;
     const bool ran = runCommand([&] { result = update_FromFile(); });
-    if (ran && result == DownloadResult::Error) dovrex::screen().ui_Message(msg::kCommandFailed, MessageKind::Error);
+    if (ran && result == DownloadResult::Error)
+        dovrex::screen().ui_Message(msg::kCommandFailed, MessageKind::Error);
     if (result == DownloadResult::Updated) resetEntry();
     emit historyChanged();
     history_Status();
@@ -427,6 +436,17 @@ void HistoryPage::lookupDraw() {
 void HistoryPage::promptEntry() {
     dovrex::screen().ui_Message(msg::kEnterDrawHint);
     boxes_[1]->setFocus();
+}
+
+void HistoryPage::showPrizes(int row) {
+    prizes_->clear();
+    if (row < 0 || !model_ || !model_->cursor()) return;
+    int issueColumn = -1;
+    for (int c = 0; c < model_->columnCount(); ++c)
+        if (model_->fieldName(c) == QLatin1String("期号")) issueColumn = c;
+    if (issueColumn < 0) return;
+    const int issue = model_->cursor()->valueAt(row, issueColumn).toInt();
+    if (issue > 0) runCommand([&] { prizes_->setText(prizeTableText(issue)); });
 }
 
 }  // namespace dovrex

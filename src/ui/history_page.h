@@ -79,10 +79,13 @@ class HistoryPage : public QWidget {
     QWidget* buildEntryRow();
     QWidget* buildViewBar();
     void updateCount();
+    // The prize table of the draw in grid row `row` under the grid.
+    void showPrizes(int row);
     // The range of draws the report views cover: all draws, or the newest hundred.
     std::pair<int, int> reportRange() const;
 
     QTableView* grid_;
+    QLabel* prizes_ = nullptr;
     CursorModel* model_;
     QHBoxLayout* entryRow_;
     std::array<QLineEdit*, 8> boxes_{};

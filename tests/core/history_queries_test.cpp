@@ -135,3 +135,26 @@ TEST_F(HistoryQueriesTest, RecentDrawsArray) {
 
 }  // namespace
 }  // namespace dovrex::test
+
+namespace dovrex::test {
+namespace {
+
+TEST_F(HistoryQueriesTest, PrizeTableComesFromTheNoticeOrTheFixedPrizes) {
+    // No notice downloaded: the fixed tiers, and the two that vary are unknown.
+    EXPECT_EQ(prizeTableText(2026096),
+              QStringLiteral("2026096 期奖金　一等奖：奖金未知　二等奖：奖金未知　三等奖：3000 元　四等奖：200 元"
+                             "　五等奖：10 元　六等奖：5 元"));
+    const QString insert =
+        QStringLiteral("INSERT INTO 奖级奖金 (期号, 奖级, 注数, 奖金) VALUES (2026096, ?, ?, ?)");
+    store_Execute(insert, {1, 8, 6821493});
+    store_Execute(insert, {2, 152, 167436});
+    store_Execute(insert, {6, 9141225, 5});
+    const QString text = prizeTableText(2026096);
+    EXPECT_TRUE(text.contains(QStringLiteral("一等奖：8 注 6821493 元"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("二等奖：152 注 167436 元")));
+    EXPECT_TRUE(text.contains(QStringLiteral("三等奖：3000 元")));
+    EXPECT_TRUE(text.contains(QStringLiteral("六等奖：9141225 注 5 元")));
+}
+
+}  // namespace
+}  // namespace dovrex::test

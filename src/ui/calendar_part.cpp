@@ -43,7 +43,9 @@ QWidget* calendarTool(FormMain& window) {
     return page;
 }
 
-const RegisterWindowPart calendarPart("calendar and lucky number", 200, [](FormMain& window) {
+}  // namespace
+
+void installCalendarTools(FormMain& window) {
     ensureNongLiTables();
     QMenu* tools = window.menu(QStringLiteral("工具(&T)"));
     tools->addSeparator();
@@ -54,7 +56,6 @@ const RegisterWindowPart calendarPart("calendar and lucky number", 200, [](FormM
         chooser.exec();
     });
     if (OtherPage* other = window.otherPage()) other->addTool(calendarTool(window), QStringLiteral("万年历"));
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -133,9 +133,7 @@ int CombinationPage::run(int size) {
     return written;
 }
 
-namespace {
-
-const RegisterWindowPart combinationPage("combination omission page", 32, [](FormMain& window) {
+void installCombinationPage(FormMain& window) {
     OtherPage* other = window.otherPage();
     if (!other) return;
     auto* page = new CombinationPage(other);
@@ -151,8 +149,6 @@ const RegisterWindowPart combinationPage("combination omission page", 32, [](For
             page->run(size);
         });
     }
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

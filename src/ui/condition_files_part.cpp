@@ -24,7 +24,9 @@ QAction* addEntry(QMenu* menu, const QString& name, const QString& text, FormMai
     return action;
 }
 
-const RegisterWindowPart conditionFiles("condition files and users", 50, [](FormMain& window) {
+}  // namespace
+
+void installConditionFiles(FormMain& window) {
     QMenu* tools = window.menu(QStringLiteral("工具(&T)"));
     tools->addSeparator();
     addEntry(tools, QStringLiteral("mnu_TiaoJianDaochu"), QStringLiteral("导出过滤条件..."), window,
@@ -47,7 +49,6 @@ const RegisterWindowPart conditionFiles("condition files and users", 50, [](Form
         if (ConditionsPage* conditions = window.conditionsPage()) conditions->selectTab(1);
         window.guiScreen().ui_RefreshPicks();
     });
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -182,9 +182,7 @@ void CountListsPage::reload() {
     fillCountGrid(grid_);
 }
 
-namespace {
-
-const RegisterWindowPart listPages("condition list pages", 20, [](FormMain& window) {
+void installConditionListPages(FormMain& window) {
     ConditionsPage* pages = window.conditionsPage();
     if (!pages) return;
     for (int tab = 2; tab <= 26; ++tab) {
@@ -193,8 +191,6 @@ const RegisterWindowPart listPages("condition list pages", 20, [](FormMain& wind
         else if (tab <= 10 || tab >= 16)
             pages->setTab(tab, new ConditionListPage(tab));
     }
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

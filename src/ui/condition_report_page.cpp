@@ -49,9 +49,10 @@ class ConditionReportPage : public ConditionTab {
     QPlainTextEdit* text_;
 };
 
-const RegisterWindowPart reportPage("condition report page", 24, [](FormMain& window) {
-    if (ConditionsPage* pages = window.conditionsPage()) pages->setTab(30, new ConditionReportPage(window));
-});
-
 }  // namespace
+
+void installConditionReportPage(FormMain& window) {
+    if (ConditionsPage* pages = window.conditionsPage()) pages->setTab(30, new ConditionReportPage(window));
+}
+
 }  // namespace dovrex

@@ -209,11 +209,8 @@ void CustomGroupPage::empty(bool all) {
     showGroup();
 }
 
-namespace {
-
-const RegisterWindowPart customGroupPage("custom group page", 23, [](FormMain& window) {
+void installCustomGroupPage(FormMain& window) {
     if (ConditionsPage* pages = window.conditionsPage()) pages->setTab(27, new CustomGroupPage);
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -12,7 +12,6 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabWidget>
-#include <algorithm>
 #include <functional>
 
 #include "app/app_flow.h"
@@ -72,16 +71,14 @@ FormMain::FormMain(AppFlow& flow, GuiScreen& screen, QWidget* parent)
     installParts();
 }
 
-std::vector<WindowPart>& windowParts() {
-    static std::vector<WindowPart> parts;
-    return parts;
-}
-
 void FormMain::installParts() {
-    std::vector<WindowPart> parts = windowParts();
-    std::stable_sort(parts.begin(), parts.end(),
-                     [](const WindowPart& a, const WindowPart& b) { return a.order < b.order; });
-    for (const WindowPart& part : parts) part.install(*this);
+    for (void (*install)(FormMain&) :
+         {installPickPage, installTicketsPage, installConditionListPages, installHistoryMenus,
+          installIntervalPage, installPositionPage, installCustomGroupPage, installHistoryMatchPage,
+          installConditionReportPage, installOmissionPage, installRecentHitsPage, installCombinationPage,
+          installAnalysisGroupOptions, installConditionFiles, installQuickSettings, installShrinkSettings,
+          installMirrorSettings, installTicketTools, installCalendarTools})
+        install(*this);
 }
 
 OtherPage* FormMain::otherPage() const {

@@ -128,11 +128,8 @@ void HistoryMatchPage::write() {
     runCommand([&] { write_LiShiGuoLv(s); });
 }
 
-namespace {
-
-const RegisterWindowPart historyMatchPage("history match page", 23, [](FormMain& window) {
+void installHistoryMatchPage(FormMain& window) {
     if (ConditionsPage* pages = window.conditionsPage()) pages->setTab(28, new HistoryMatchPage);
-});
+}
 
-}  // namespace
 }  // namespace dovrex

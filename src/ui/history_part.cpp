@@ -24,7 +24,9 @@ QAction* addEntry(QMenu* menu, QAction* before, const QString& name, const QStri
     return action;
 }
 
-const RegisterWindowPart historyMenus("history menus", 20, [](FormMain& window) {
+}  // namespace
+
+void installHistoryMenus(FormMain& window) {
     QMenu* data = window.menu(QStringLiteral("数据(&D)"));
     // After 历史数据, before the display modes.
     QAction* before = data->actions().value(1);
@@ -36,10 +38,10 @@ const RegisterWindowPart historyMenus("history menus", 20, [](FormMain& window) 
              [](HistoryPage& p) { p.downloadDraws(); });
     addEntry(data, before, QStringLiteral("mnu_UpdateFromFile"), QStringLiteral("从文件更新开奖数据(&F)..."), window,
              [](HistoryPage& p) { p.updateFromFile(); });
-});
+}
 
 // At the end of the 分析 menu, after the analysis pages' entries.
-const RegisterWindowPart groupOptions("analysis group options", 40, [](FormMain& window) {
+void installAnalysisGroupOptions(FormMain& window) {
     QMenu* analysis = window.menu(QStringLiteral("分析(&A)"));
     analysis->addSeparator();
     QAction* groups = new QAction(QStringLiteral("分析表号码分组设置..."), analysis);
@@ -51,7 +53,6 @@ const RegisterWindowPart groupOptions("analysis group options", 40, [](FormMain&
             page->refreshView();
     });
     analysis->addAction(groups);
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -100,11 +100,8 @@ void IntervalPage::showMembers() {
     members_->setText(lines.join(u'\n'));
 }
 
-namespace {
-
-const RegisterWindowPart intervalPage("interval page", 21, [](FormMain& window) {
+void installIntervalPage(FormMain& window) {
     if (ConditionsPage* pages = window.conditionsPage()) pages->setTab(14, new IntervalPage);
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -131,7 +131,9 @@ const bool jixuanForLucky = [] {
     return true;
 }();
 
-const RegisterWindowPart ticketTools("random pick and merge", 120, [](FormMain& window) {
+}  // namespace
+
+void installTicketTools(FormMain& window) {
     QMenu* tools = window.menu(QStringLiteral("工具(&T)"));
     tools->addSeparator();
     QAction* pick = tools->addAction(QStringLiteral("机选号码..."));
@@ -143,8 +145,6 @@ const RegisterWindowPart ticketTools("random pick and merge", 120, [](FormMain& 
         window.selectPage(TopPage::Tickets);
         hebingxt_Click();
     });
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

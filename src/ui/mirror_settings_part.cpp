@@ -8,9 +8,7 @@
 #include "widgets/command_trap.h"
 
 namespace dovrex {
-namespace {
-
-const RegisterWindowPart mirrorSettings("mirror settings", 100, [](FormMain& window) {
+void installMirrorSettings(FormMain& window) {
     QMenu* data = window.menu(QStringLiteral("数据(&D)"));
     data->addSeparator();
     QAction* action = data->addAction(QStringLiteral("下载地址设置..."));
@@ -19,7 +17,6 @@ const RegisterWindowPart mirrorSettings("mirror settings", 100, [](FormMain& win
         MirrorSettingsDialog dialog(&window);
         dialog.exec();
     });
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -241,9 +241,7 @@ void OmissionPage::refresh() {
     running_ = false;
 }
 
-namespace {
-
-const RegisterWindowPart omissionPage("omission page", 30, [](FormMain& window) {
+void installOmissionPage(FormMain& window) {
     OtherPage* other = window.otherPage();
     if (!other) return;
     auto* page = new OmissionPage(other);
@@ -265,8 +263,6 @@ const RegisterWindowPart omissionPage("omission page", 30, [](FormMain& window) 
         cmd_FX_Click();
         fx->setEnabled(true);
     });
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

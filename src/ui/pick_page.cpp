@@ -268,17 +268,13 @@ void PickPage::moveFocus(PickButton* from, int key) {
     if (to) to->setFocus(Qt::OtherFocusReason);
 }
 
-namespace {
-
-const RegisterWindowPart pickPage("pick page", 10, [](FormMain& window) {
+void installPickPage(FormMain& window) {
     ConditionsPage* conditions = window.conditionsPage();
     if (!conditions) return;
     auto* page = new PickPage;
     conditions->setTab(1, page);
     QObject::connect(&window.guiScreen(), &GuiScreen::picksChanged, page, &PickPage::refresh);
     page->refresh();
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

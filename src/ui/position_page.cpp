@@ -174,11 +174,8 @@ void PositionPage::enableSwitch(int position) {
     switches_[position - 1]->setEnabled(lists_[position - 1]->tickedCount() > 0);
 }
 
-namespace {
-
-const RegisterWindowPart positionPage("position page", 22, [](FormMain& window) {
+void installPositionPage(FormMain& window) {
     if (ConditionsPage* pages = window.conditionsPage()) pages->setTab(15, new PositionPage);
-});
+}
 
-}  // namespace
 }  // namespace dovrex

@@ -219,14 +219,14 @@ class ActivationWatcher : public QObject {
     }
 };
 
-const RegisterWindowPart quickSettings("quick settings", 55, [](FormMain& window) {
+}  // namespace
+
+void installQuickSettings(FormMain& window) {
     window.installEventFilter(new ActivationWatcher(&window));
     QMenu* tools = window.menu(QStringLiteral("工具(&T)"));
     QAction* entry = tools->addAction(QStringLiteral("快速设置过滤条件..."));
     entry->setObjectName(QStringLiteral("mnu_KuaiSuSheZhi"));
     connectCommand(entry, &QAction::triggered, &window, [&window] { QuickSettingsWindow::open(window); });
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

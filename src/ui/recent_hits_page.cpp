@@ -154,9 +154,7 @@ void RecentHitsPage::count() {
     });
 }
 
-namespace {
-
-const RegisterWindowPart recentHitsPage("recent hits page", 31, [](FormMain& window) {
+void installRecentHitsPage(FormMain& window) {
     OtherPage* other = window.otherPage();
     if (!other) return;
     auto* page = new RecentHitsPage(other);
@@ -170,8 +168,6 @@ const RegisterWindowPart recentHitsPage("recent hits page", 31, [](FormMain& win
         window.selectPage(TopPage::Other);
         other->setCurrentWidget(page);
     });
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

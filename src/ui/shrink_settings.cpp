@@ -177,16 +177,13 @@ void ShrinkTimer::changeEvent(QEvent* event) {
         timer_->stop();
 }
 
-namespace {
-
-const RegisterWindowPart shrinkSettings("shrink settings", 60, [](FormMain& window) {
+void installShrinkSettings(FormMain& window) {
     window.conditionsPage()->setTab(29, new ShrinkSettings(false));
     auto* frame = new ShrinkSettings(true, &window);
     frame->setWindowFlags(Qt::Tool);
     frame->resize(520, 560);
     frame->hide();
     new ShrinkTimer(&window);
-});
+}
 
-}  // namespace
 }  // namespace dovrex

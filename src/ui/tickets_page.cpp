@@ -163,9 +163,7 @@ void TicketsPage::updateSummary() {
                                 : QStringLiteral("共 %1 注").arg(rows));
 }
 
-namespace {
-
-const RegisterWindowPart ticketsPage("tickets page", 10, [](FormMain& window) {
+void installTicketsPage(FormMain& window) {
     auto* page = new TicketsPage;
     window.setPage(TopPage::Tickets, page);
 
@@ -179,8 +177,6 @@ const RegisterWindowPart ticketsPage("tickets page", 10, [](FormMain& window) {
         a->setToolTip(texts[size_t(i)].toolTip);
         connectCommand(a, &QAction::triggered, &window, [i] { mnu_ShengCeng_Click(i); });
     }
-});
-
-}  // namespace
+}
 
 }  // namespace dovrex

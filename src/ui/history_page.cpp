@@ -441,9 +441,7 @@ void HistoryPage::promptEntry() {
 void HistoryPage::showPrizes(int row) {
     prizes_->clear();
     if (row < 0 || !model_ || !model_->cursor()) return;
-    int issueColumn = -1;
-    for (int c = 0; c < model_->columnCount(); ++c)
-        if (model_->fieldName(c) == QLatin1String("期号")) issueColumn = c;
+    const int issueColumn = model_->cursor()->fieldIndex(QStringLiteral("期号"));
     if (issueColumn < 0) return;
     const int issue = model_->cursor()->valueAt(row, issueColumn).toInt();
     if (issue > 0) runCommand([&] { prizes_->setText(prizeTableText(issue)); });

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QDateEdit>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -13,6 +14,7 @@
 #include "history/history_queries.h"
 #include "pipeline/pick_state.h"
 #include "screen/shared_state.h"
+#include "store/schema.h"
 #include "store/store.h"
 #include "ui/fenbu_grid.h"
 #include "ui/form_main.h"
@@ -154,6 +156,26 @@ TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
         qobject_cast<CursorModel*>(page_->findChild<QTableView*>(QStringLiteral("TDBGrid_zdy"))->model());
     EXPECT_EQ(groups->rowCount(), 100);
     EXPECT_EQ(groups->headerData(0, Qt::Horizontal).toString(), QStringLiteral("期号"));
+}
+
+TEST_F(HistoryPageTest, TheSelectedDrawShowsItsPrizeTable) {
+    createPrizeSchema(store());
+    store_Execute(
+        QStringLiteral("INSERT INTO 奖级奖金 (期号, 奖级, 注数, 奖金) VALUES (2026096, 1, 8, 6821493)"));
+    const CursorModel* model = page_->model();
+    // The page opens on the newest draw, 2026096: move away and back so that it reads the new row.
+    page_->grid()->setCurrentIndex(model->index(0, 0));
+    page_->grid()->setCurrentIndex(model->index(model->rowCount() - 1, 0));
+    auto* prizes = page_->findChild<QLabel*>(QStringLiteral("Label_JiangJin"));
+    ASSERT_NE(prizes, nullptr);
+    EXPECT_TRUE(prizes->text().startsWith(
+        QStringLiteral("2026096 期奖金　一等奖：8 注 6821493 元　二等奖：奖金未知")))
+        << prizes->text().toStdString();
+    // DOVREX_SCREENSHOTS=<folder> keeps a picture of the page at 1366x768.
+    if (const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS"); !dir.isEmpty()) {
+        session_->window()->resize(1366, 768);
+        session_->window()->grab().save(dir + QStringLiteral("/history-page.png"));
+    }
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "headless/users_headless.h"
 #include "history/derived_columns.h"
 #include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "store/jet_sql.h"
 #include "store/store.h"
 
@@ -201,6 +202,14 @@ const QList<HeadlessCommand>& headlessCommands() {
         // Commands of the pipeline, filters, analysis ... go here, one line each.
     };
     return commands;
+}
+
+bool HeadlessArgs::issueAt(HeadlessRunner& runner, int i, int& issue) const {
+    if (words.size() <= i) {
+        issue = get_BiaoGeQiHao();
+        return true;
+    }
+    return intAt(runner, i, issue);
 }
 
 bool HeadlessArgs::intAt(HeadlessRunner& runner, int i, int& value) const {

@@ -23,6 +23,8 @@ struct HeadlessArgs {
     QStringList words;  // the same split at blanks
     // The i-th word as a number; false (with a message printed) when it is missing or not one.
     bool intAt(HeadlessRunner& runner, int i, int& value) const;
+    // The i-th word as an issue, or the ticket grid's issue when there are no more words.
+    bool issueAt(HeadlessRunner& runner, int i, int& issue) const;
 };
 
 // One command of a script. `run` returns false when the command failed; the runner has then

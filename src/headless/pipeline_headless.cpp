@@ -44,15 +44,6 @@ bool redOrBlue(HeadlessRunner& r, const HeadlessArgs& a, bool& blue) {
     return true;
 }
 
-// The issue given, or the grid's.
-bool issueArg(HeadlessRunner& r, const HeadlessArgs& a, int& issue) {
-    if (a.words.isEmpty()) {
-        issue = get_BiaoGeQiHao();
-        return true;
-    }
-    return a.intAt(r, 0, issue);
-}
-
 }  // namespace
 
 bool headless_Pick(HeadlessRunner& r, const HeadlessArgs& a) {
@@ -126,7 +117,7 @@ bool headless_Init(HeadlessRunner& r, const HeadlessArgs& a) {
 
 bool headless_Filter(HeadlessRunner& r, const HeadlessArgs& a) {
     int issue = 0;
-    if (!r.requireStore() || !issueArg(r, a, issue)) return false;
+    if (!r.requireStore() || !a.issueAt(r, 0, issue)) return false;
     run_GuoLv(issue);
     r.print(
         QStringLiteral("tickets %1")

@@ -13,19 +13,6 @@
 
 namespace dovrex {
 
-namespace {
-
-// The issue given, or the grid's.
-bool issueOrGrid(HeadlessRunner& r, const HeadlessArgs& a, int& issue) {
-    if (a.words.isEmpty()) {
-        issue = get_BiaoGeQiHao();
-        return true;
-    }
-    return a.intAt(r, 0, issue);
-}
-
-}  // namespace
-
 bool headless_AnswerToFile(HeadlessRunner& r, const HeadlessArgs& a) {
     const QString usage =
         QStringLiteral("answer-tofile cancel | <4 switches, e.g. 0010> [<preset>|<red> <blue>]");
@@ -66,7 +53,7 @@ bool headless_AnswerFromFile(HeadlessRunner& r, const HeadlessArgs& a) {
 
 bool headless_Export(HeadlessRunner& r, const HeadlessArgs& a) {
     int issue = 0;
-    if (!r.requireStore() || !issueOrGrid(r, a, issue)) return false;
+    if (!r.requireStore() || !a.issueAt(r, 0, issue)) return false;
     const int n = export_HaoMa(issue);
     r.print(n < 0 ? QStringLiteral("cancelled") : QStringLiteral("exported %1").arg(n));
     return true;
@@ -81,7 +68,7 @@ bool headless_Import(HeadlessRunner& r, const HeadlessArgs& a) {
 
 bool headless_Check(HeadlessRunner& r, const HeadlessArgs& a) {
     int issue = 0;
-    if (!r.requireStore() || !issueOrGrid(r, a, issue)) return false;
+    if (!r.requireStore() || !a.issueAt(r, 0, issue)) return false;
     r.print(QStringLiteral("best %1").arg(check_KaiJiang(issue)));
     for (const QString& line : prize_MoneyLines(prize_MoneyOfChecked(issue))) r.print(line);
     return true;

@@ -14,10 +14,7 @@ namespace {
 
 // A number, then the issue given or the grid's.
 bool numberAndIssue(HeadlessRunner& r, const HeadlessArgs& a, int& number, int& issue) {
-    if (!r.requireStore() || !a.intAt(r, 0, number)) return false;
-    if (a.words.size() > 1) return a.intAt(r, 1, issue);
-    issue = get_BiaoGeQiHao();
-    return true;
+    return r.requireStore() && a.intAt(r, 0, number) && a.issueAt(r, 1, issue);
 }
 
 int ticketCount(int issue) {

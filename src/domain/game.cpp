@@ -4,6 +4,12 @@
 
 namespace dovrex {
 
+QString prizeTierName(int tier) {
+    static const char16_t* const kNames[] = {u"",       u"一等奖", u"二等奖", u"三等奖",
+                                             u"四等奖", u"五等奖", u"六等奖"};
+    return QString::fromUtf16(kNames[tier >= 1 && tier <= 6 ? tier : 0]);
+}
+
 QString to_QuanJiao(const QString& text) {
     QString out = text;
     for (QChar& c : out)

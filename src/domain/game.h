@@ -15,6 +15,10 @@ inline constexpr int kRedsPerTicket = 6;
 inline constexpr int kTicketPrice = 2;  // yuan
 // The most tickets the program makes or takes for one issue, whatever the path.
 inline constexpr int kTicketLimit = 100000;
+// The prize of each tier in yuan: 3 to 6 are fixed, 1 and 2 vary by draw (-1 here).
+inline constexpr std::array<qint64, 7> kFixedPrize{0, -1, -1, 3000, 200, 10, 5};
+// "一等奖" .. "六等奖" for tiers 1..6, empty otherwise.
+QString prizeTierName(int tier);
 // Stands in for an issue when the history has no answer.
 inline constexpr int kFallbackIssue = 2003001;
 // The date used when the history is empty: the day numbered 2003001, a day in the year 7384.

@@ -101,9 +101,6 @@ int missing_DrawCount(const std::array<bool, 7>& flags, DateValue latest, const 
 }
 
 QString prizeTableText(IssueNumber issue) {
-    static const char16_t* const kTierNames[] = {u"",       u"一等奖", u"二等奖", u"三等奖",
-                                                 u"四等奖", u"五等奖", u"六等奖"};
-    static const qint64 kFixedPrize[] = {0, -1, -1, 3000, 200, 10, 5};
     createPrizeSchema(store());  // a store older than the table has no prizes yet
     std::array<qint64, 7> winners{}, prize{};
     winners.fill(-1);
@@ -118,8 +115,8 @@ QString prizeTableText(IssueNumber issue) {
     }
     QStringList parts;
     for (int tier = 1; tier <= 6; ++tier) {
-        const qint64 money = prize[size_t(tier)] >= 0 ? prize[size_t(tier)] : kFixedPrize[tier];
-        QString part = QString::fromUtf16(kTierNames[tier]) + QStringLiteral("：");
+        const qint64 money = prize[size_t(tier)] >= 0 ? prize[size_t(tier)] : kFixedPrize[size_t(tier)];
+        QString part = prizeTierName(tier) + QStringLiteral("：");
         if (winners[size_t(tier)] >= 0)
             part += QString::number(winners[size_t(tier)]) + QStringLiteral(" 注 ");
         part += money >= 0 ? QString::number(money) + QStringLiteral(" 元") : QStringLiteral("奖金未知");

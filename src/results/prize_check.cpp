@@ -31,20 +31,18 @@ int prize_Tier(int r, int b) {
 }
 
 const QString& prize_TierText(int tier) {
-    static const std::array<QString, 7> texts{QString(),
-                                              QStringLiteral("一等奖： "),
-                                              QStringLiteral("二等奖： "),
-                                              QStringLiteral("三等奖： "),
-                                              QStringLiteral("四等奖： "),
-                                              QStringLiteral("五等奖： "),
-                                              QStringLiteral("六等奖： ")};
+    static const std::array<QString, 7> texts = [] {
+        std::array<QString, 7> t;
+        for (int tier = 1; tier <= 6; ++tier) t[size_t(tier)] = prizeTierName(tier) + QStringLiteral("： ");
+        return t;
+    }();
     return texts[size_t(tier >= 1 && tier <= 6 ? tier : 0)];
 }
 
 PrizeMoney prize_Money(IssueNumber issue, const std::array<int, 7>& tickets, int ticketCount) {
     PrizeMoney money;
     money.tickets = tickets;
-    money.prize = {0, -1, -1, 3000, 200, 10, 5};
+    money.prize = kFixedPrize;
     createPrizeSchema(store());  // a store older than the table has no prizes yet
     for (auto c =
              store_Query(QStringLiteral("SELECT 奖级, 奖金 FROM 奖级奖金 WHERE 期号=? AND 奖级<=2"), {issue});

@@ -11,8 +11,8 @@
 #include "calendar/bazi_haoma.h"
 #include "calendar/nongli.h"
 #include "domain/date_value.h"
-#include "ui/bazi_window.h"
-#include "ui/lucky_number_window.h"
+#include "ui/calendar/bazi_window.h"
+#include "ui/calendar/lucky_number_window.h"
 #include "widgets/cn_calendar.h"
 
 namespace dovrex {

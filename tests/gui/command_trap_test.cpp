@@ -26,11 +26,11 @@
 #include "screen/ticket_page.h"
 #include "store/store.h"
 #include "support/draw_list_server.h"
-#include "ui/combination_page.h"
-#include "ui/form_main.h"
-#include "ui/gui_screen.h"
-#include "ui/other_page.h"
-#include "ui/tickets_page.h"
+#include "ui/analysis/combination_page.h"
+#include "ui/shell/form_main.h"
+#include "ui/shell/gui_screen.h"
+#include "ui/analysis/other_page.h"
+#include "ui/tickets/tickets_page.h"
 #include "widgets/command_trap.h"
 
 using namespace dovrex;

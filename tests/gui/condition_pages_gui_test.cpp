@@ -14,9 +14,9 @@
 #include "app/app_activate.h"
 #include "filters/condition_store.h"
 #include "support/test_support.h"
-#include "ui/condition_edit_pages.h"
-#include "ui/condition_list_pages.h"
-#include "ui/quick_settings_window.h"
+#include "ui/conditions/condition_edit_pages.h"
+#include "ui/conditions/condition_list_pages.h"
+#include "ui/conditions/quick_settings_window.h"
 #include "widgets/number_buttons.h"
 #include "widgets/tick_list.h"
 

@@ -5,7 +5,7 @@
 #include "history/draw_download.h"
 #include "store/factory_data.h"
 #include "support/test_support.h"
-#include "ui/mirror_settings_dialog.h"
+#include "ui/history/mirror_settings_dialog.h"
 
 namespace dovrex::test {
 namespace {

@@ -9,7 +9,7 @@
 #include "domain/date_value.h"
 #include "screen/app_paths.h"
 #include "screen/shared_state.h"
-#include "ui/program_session.h"
+#include "ui/shell/program_session.h"
 
 namespace dovrex {
 

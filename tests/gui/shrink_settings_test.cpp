@@ -9,7 +9,7 @@
 #include "pipeline/shrink.h"
 #include "screen/ticket_page.h"
 #include "support/test_support.h"
-#include "ui/shrink_settings.h"
+#include "ui/tickets/shrink_settings.h"
 
 namespace dovrex::test {
 namespace {

@@ -12,9 +12,9 @@
 #include <QTimer>
 
 #include "support/test_support.h"
-#include "ui/gui_screen.h"
-#include "ui/jixuan_window.h"
-#include "ui/ticket_file_dialogs.h"
+#include "ui/shell/gui_screen.h"
+#include "ui/tickets/jixuan_window.h"
+#include "ui/tickets/ticket_file_dialogs.h"
 #include "widgets/ball_cell_delegate.h"
 
 namespace dovrex::test {

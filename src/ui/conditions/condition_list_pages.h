@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QList>
+
+#include "filters/condition_pages.h"
+#include "ui/conditions/conditions_page.h"
+
+class QCheckBox;
+class QLabel;
+class QTableView;
+
+namespace dovrex {
+
+class TickList;
+class TrendPanel;
+
+// One condition's page: its switch, the list of its values with ticks (each tick writes its row at
+// once), "当前取值阅览：" and the trend chart of the metric beside them. Tabs 2..10 and 16..26.
+class ConditionListPage : public ConditionTab {
+    Q_OBJECT
+  public:
+    explicit ConditionListPage(int tab, QWidget* parent = nullptr);
+    void reload() override;
+
+    int tab() const { return tab_; }
+    QCheckBox* switchBox() const { return check_; }
+    TickList* list() const { return lines_; }
+    QLabel* tip() const { return tip_; }
+    TrendPanel* chart() const { return chart_; }
+
+  private:
+    void tick(int row, bool on);
+    void showTip();
+    QList<int> allowedColumns() const;
+
+    int tab_;
+    ConditionList condition_;
+    QCheckBox* check_;
+    TickList* lines_;
+    QLabel* tip_;
+    TrendPanel* chart_;
+};
+
+// Pages of several count lists, each with its switch, beside the grid of the counts of every draw:
+// the pairs of tabs 11..13 (奇偶比, 大小比, 高低尾码).
+class CountListsPage : public ConditionTab {
+    Q_OBJECT
+  public:
+    explicit CountListsPage(int tab, QWidget* parent = nullptr);
+    void reload() override;
+
+    QList<QCheckBox*> switches() const { return checks_; }
+    QList<TickList*> lists() const { return lists_; }
+    QTableView* grid() const { return grid_; }
+
+  protected:
+    // The lists in a row, for a page that adds controls around them.
+    QWidget* listsRow() const { return row_; }
+    QWidget* leftColumn() const { return left_; }
+
+  private:
+    int tab_;
+    QList<ConditionList> conditions_;
+    QList<QCheckBox*> checks_;
+    QList<TickList*> lists_;
+    QTableView* grid_;
+    QWidget* row_;
+    QWidget* left_;
+};
+
+}  // namespace dovrex

@@ -1,0 +1,189 @@
+#include "ui/tickets/shrink_settings.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "app/pipeline_commands.h"
+#include "filters/condition_store.h"
+#include "pipeline/shrink.h"
+#include "pipeline/weights.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
+#include "ui/conditions/conditions_page.h"
+#include "ui/shell/form_main.h"
+#include "ui/shell/window_parts.h"
+#include "widgets/command_trap.h"
+
+namespace dovrex {
+
+ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(parent), frame_(withButtons) {
+    setFrameShape(QFrame::StyledPanel);
+    auto* layout = new QVBoxLayout(this);
+
+    auto* types = new QGroupBox(QStringLiteral("保Ｎ型缩水"), this);
+    auto* typeRow = new QHBoxLayout(types);
+    auto* group = new QButtonGroup(this);
+    for (int t = 7; t >= 3; --t) {
+        auto* option = new QRadioButton(shrinkCaption(t), types);
+        if (withButtons) option->setObjectName(QStringLiteral("Option_ShuoSuiLeiXing(%1)").arg(t));
+        group->addButton(option, t);
+        typeRow->addWidget(option);
+        options_[size_t(t)] = option;
+    }
+    connectCommand(group, &QButtonGroup::idClicked, this, [this](int t) {
+        if (!loading_) Option_ShuoSuiLeiXing_Click(t);
+    });
+    layout->addWidget(types);
+    auto* tip =
+        new QLabel(QStringLiteral("提示，这里的保Ｎ型是对整注号码（包含蓝球号码）进行缩水的。"), this);
+    tip->setWordWrap(true);
+    layout->addWidget(tip);
+    auto_ = new QCheckBox(QStringLiteral("缩水智能优化"), this);
+    if (withButtons) auto_->setObjectName(QStringLiteral("Check_auto"));
+    connectCommand(auto_, &QCheckBox::toggled, this, [this](bool on) {
+        if (!loading_) Check_auto_Click(on);
+    });
+    layout->addWidget(auto_);
+
+    auto* weights = new QGroupBox(QStringLiteral("号码权重（值越大，含该号码的号码越先保留）"), this);
+    auto* weightsRow = new QHBoxLayout(weights);
+    auto* scroll = new QScrollArea(weights);
+    auto* panel = new QWidget(scroll);
+    if (withButtons) {
+        panel->setObjectName(QStringLiteral("FrameHaomaQuanzongValue"));
+        scroll->verticalScrollBar()->setObjectName(QStringLiteral("VScrollQuanZong"));
+    }
+    auto* grid = new QGridLayout(panel);
+    grid->setVerticalSpacing(2);
+    for (int n = 1; n <= kRedCount; ++n) {
+        auto* number = new QLabel(QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0')), panel);
+        auto* slider = new QSlider(Qt::Horizontal, panel);
+        slider->setRange(0, kQuanZhongMax);
+        slider->setMinimumWidth(140);
+        if (withButtons) slider->setObjectName(QStringLiteral("SliderQuanZong(%1)").arg(n));
+        auto* value = new QLabel(QStringLiteral("0"), panel);
+        value->setMinimumWidth(24);
+        grid->addWidget(number, n - 1, 0);
+        grid->addWidget(slider, n - 1, 1);
+        grid->addWidget(value, n - 1, 2);
+        sliders_[size_t(n)] = slider;
+        values_[size_t(n)] = value;
+        connectCommand(slider, &QSlider::valueChanged, this, [this, n](int v) {
+            values_[size_t(n)]->setText(QString::number(v));
+            if (!loading_) SliderQuanZong_Change(n, v);
+        });
+    }
+    scroll->setWidget(panel);
+    scroll->setWidgetResizable(true);
+    scroll->setMinimumHeight(220);
+    weightsRow->addWidget(scroll, 1);
+    auto* presets = new QVBoxLayout;
+    const QStringList& captions = quanZhongPresetCaptions();
+    for (int i = 0; i < kQuanZhongPresets; ++i) {
+        auto* button = new QPushButton(captions[i], weights);
+        if (withButtons) button->setObjectName(QStringLiteral("cmmQZfenpei(%1)").arg(i));
+        connectCommand(button, &QPushButton::clicked, this, [this, i] {
+            cmmQZfenpei_Click(i);
+            loadWeights();
+        });
+        presets->addWidget(button);
+    }
+    presets->addStretch(1);
+    weightsRow->addLayout(presets);
+    layout->addWidget(weights, 1);
+
+    if (withButtons) {
+        setObjectName(QStringLiteral("FrameSuosuiSezi"));
+        setWindowTitle(QStringLiteral("缩水设置"));
+        auto* buttons = new QHBoxLayout;
+        buttons->addStretch(1);
+        const QString captions2[2] = {QStringLiteral("关  闭"), QStringLiteral("开始缩水")};
+        for (int i = 0; i < 2; ++i) {
+            auto* button = new QPushButton(captions2[i], this);
+            button->setObjectName(QStringLiteral("cmmSS(%1)").arg(i));
+            connectCommand(button, &QPushButton::clicked, this, [i] { cmmSS_Click(i); });
+            buttons->addWidget(button);
+        }
+        layout->addLayout(buttons);
+    }
+}
+
+void ShrinkSettings::reload() {
+    loading_ = true;
+    const int t = get_GuoLvTiaoJian(kShrinkTypeId);
+    for (int i = 3; i <= 7; ++i) {
+        options_[size_t(i)]->setAutoExclusive(false);
+        options_[size_t(i)]->setChecked(i == t);
+        options_[size_t(i)]->setAutoExclusive(true);
+    }
+    auto_->setChecked(get_ShiYongQingKuang(kSmartSwitch) == 1);
+    loading_ = false;
+    loadWeights();
+}
+
+void ShrinkSettings::loadWeights() {
+    loading_ = true;
+    for (int n = 1; n <= kRedCount; ++n) sliders_[size_t(n)]->setValue(shared().quanZhong[size_t(n)]);
+    loading_ = false;
+}
+
+void ShrinkSettings::showEvent(QShowEvent* event) {
+    QFrame::showEvent(event);
+    if (frame_ && !placed_ && parentWidget()) {
+        // Over the main window, not wherever the desktop puts a new tool window.
+        placed_ = true;
+        move(parentWidget()->window()->geometry().center() - rect().center());
+    }
+    // No store yet: the controls stay as they are.
+    if (shared().g_Store) runCommand([this] { reload(); });
+}
+
+void ShrinkSettings::closeEvent(QCloseEvent* event) {
+    // The frame's own close box is the first of its two buttons.
+    if (frame_ && suoShuiSeZhiVisible()) cmmSS_Click(0);
+    QFrame::closeEvent(event);
+}
+
+ShrinkTimer::ShrinkTimer(QWidget* parent) : QWidget(parent), timer_(new QTimer(this)) {
+    setObjectName(QStringLiteral("TimerSuosuijinxingzong"));
+    hide();
+    setEnabled(false);
+    timer_->setInterval(100);
+    connectCommand(timer_, &QTimer::timeout, this, [] { TimerSuosuijinxingzong_Timer(); });
+}
+
+bool ShrinkTimer::running() const {
+    return timer_->isActive();
+}
+
+void ShrinkTimer::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::EnabledChange) return;
+    if (isEnabled())
+        timer_->start();
+    else
+        timer_->stop();
+}
+
+void installShrinkSettings(FormMain& window) {
+    window.conditionsPage()->setTab(29, new ShrinkSettings(false));
+    auto* frame = new ShrinkSettings(true, &window);
+    frame->setWindowFlags(Qt::Tool);
+    frame->resize(520, 560);
+    frame->hide();
+    new ShrinkTimer(&window);
+}
+
+}  // namespace dovrex

@@ -4,16 +4,13 @@
 
 #include "domain/date_value.h"
 #include "history/history_queries.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace dovrex {
 
 namespace {
-
-const QString kFenBuGrid = QStringLiteral("TDBGrid_FenBu");
-const QString kGroupGrid = QStringLiteral("TDBGrid_zdy");
-const QString kProgress = QStringLiteral("ProgressBar_TuBiao");
 
 QString kColumn(int k) {
     return QStringLiteral("k") + twoDigits(k);
@@ -28,8 +25,8 @@ std::shared_ptr<Cursor> openDraws(IssueNumber from, IssueNumber to) {
 }
 
 void progress(int value, int max) {
-    screen().ui_Set(kProgress, QStringLiteral("max"), max);
-    screen().ui_Set(kProgress, QStringLiteral("value"), value);
+    screen().ui_Set(role::ProgressBar_TuBiao, QStringLiteral("max"), max);
+    screen().ui_Set(role::ProgressBar_TuBiao, QStringLiteral("value"), value);
 }
 
 // The group source of 分析表 or 自定义表.
@@ -89,10 +86,10 @@ int fillGroupTable(IssueNumber from, IssueNumber to, bool custom) {
         }
         out->close();
     }
-    screen().ui_Grid(kGroupGrid, store_Query(QStringLiteral("select * from %1").arg(g.target)));
+    screen().ui_Grid(role::TDBGrid_zdy, store_Query(QStringLiteral("select * from %1").arg(g.target)));
     QList<int> widths{900};
     for (int i = 1; i <= 20; ++i) widths << -1;
-    screen().ui_DressGrid(kGroupGrid, fenXiBiao_Captions(custom), widths);
+    screen().ui_DressGrid(role::TDBGrid_zdy, fenXiBiao_Captions(custom), widths);
     return done;
 }
 
@@ -129,7 +126,7 @@ IssueNumber fenBu_PickIssue() {
 
 int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue) {
     screen().ui_Status(1, QStringLiteral(" 》》》》》 正在加载历史数据 《《《《《  "));
-    screen().ui_Set(kFenBuGrid, QStringLiteral("visible"), false);
+    screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("visible"), false);
     store_Execute(QStringLiteral("DELETE FROM 号码分布 "));
     auto draws = openDraws(fromIssue, toIssue);
     const int total = draws->recordCount();
@@ -166,10 +163,10 @@ int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue) {
         out->update();
         out->close();
     }
-    screen().ui_Grid(kFenBuGrid, store_Query(QStringLiteral("select * from 号码分布")));
-    screen().ui_Set(kFenBuGrid, QStringLiteral("visible"), true);
-    screen().ui_Set(kFenBuGrid, QStringLiteral("caption"), fenBu_Caption());
-    screen().ui_Set(kFenBuGrid, QStringLiteral("tooltip"), fenBu_Tip());
+    screen().ui_Grid(role::TDBGrid_FenBu, store_Query(QStringLiteral("select * from 号码分布")));
+    screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("visible"), true);
+    screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("caption"), fenBu_Caption());
+    screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("tooltip"), fenBu_Tip());
     screen().ui_Status(1, QString());
     return done;
 }

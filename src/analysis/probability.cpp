@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -281,12 +282,12 @@ double leadingNumber(const QString& text) {
 
 void cmd_FX_Click() {
     Screen& ui = screen();
-    ui.ui_Set(QStringLiteral("cmd_FX"), QStringLiteral("enabled"), false);
+    ui.ui_Set(role::cmd_FX, QStringLiteral("enabled"), false);
     struct Restore {
         ~Restore() {
             screen().ui_RefreshPicks();
             screen().ui_Status(1, QString());
-            screen().ui_Set(QStringLiteral("cmd_FX"), QStringLiteral("enabled"), true);
+            screen().ui_Set(role::cmd_FX, QStringLiteral("enabled"), true);
         }
     } restore;
     try {

@@ -13,6 +13,7 @@
 #include "results/prize_check.h"
 #include "results/ticket_export.h"
 #include "results/ticket_import.h"
+#include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
@@ -21,13 +22,10 @@ namespace dovrex {
 
 namespace {
 
-const QString kButtons = QStringLiteral("Pic_subTouZhu");
-const QString kUserSwitchMenu = QStringLiteral("mnu_UserQiehuan");
-
 // The command buttons come back on every way out of a command.
 struct ButtonsDisabled {
-    ButtonsDisabled() { screen().ui_Set(kButtons, QStringLiteral("enabled"), false); }
-    ~ButtonsDisabled() { screen().ui_Set(kButtons, QStringLiteral("enabled"), true); }
+    ButtonsDisabled() { screen().ui_Set(role::Pic_subTouZhu, QStringLiteral("enabled"), false); }
+    ~ButtonsDisabled() { screen().ui_Set(role::Pic_subTouZhu, QStringLiteral("enabled"), true); }
 };
 
 struct MenuDisabled {
@@ -49,13 +47,11 @@ IssueNumber gridIssueOrSay() {
 void runShrink() {
     Screen& ui = screen();
     if (!suoShuiSeZhiVisible()) {
-        ui.ui_Set(QStringLiteral("Option_ShuoSuiLeiXing"), QStringLiteral("value"),
-                  get_GuoLvTiaoJian(kShrinkTypeId));
-        ui.ui_Set(QStringLiteral("Check_auto"), QStringLiteral("checked"),
-                  get_ShiYongQingKuang(kSmartSwitch) == 1);
+        ui.ui_Set(role::Option_ShuoSuiLeiXing, QStringLiteral("value"), get_GuoLvTiaoJian(kShrinkTypeId));
+        ui.ui_Set(role::Check_auto, QStringLiteral("checked"), get_ShiYongQingKuang(kSmartSwitch) == 1);
         show_QuanZhong();
         set_SuoShuiSeZhiVisible(true);
-        ui.ui_Set(QStringLiteral("cmmSS(1)"), QStringLiteral("enabled"), true);
+        ui.ui_Set(role::cmmSS_Run, QStringLiteral("enabled"), true);
         return;
     }
     set_SuoShuiSeZhiVisible(false);
@@ -80,7 +76,7 @@ void runCommand(int index) {
         case kCmdInit: {
             const QString answer = ui.ui_AskText(msg::kAskIssue, touZhuCommandTexts()[0].button,
                                                  QString::number(next_QiHao(QDate::currentDate())));
-            MenuDisabled menu(kUserSwitchMenu);
+            MenuDisabled menu(role::mnu_UserQiehuan);
             init_TouZhu(read_QiHao(answer));
             break;
         }
@@ -163,7 +159,7 @@ void cmmTouZhu_Click(int index) {
 }
 
 void mnu_ShengCeng_Click(int index) {
-    screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("currentIndex"), 3);
+    screen().ui_Set(role::TabStrip_Top, QStringLiteral("currentIndex"), 3);
     cmmTouZhu_Click(index);
 }
 

@@ -10,6 +10,7 @@
 #include "domain/condition_catalogue.h"
 #include "domain/game.h"
 #include "screen/chosen_file.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -383,7 +384,7 @@ bool import_TiaoJian(const QString& path) {
     }
     screen().ui_Message(msg::kImportDone);
     screen().ui_RefreshPicks();
-    screen().ui_Set(QStringLiteral("TabStrip_TiaoJian"), QStringLiteral("currentRow"), 0);
+    screen().ui_Set(role::TabStrip_TiaoJian, QStringLiteral("currentRow"), 0);
     return true;
 }
 
@@ -412,8 +413,8 @@ bool huanyuan_Click() {
     }
     screen().ui_RefreshPicks();
     screen().ui_Message(msg::kDefaultsRestored);
-    screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("currentIndex"), 0);
-    screen().ui_Set(QStringLiteral("TabStrip_TiaoJian"), QStringLiteral("currentRow"), 0);
+    screen().ui_Set(role::TabStrip_Top, QStringLiteral("currentIndex"), 0);
+    screen().ui_Set(role::TabStrip_TiaoJian, QStringLiteral("currentRow"), 0);
     return true;
 }
 

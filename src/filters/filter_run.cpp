@@ -1,5 +1,6 @@
 #include "filters/filter_run.h"
 
+#include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
@@ -24,13 +25,13 @@ namespace {
 // The user-switch menu is off for the whole run and the Stop flag down after it, on every way out.
 struct RunGuard {
     RunGuard() {
-        screen().ui_Set(QStringLiteral("mnu_UserQiehuan"), QStringLiteral("enabled"), false);
+        screen().ui_Set(role::mnu_UserQiehuan, QStringLiteral("enabled"), false);
         filterRun().liShiXiangGuan = false;
         shared().tingZhi = 0;
     }
     ~RunGuard() {
         shared().tingZhi = 0;
-        screen().ui_Set(QStringLiteral("mnu_UserQiehuan"), QStringLiteral("enabled"), true);
+        screen().ui_Set(role::mnu_UserQiehuan, QStringLiteral("enabled"), true);
     }
 };
 

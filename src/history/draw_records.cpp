@@ -7,6 +7,7 @@
 #include "history/draw_list.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -146,7 +147,7 @@ SearchResult filterBegin(const QList<SearchTerm>& terms) {
     if (result.count > 0) {
         if (shared().g_HistoryCursor) shared().g_HistoryCursor->close();
         shared().g_HistoryCursor = rs;
-        screen().ui_Grid(kHistoryGrid, rs);
+        screen().ui_Grid(role::TDBGridHistory, rs);
         dress_HistoryGrid(*rs);
         result.cursor = rs;
     } else {

@@ -2,6 +2,7 @@
 
 #include <QVariantMap>
 
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -58,11 +59,11 @@ std::shared_ptr<Cursor> show_LiShi(bool all) {
                 .arg(newest));
     }
     shared().g_HistoryCursor = rs;
-    screen().ui_Grid(kHistoryGrid, rs);
+    screen().ui_Grid(role::TDBGridHistory, rs);
     dress_HistoryGrid(*rs);
     if (rs->recordCount() > 0) {
         rs->moveLast();
-        screen().ui_Set(kHistoryGrid, QStringLiteral("row"), rs->recordCount() - 1);
+        screen().ui_Set(role::TDBGridHistory, QStringLiteral("row"), rs->recordCount() - 1);
     }
     return rs;
 }
@@ -97,8 +98,8 @@ void dress_HistoryGrid(const Cursor& cursor) {
         else if (i == 8)
             colours.insert(name, colourPair(0xFFFFFF, 0xFF0000));
     }
-    screen().ui_DressGrid(kHistoryGrid, captions, widths);
-    screen().ui_Set(kHistoryGrid, QStringLiteral("columnColors"), colours);
+    screen().ui_DressGrid(role::TDBGridHistory, captions, widths);
+    screen().ui_Set(role::TDBGridHistory, QStringLiteral("columnColors"), colours);
 }
 
 }  // namespace dovrex

@@ -11,7 +11,6 @@ class Cursor;
 // 过滤条件 row 39 as the index of the option: 0 all, 1 the newest hundred.
 enum class HistoryShowMode { All = 0, Newest100 = 1 };
 
-inline const QString kHistoryGrid = QStringLiteral("TDBGridHistory");
 inline constexpr int kHistoryShowConditionId = 39;
 
 // Reads the display mode from row 39; anything but 1 means all.

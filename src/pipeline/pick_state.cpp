@@ -4,6 +4,7 @@
 
 #include "filters/condition_store.h"
 #include "history/history_queries.h"
+#include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 
@@ -35,7 +36,7 @@ void show_XuanHaoTongJi() {
                  QStringLiteral("已选红球“胆码”个数： ") + to_QuanJiao(hongDan) + kCrLf2 +
                  QStringLiteral("已选蓝球个数： ") + to_QuanJiao(lanTuo) + kCrLf2 +
                  QStringLiteral("所选号码组合共： ") + to_QuanJiao(st.zhuShu) + QStringLiteral("  注");
-    screen().ui_Set(QStringLiteral("Text_ChoseNumberTip"), QStringLiteral("text"), st.tipText);
+    screen().ui_Set(role::Text_ChoseNumberTip, QStringLiteral("text"), st.tipText);
 }
 
 namespace {
@@ -76,7 +77,6 @@ void cmm_C7_Click(int index) {
     // A number the probability analysis marked is questioned before it is picked.
     if (!gaiLv_ConfirmPick(index, old)) return;
     const int mode = blue ? st.blueMode : st.redMode;
-    ui.ui_Set(QStringLiteral("List_TongJiLeiXing"), QStringLiteral("currentIndex"), blue ? 1 : 0);
 
     const auto before = pick_Values();
     int value = old;
@@ -167,8 +167,8 @@ bool check_XuanHao(bool speak) {
     if (speak) {
         screen().ui_Message(msg::kPickFirst);
         // The pick page: the first condition page of the first top page.
-        screen().ui_Set(QStringLiteral("TabStrip_Top"), QStringLiteral("currentIndex"), 0);
-        screen().ui_Set(QStringLiteral("TabStrip_TiaoJian"), QStringLiteral("currentRow"), 0);
+        screen().ui_Set(role::TabStrip_Top, QStringLiteral("currentIndex"), 0);
+        screen().ui_Set(role::TabStrip_TiaoJian, QStringLiteral("currentRow"), 0);
     }
     return false;
 }

@@ -8,6 +8,7 @@
 #include "pipeline/ticket_init.h"
 #include "pipeline/ticket_rows.h"
 #include "pipeline/weights.h"
+#include "screen/control_roles.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -16,8 +17,6 @@
 namespace dovrex {
 
 namespace {
-
-const QString kTimer = QStringLiteral("TimerSuosuijinxingzong");
 
 // Rows visited between two yields in the inner walk: the walk is a few nanoseconds a row, so a
 // yield per row would cost more than the work while the window gains nothing from it.
@@ -33,7 +32,7 @@ QString resultLine(int t, int count) {
 }
 
 struct TimerOff {
-    ~TimerOff() { screen().ui_Set(kTimer, QStringLiteral("enabled"), false); }
+    ~TimerOff() { screen().ui_Set(role::TimerSuosuijinxingzong, QStringLiteral("enabled"), false); }
 };
 
 // 序号 1, 2, 3 ... over the whole table; returns the last number written.
@@ -183,17 +182,17 @@ int run_SuoShui(int t, IssueNumber issue) {
         TimerOff timerOff;
         RunPanel panel(QStringLiteral("请等待。。。"));
         ui.ui_Progress(0, total, 0, true);
-        ui.ui_Set(kTimer, QStringLiteral("enabled"), true);
+        ui.ui_Set(role::TimerSuosuijinxingzong, QStringLiteral("enabled"), true);
         log_Set(savedLog + kCrLf2 + QStringLiteral("[") + caption + QStringLiteral("]缩水正在进行中．．．"));
         bool timerRunning = true;
         auto showRemoved = [&](int removed) {
             ui.ui_Progress(0, total, removed, true);
             if (removed > 0) {
-                if (timerRunning) ui.ui_Set(kTimer, QStringLiteral("enabled"), false);
+                if (timerRunning) ui.ui_Set(role::TimerSuosuijinxingzong, QStringLiteral("enabled"), false);
                 timerRunning = false;
-                ui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QString::number(removed));
+                ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(removed));
             }
-            ui.ui_Set(QStringLiteral("LabelJinduAll"), QStringLiteral("text"), QString::number(total));
+            ui.ui_Set(role::LabelJinduAll, QStringLiteral("text"), QString::number(total));
         };
         int lastShown = -1;
         scan = scan_SuoShui(masks, marks, t, [&](int removed) {
@@ -241,7 +240,7 @@ QString TimerSuosuijinxingzong_Timer() {
     int& at = shared().suoShuiTimerAt;
     at = (at + 1) % 17;
     const QString text = QString::fromLatin1(frames[at]);
-    screen().ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), text);
+    screen().ui_Set(role::LabelJindu, QStringLiteral("text"), text);
     return text;
 }
 

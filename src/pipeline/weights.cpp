@@ -4,6 +4,7 @@
 
 #include "filters/condition_store.h"
 #include "pipeline/ticket_rows.h"
+#include "screen/control_roles.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -88,7 +89,7 @@ void show_QuanZhong() {
     // One call for the whole panel: the sliders read quanZhong themselves.
     QStringList values;
     for (int n = 1; n <= kRedCount; ++n) values << QString::number(shared().quanZhong[size_t(n)]);
-    screen().ui_Set(QStringLiteral("FrameHaomaQuanzongValue"), QStringLiteral("weights"), values.join(u' '));
+    screen().ui_Set(role::FrameHaomaQuanzongValue, QStringLiteral("weights"), values.join(u' '));
 }
 
 bool run_QuanZhong(IssueNumber issue) {

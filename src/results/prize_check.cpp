@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "pipeline/ticket_rows.h"
+#include "screen/control_roles.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -129,7 +130,7 @@ int check_KaiJiang(IssueNumber issue) {
     {
         RunPanel panel(int(tickets.size()));
         // This run cannot be stopped.
-        ui.ui_Set(QStringLiteral("cmm_stop"), QStringLiteral("enabled"), false);
+        ui.ui_Set(role::cmm_stop, QStringLiteral("enabled"), false);
         Transaction tx(store());
         Prepared write(QStringLiteral("UPDATE 日志表 SET 红球中=?,蓝球中=? WHERE ID=?"));
         int done = 0;
@@ -161,7 +162,7 @@ int check_KaiJiang(IssueNumber issue) {
     drawn() = d;
     QList<int> reds;
     for (int i = 1; i <= kRedsPerTicket; ++i) reds << d.reds[size_t(i)];
-    ui.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), reds, d.blue);
+    ui.ui_MarkDrawn(role::TDBGrid_RZ, reds, d.blue);
     return best;
 }
 

@@ -7,6 +7,7 @@
 #include "domain/date_value.h"
 #include "history/history_queries.h"
 #include "screen/chosen_file.h"
+#include "screen/control_roles.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -256,8 +257,8 @@ int import_HaoMa(const QString& fileName) {
     int serial = firstSerial;
 
     RunPanel panel(msg::kImportRunning);
-    ui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QStringLiteral("-"));
-    ui.ui_Set(QStringLiteral("cmm_stop"), QStringLiteral("enabled"), false);
+    ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QStringLiteral("-"));
+    ui.ui_Set(role::cmm_stop, QStringLiteral("enabled"), false);
     {
         Transaction tx(store());
         Prepared insert(
@@ -277,10 +278,10 @@ int import_HaoMa(const QString& fileName) {
             ui.ui_Pump();
             if (++lines - shown >= 500) {
                 shown = lines;
-                ui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QString::number(lines));
+                ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(lines));
             }
         });
-        ui.ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QString::number(lines));
+        ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(lines));
     }
     return serial - firstSerial;
 }

@@ -1,5 +1,6 @@
 #include "screen/run_panel.h"
 
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 
 namespace dovrex {
@@ -21,9 +22,9 @@ namespace {
 
 void openPanel() {
     Screen& ui = screen();
-    ui.ui_Set(QStringLiteral("FrameStop"), QStringLiteral("visible"), true);
-    ui.ui_Set(QStringLiteral("cmm_stop"), QStringLiteral("enabled"), true);
-    ui.ui_Set(QStringLiteral("Pic_subTouZhu"), QStringLiteral("enabled"), false);
+    ui.ui_Set(role::FrameStop, QStringLiteral("visible"), true);
+    ui.ui_Set(role::cmm_stop, QStringLiteral("enabled"), true);
+    ui.ui_Set(role::Pic_subTouZhu, QStringLiteral("enabled"), false);
 }
 
 }  // namespace
@@ -36,25 +37,25 @@ RunPanel::RunPanel(int total) {
 RunPanel::RunPanel(const QString& totalText) {
     openPanel();
     screen().ui_Progress(0, 0, 0, true);
-    screen().ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QStringLiteral("0"));
-    screen().ui_Set(QStringLiteral("LabelJinduAll"), QStringLiteral("text"), totalText);
+    screen().ui_Set(role::LabelJindu, QStringLiteral("text"), QStringLiteral("0"));
+    screen().ui_Set(role::LabelJinduAll, QStringLiteral("text"), totalText);
 }
 
 RunPanel::~RunPanel() {
     Screen& ui = screen();
-    ui.ui_Set(QStringLiteral("FrameStop"), QStringLiteral("visible"), false);
-    ui.ui_Set(QStringLiteral("Pic_subTouZhu"), QStringLiteral("enabled"), true);
+    ui.ui_Set(role::FrameStop, QStringLiteral("visible"), false);
+    ui.ui_Set(role::Pic_subTouZhu, QStringLiteral("enabled"), true);
 }
 
 void RunPanel::setTotal(int total) {
     total_ = total;
-    screen().ui_Set(QStringLiteral("LabelJinduAll"), QStringLiteral("text"), QString::number(total));
+    screen().ui_Set(role::LabelJinduAll, QStringLiteral("text"), QString::number(total));
     show(0);
 }
 
 void RunPanel::show(int value) {
     screen().ui_Progress(0, total_, value, true);
-    screen().ui_Set(QStringLiteral("LabelJindu"), QStringLiteral("text"), QString::number(value));
+    screen().ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(value));
     // About 250 visible steps a pass: more cannot be seen, and each costs the window a repaint.
     next_ = value + (total_ >= 250 ? total_ / 250 : 1);
 }

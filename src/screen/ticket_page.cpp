@@ -3,15 +3,13 @@
 #include <QStringList>
 #include <cmath>
 
+#include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 
 namespace dovrex {
 
 namespace {
-
-const QString kGrid = QStringLiteral("TDBGrid_RZ");
-const QString kShrinkFrame = QStringLiteral("FrameSuosuiSezi");
 
 TicketPageState& pipeline() {
     return shared().ticketPage;
@@ -25,7 +23,7 @@ bool suoShuiSeZhiVisible() {
 
 void set_SuoShuiSeZhiVisible(bool visible) {
     pipeline().shrinkFrame = visible;
-    screen().ui_Set(kShrinkFrame, QStringLiteral("visible"), visible);
+    screen().ui_Set(role::FrameSuosuiSezi, QStringLiteral("visible"), visible);
 }
 
 void cmm_stop_MouseDown() {
@@ -46,7 +44,7 @@ void clear_TouZhuBiao() {
     auto& grid = pipeline().grid;
     if (!grid) return;
     grid.reset();
-    screen().ui_Grid(kGrid, nullptr);
+    screen().ui_Grid(role::TDBGrid_RZ, nullptr);
 }
 
 void load_TouZhuBiao(IssueNumber issue) {
@@ -56,7 +54,7 @@ void load_TouZhuBiao(IssueNumber issue) {
                ? store_Query(QStringLiteral("select * from 日志表 order by 期号 asc,序号 asc"))
                : store_Query(QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"),
                              {issue});
-    screen().ui_Grid(kGrid, grid);
+    screen().ui_Grid(role::TDBGrid_RZ, grid);
     static const QStringList hidden{QStringLiteral("ID"),       QStringLiteral("过滤标记"),
                                     QStringLiteral("缩水标记"), QStringLiteral("精选标记"),
                                     QStringLiteral("临时数据"), QStringLiteral("缩水公式")};
@@ -66,7 +64,7 @@ void load_TouZhuBiao(IssueNumber issue) {
         captions << grid->fieldName(i);
         widths << (hidden.contains(grid->fieldName(i), Qt::CaseInsensitive) ? 0 : -1);
     }
-    screen().ui_DressGrid(kGrid, captions, widths);
+    screen().ui_DressGrid(role::TDBGrid_RZ, captions, widths);
 }
 
 void delete_TouZhu(IssueNumber issue) {

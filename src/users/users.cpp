@@ -4,6 +4,7 @@
 
 #include "domain/date_value.h"
 #include "filters/condition_files.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -80,7 +81,7 @@ void login_Ok(const QString& name) {
     }
     store_Execute(QStringLiteral("DELETE FROM 用户表 WHERE ") + away);
     store_Execute(QStringLiteral("DELETE FROM 日志表 "));
-    screen().ui_Grid(QStringLiteral("TDBGrid_RZ"), nullptr);
+    screen().ui_Grid(role::TDBGrid_RZ, nullptr);
     screen().ui_RefreshPicks();
 }
 

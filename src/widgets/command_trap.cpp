@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "analysis/jindu.h"
+#include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
@@ -56,8 +57,8 @@ void setEntryEnabled(QObject* entry, bool on) {
 // themselves on every way out they know of; this covers the ones they do not.
 void restoreRunState() {
     Screen& ui = screen();
-    ui.ui_Set(QStringLiteral("FrameStop"), QStringLiteral("visible"), false);
-    ui.ui_Set(QStringLiteral("Pic_subTouZhu"), QStringLiteral("enabled"), true);
+    ui.ui_Set(role::FrameStop, QStringLiteral("visible"), false);
+    ui.ui_Set(role::Pic_subTouZhu, QStringLiteral("enabled"), true);
     ui.ui_Progress(0, 0, 0, false);
     for (QWidget* top : QApplication::topLevelWidgets())
         for (JinDuPanel* panel : top->findChildren<JinDuPanel*>())

@@ -6,6 +6,7 @@
 #include "history/draw_records.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
+#include "screen/control_roles.h"
 #include "support/test_support.h"
 
 using namespace dovrex;
@@ -101,7 +102,7 @@ TEST_F(HistoryEntryTest, ANewDrawIsStoredSortedWithItsColumnsAndTheBoxesMoveOn) 
     EXPECT_EQ(in.boxes[0], QString::number(latest + 2));
     EXPECT_EQ(in.date, toQDate(next_KaiJiangRi(shared().g_DrawDays, toDateValue(drawDay))));
     for (int i = 1; i <= 7; ++i) EXPECT_TRUE(in.boxes[size_t(i)].isEmpty());
-    EXPECT_FALSE(ui().linesStartingWith(QStringLiteral("GRID ") + kHistoryGrid).isEmpty());
+    EXPECT_FALSE(ui().linesStartingWith(QStringLiteral("GRID ") + role::TDBGridHistory).isEmpty());
 }
 
 TEST_F(HistoryEntryTest, AnExistingIssueIsOverwrittenWithoutAsking) {

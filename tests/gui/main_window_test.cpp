@@ -28,12 +28,13 @@
 #include "history/draw_list.h"
 #include "history/history_display.h"
 #include "history/history_queries.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 #include "support/draw_list_server.h"
+#include "ui/history/history_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
-#include "ui/history/history_page.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/program_session.h"
 #include "users/users.h"
@@ -98,7 +99,7 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
     EXPECT_EQ(w->tabStrip()->objectName(), QStringLiteral("TabStrip_Top"));
 
     // The grid, found by its role the way the logic finds it.
-    CursorModel* model = screen->gridModel(kHistoryGrid);
+    CursorModel* model = screen->gridModel(role::TDBGridHistory);
     ASSERT_NE(model, nullptr);
     EXPECT_EQ(model->rowCount(), kShippedDraws);
     QTableView* grid = w->historyPage()->grid();
@@ -121,6 +122,24 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
     EXPECT_EQ(screen->statusText(1), msg::kHistoryUpToDate);
     EXPECT_TRUE(screen->statusText(3).contains(QStringLiteral("2026096 期 于 2026/08/23 开奖")));
     EXPECT_TRUE(screen->asked.isEmpty());
+}
+
+// Every control the logic names reaches a control or a menu entry of the main window, and a name
+// the window lacks is reported instead of being dropped.
+TEST_F(MainWindowTest, EveryDeclaredRoleReachesAControl) {
+    ScriptedScreen* screen = nullptr;
+    auto s = session(screen);
+    ASSERT_TRUE(s->start());
+    for (const QString& name : role::all()) EXPECT_TRUE(screen->reaches(name)) << name.toStdString();
+
+    static QStringList unknown;
+    unknown.clear();
+    const auto before = GuiScreen::setUnknownRoleHandler([](const QString& name) { unknown << name; });
+    screen->ui_Set(QStringLiteral("List_NoSuchControl"), QStringLiteral("enabled"), false);
+    screen->ui_Grid(QStringLiteral("TDBGrid_NoSuchGrid"), nullptr);
+    GuiScreen::setUnknownRoleHandler(before);
+    EXPECT_EQ(unknown,
+              QStringList({QStringLiteral("List_NoSuchControl"), QStringLiteral("TDBGrid_NoSuchGrid")}));
 }
 
 TEST_F(MainWindowTest, StaleHistoryOffersTheDownload) {
@@ -170,7 +189,7 @@ TEST_F(MainWindowTest, ExitWritesThePackAndARestartFindsTheChanges) {
         ASSERT_TRUE(s->start());
         store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026096"));
         s->window()->historyPage()->setMode(HistoryShowMode::Newest100);
-        EXPECT_EQ(screen->gridModel(kHistoryGrid)->rowCount(), 100);
+        EXPECT_EQ(screen->gridModel(role::TDBGridHistory)->rowCount(), 100);
 
         screen->answer = true;
         bool saved = false;
@@ -184,7 +203,7 @@ TEST_F(MainWindowTest, ExitWritesThePackAndARestartFindsTheChanges) {
     auto s = session(screen);
     ASSERT_TRUE(s->start());
     EXPECT_EQ(latest_QiHao(), 2026095);
-    CursorModel* model = screen->gridModel(kHistoryGrid);
+    CursorModel* model = screen->gridModel(role::TDBGridHistory);
     EXPECT_EQ(model->rowCount(), 100);
     EXPECT_EQ(model->index(99, 0).data().toString(), QStringLiteral("2026095"));
     EXPECT_TRUE(s->window()->findChild<QRadioButton*>(QStringLiteral("Option_historyShow(1)"))->isChecked());
@@ -273,12 +292,12 @@ TEST_F(MainWindowTest, NewestHundredWithFewerDrawsShowsThemAll) {
     ASSERT_TRUE(s->start());
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号<2026047"));
     s->window()->historyPage()->setMode(HistoryShowMode::Newest100);
-    EXPECT_EQ(screen->gridModel(kHistoryGrid)->rowCount(), 50);
+    EXPECT_EQ(screen->gridModel(role::TDBGridHistory)->rowCount(), 50);
     EXPECT_EQ(read_HistoryShowMode(), HistoryShowMode::Newest100);
 
     store_Execute(QStringLiteral("DELETE FROM 历史记录"));
     s->window()->historyPage()->setMode(HistoryShowMode::All);
-    EXPECT_EQ(screen->gridModel(kHistoryGrid)->rowCount(), 0);
+    EXPECT_EQ(screen->gridModel(role::TDBGridHistory)->rowCount(), 0);
     EXPECT_EQ(read_HistoryShowMode(), HistoryShowMode::All);
 }
 

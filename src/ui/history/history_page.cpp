@@ -24,6 +24,7 @@
 #include "history/draw_download.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 #include "ui/history/analysis_groups_dialog.h"
@@ -63,7 +64,7 @@ QPushButton* makeButton(const QString& name, const QString& text, QWidget* paren
 HistoryPage::HistoryPage(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Frm_Sub_History"));
 
-    grid_ = makeGrid(kHistoryGrid, this);
+    grid_ = makeGrid(role::TDBGridHistory, this);
     model_ = qobject_cast<CursorModel*>(grid_->model());
     connect(model_, &QAbstractItemModel::modelReset, this, &HistoryPage::updateCount);
 

@@ -26,7 +26,9 @@
 #include <QTextEdit>
 #include <QUrl>
 #include <algorithm>
+#include <utility>
 
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 #include "ui/conditions/conditions_page.h"
@@ -73,6 +75,12 @@ bool setText(QWidget* w, const QString& text) {
 }
 
 bool setValue(QWidget* w, const QVariant& value) {
+    // An option array: the box carrying the array's name checks its option "name(index)".
+    if (auto* box = qobject_cast<QGroupBox*>(w)) {
+        const QString option = box->objectName() + QStringLiteral("(%1)").arg(value.toInt());
+        if (auto* button = box->findChild<QAbstractButton*>(option)) button->setChecked(true);
+        return true;
+    }
     if (auto* bar = qobject_cast<QProgressBar*>(w))
         bar->setValue(value.toInt());
     else if (auto* slider = qobject_cast<QAbstractSlider*>(w))
@@ -130,13 +138,42 @@ QWidget* GuiScreen::role(const QString& name) const {
     return w;
 }
 
+namespace {
+
+void reportUnknownRole(const QString& name) {
+#ifdef QT_DEBUG
+    qFatal("The window has no control for the role %s", qUtf8Printable(name));
+#else
+    qWarning("The window has no control for the role %s", qUtf8Printable(name));
+#endif
+}
+
+GuiScreen::UnknownRoleHandler unknownRoleHandler = reportUnknownRole;
+
+}  // namespace
+
+GuiScreen::UnknownRoleHandler GuiScreen::setUnknownRoleHandler(UnknownRoleHandler handler) {
+    return std::exchange(unknownRoleHandler, handler ? handler : reportUnknownRole);
+}
+
+bool GuiScreen::reaches(const QString& name) const {
+    return role(name) || (window_ && window_->findChild<QAction*>(name));
+}
+
+QWidget* GuiScreen::known(const QString& name) const {
+    QWidget* w = role(name);
+    // Before the window exists there is nothing to reach and nothing wrong.
+    if (!w && window_ && !window_->findChild<QAction*>(name)) unknownRoleHandler(name);
+    return w;
+}
+
 QString GuiScreen::statusText(int panel) const {
     if (panel < 1 || panel > 3 || !panels_[panel - 1]) return {};
     return panels_[panel - 1]->text();
 }
 
 QTableView* GuiScreen::grid(const QString& name) const {
-    return qobject_cast<QTableView*>(role(name));
+    return qobject_cast<QTableView*>(known(name));
 }
 
 CursorModel* GuiScreen::gridModel(const QString& name) const {
@@ -189,8 +226,8 @@ void GuiScreen::ui_Progress(int min, int max, int value, bool visible) {
     // The ticket page's bar while its Stop panel is up (a pass over the tickets), else the status
     // line's.
     QProgressBar* bar = nullptr;
-    if (QWidget* frame = role(QStringLiteral("FrameStop")); !frame || !frame->isHidden())
-        bar = qobject_cast<QProgressBar*>(role(QStringLiteral("ProgressBar_TouZu_Busy")));
+    if (QWidget* frame = role(role::FrameStop); !frame || !frame->isHidden())
+        bar = qobject_cast<QProgressBar*>(role(role::ProgressBar_TouZu_Busy));
     if (!bar) bar = progress_;
     if (!bar) return;
     bar->setRange(min, qMax(min, max));
@@ -238,7 +275,7 @@ void GuiScreen::ui_Pump() {
 }
 
 void GuiScreen::ui_Log(const QString& wholeText) {
-    QWidget* w = role(QStringLiteral("TextChaoZuoTip"));
+    QWidget* w = role(role::TextChaoZuoTip);
     if (auto* plain = qobject_cast<QPlainTextEdit*>(w)) {
         plain->setPlainText(wholeText);
         plain->moveCursor(QTextCursor::End);
@@ -292,7 +329,7 @@ static bool setActionProperty(QWidget* window, const QString& name, const QStrin
 }
 
 void GuiScreen::ui_Set(const QString& roleName, const QString& property, const QVariant& value) {
-    QWidget* w = role(roleName);
+    QWidget* w = known(roleName);
     if (!w) {
         setActionProperty(window_, roleName, property, value);
         return;

@@ -41,6 +41,13 @@ class GuiScreen : public QObject, public Screen {
     // A widget reachable by its objectName, wherever it lives.
     void registerRole(QWidget* widget);
     QWidget* role(const QString& name) const;
+    // True when a control or a menu entry of the window carries the role's name.
+    bool reaches(const QString& name) const;
+    // Called with a role the logic named and the window does not have. A release build logs it;
+    // a debug build stops there, and the GUI tests turn it into a failure.
+    using UnknownRoleHandler = void (*)(const QString& role);
+    // Returns the handler it replaces; null puts back the default.
+    static UnknownRoleHandler setUnknownRoleHandler(UnknownRoleHandler handler);
 
     QString statusText(int panel) const;
     // The model behind a grid, or null while it is unbound.
@@ -81,6 +88,8 @@ class GuiScreen : public QObject, public Screen {
 
   private:
     QTableView* grid(const QString& name) const;
+    // The role's control, or null after reporting it as unknown.
+    QWidget* known(const QString& name) const;
     bool setGridProperty(QTableView* view, const QString& property, const QVariant& value);
 
     QPointer<QWidget> window_;

@@ -19,6 +19,7 @@
 #include "filters/condition_store.h"
 #include "pipeline/shrink.h"
 #include "pipeline/weights.h"
+#include "screen/control_roles.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
 #include "ui/conditions/conditions_page.h"
@@ -33,6 +34,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
     auto* layout = new QVBoxLayout(this);
 
     auto* types = new QGroupBox(QStringLiteral("保Ｎ型缩水"), this);
+    if (withButtons) types->setObjectName(role::Option_ShuoSuiLeiXing);
     auto* typeRow = new QHBoxLayout(types);
     auto* group = new QButtonGroup(this);
     for (int t = 7; t >= 3; --t) {

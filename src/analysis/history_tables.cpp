@@ -124,6 +124,10 @@ IssueNumber fenBu_PickIssue() {
     return next_QiHao(Clock::today());
 }
 
+std::shared_ptr<Cursor> open_HaoMaFenBu() {
+    return store_Query(QStringLiteral("select * from 号码分布"));
+}
+
 int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue) {
     screen().ui_Status(1, QStringLiteral(" 》》》》》 正在加载历史数据 《《《《《  "));
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("visible"), false);
@@ -163,7 +167,7 @@ int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue) {
         out->update();
         out->close();
     }
-    screen().ui_Grid(role::TDBGrid_FenBu, store_Query(QStringLiteral("select * from 号码分布")));
+    screen().ui_Grid(role::TDBGrid_FenBu, open_HaoMaFenBu());
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("visible"), true);
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("caption"), fenBu_Caption());
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("tooltip"), fenBu_Tip());

@@ -3,15 +3,20 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "domain/game.h"
 
 namespace dovrex {
 
+class Cursor;
+
 // 号码分布: every draw of the range on one column per number (k01..k33 red, k34..k49 blue), then the
 // pick row of the next issue ("*" a drag, "+" a banker). Binds TDBGrid_FenBu. Returns the draws.
 int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue);
+// The rows of 号码分布 as the distribution grid binds them.
+std::shared_ptr<Cursor> open_HaoMaFenBu();
 // The issue of the pick row that fill_HaoMaFenBu appends.
 IssueNumber fenBu_PickIssue();
 // The caption and tip of the distribution page.

@@ -301,6 +301,16 @@ QString text_KuaiSuFanWei(int no) {
     return rangeRuns(min, max, min, QStringLiteral(","));
 }
 
+QList<KuaiSuRow> list_KuaiSuRows() {
+    QList<KuaiSuRow> rows;
+    for (auto c = store_Query(QStringLiteral("select * from 快速设置 order by 编号 asc")); !c->eof();
+         c->moveNext())
+        rows << KuaiSuRow{c->intValue(QStringLiteral("编号")), c->intValue(QStringLiteral("菜单ID")),
+                          c->intValue(QStringLiteral("条件编号")),
+                          c->value(QStringLiteral("条件名称")).toString()};
+    return rows;
+}
+
 bool apply_KuaiSu(const QHash<int, QString>& texts) {
     auto rows = store_Query(QStringLiteral("select * from 快速设置 order by 编号 asc"));
     QHash<int, QString> cleaned;

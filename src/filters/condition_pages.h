@@ -58,12 +58,20 @@ QString make_BaoGao();
 // Quick settings: the range text of a 快速设置 row, and the submit of all rows' texts (keyed by
 // 编号). apply_KuaiSu returns false when a text was refused (the message has been shown).
 QString text_KuaiSuFanWei(int no);
+// One row of 快速设置 as the quick settings window lists it.
+struct KuaiSuRow {
+    int no = 0;           // 编号
+    int menuId = 0;       // 菜单ID: the condition tab the row belongs to
+    int conditionNo = 0;  // 条件编号: its switch in 过滤条件使用情况
+    QString name;         // 条件名称
+};
+QList<KuaiSuRow> list_KuaiSuRows();
 bool apply_KuaiSu(const QHash<int, QString>& texts);
 
 namespace msg {
 // Follows "你设置的[" and the condition's name.
 inline const QString kQuickNumberTooLarge =
     QStringLiteral("的范围包含过大的数字！(每个数字最大为２１４７４８３６４７，如：[1-5]或者[5]是合法的)");
-}
+}  // namespace msg
 
 }  // namespace dovrex

@@ -125,4 +125,18 @@ QString prizeTableText(IssueNumber issue) {
     return QString::number(issue) + QStringLiteral(" 期奖金　") + parts.join(QStringLiteral("　"));
 }
 
+QList<IssueNumber> issues_NewestFirst() {
+    QList<IssueNumber> issues;
+    for (auto c = store_Query(QStringLiteral("select 期号 from 历史记录 order by 期号 desc")); !c->eof();
+         c->moveNext())
+        issues << c->intValue(0);
+    return issues;
+}
+
+std::shared_ptr<Cursor> open_CountColumns() {
+    return store_Query(QStringLiteral(
+        "select 期号,奇数个数,偶数个数,大数个数,小数个数,低尾码个数,高尾码个数,区间1,区间2,区间3,区间4 "
+        "from 历史记录 order by 期号 desc"));
+}
+
 }  // namespace dovrex

@@ -3,11 +3,14 @@
 #include <QDate>
 #include <QString>
 #include <array>
+#include <memory>
 
 #include "domain/date_value.h"
 #include "domain/game.h"
 
 namespace dovrex {
+
+class Cursor;
 
 // Read-only questions put to 历史记录 through the shared store. Issues are not dense, so "the n-th
 // draw before" always comes from the rows that exist. 2003001 stands in when there is no answer.
@@ -45,5 +48,11 @@ int getHistoryRecord(HistoryArray& array, IssueNumber issue);
 // the downloaded notice (奖级奖金); without a notice the fixed prizes of tiers 3 to 6 and "奖金未知"
 // for 1 and 2.
 QString prizeTableText(IssueNumber issue);
+
+// Every stored issue, the newest first (the choosers of an issue range).
+QList<IssueNumber> issues_NewestFirst();
+// The count columns of every draw, the newest first, as the count page's grid lists them: 期号,
+// odd, even, big, small, low-tail and high-tail counts, then the four zone counts.
+std::shared_ptr<Cursor> open_CountColumns();
 
 }  // namespace dovrex

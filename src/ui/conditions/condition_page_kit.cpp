@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include "filters/condition_store.h"
+#include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 #include "widgets/cursor_model.h"
@@ -61,9 +62,7 @@ void fillCountGrid(QTableView* grid) {
     auto* model = qobject_cast<CursorModel*>(grid->model());
     if (!model) return;
     runCommand([&] {
-        model->setCursor(store_Query(QStringLiteral(
-            "select 期号,奇数个数,偶数个数,大数个数,小数个数,低尾码个数,高尾码个数,区间1,区间2,区间3,区间4 "
-            "from 历史记录 order by 期号 desc")));
+        model->setCursor(open_CountColumns());
         model->setCaptions({QStringLiteral("期号"), QStringLiteral("奇数"), QStringLiteral("偶数"),
                             QStringLiteral("大数"), QStringLiteral("小数"), QStringLiteral("低尾码"),
                             QStringLiteral("高尾码"), QStringLiteral("区间1"), QStringLiteral("区间2"),

@@ -9,8 +9,8 @@
 #include "ui/conditions/condition_page_kit.h"
 
 #include "ui/conditions/conditions_page.h"
-#include "ui/shell/form_main.h"
 #include "ui/conditions/quick_settings_window.h"
+#include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
 #include "widgets/command_trap.h"
 

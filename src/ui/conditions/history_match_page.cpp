@@ -7,6 +7,7 @@
 
 #include "domain/game.h"
 #include "filters/condition_editing.h"
+#include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "ui/conditions/condition_edit_pages.h"
 
@@ -86,8 +87,7 @@ void HistoryMatchPage::reload() {
     loading_ = true;
     runCommand([&] {
         QStringList issues;
-        auto c = store_Query(QStringLiteral("select 期号 from 历史记录 order by 期号 desc"));
-        for (; !c->eof(); c->moveNext()) issues << c->value(0).toString();
+        for (const IssueNumber issue : issues_NewestFirst()) issues << QString::number(issue);
         for (QComboBox* combo : {low_, high_}) {
             combo->clear();
             combo->addItems(issues);

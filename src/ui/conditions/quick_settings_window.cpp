@@ -53,15 +53,14 @@ QuickSettingsWindow::QuickSettingsWindow(FormMain* window) : QDialog(window), wi
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(4);
     runCommand([&] {
-        auto c = store_Query(QStringLiteral("select * from 快速设置 order by 编号 asc"));
-        for (; !c->eof(); c->moveNext()) {
+        for (const KuaiSuRow& stored : list_KuaiSuRows()) {
             Row row;
-            row.no = c->intValue(QStringLiteral("编号"));
-            row.menuId = c->intValue(QStringLiteral("菜单ID"));
-            const QString name = c->value(QStringLiteral("条件名称")).toString();
+            row.no = stored.no;
+            row.menuId = stored.menuId;
+            const QString name = stored.name;
             row.use = new QCheckBox(name, rowsBox);
             row.use->setObjectName(QStringLiteral("Check_sfsy(%1)").arg(row.no));
-            row.use->setProperty("Tag", c->intValue(QStringLiteral("条件编号")));
+            row.use->setProperty("Tag", stored.conditionNo);
             row.text = new QLineEdit(rowsBox);
             row.text->setObjectName(QStringLiteral("Text_quzifanwei(%1)").arg(row.no));
             row.text->setMinimumWidth(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 40);

@@ -134,7 +134,7 @@ bool FenBuGrid::pressCell(int row, int column, bool leftButton) {
         if (changed) {
             const int scroll = verticalScrollBar()->value();
             const int hscroll = horizontalScrollBar()->value();
-            m->setCursor(store_Query(QStringLiteral("select * from 号码分布")));
+            m->setCursor(open_HaoMaFenBu());
             verticalScrollBar()->setValue(scroll);
             horizontalScrollBar()->setValue(hscroll);
             emit picksChanged();

@@ -48,11 +48,11 @@ const bench::Register analysis("analysis", [] {
 
     myJinDuCTL progress;
     t.restart();
-    run_ZhuHeYiLou(2, progress);
+    runCombinationOmission(2, progress);
     bench::report(QStringLiteral("pair omission, 528 pairs over the whole history"), msSince(t),
                   QStringLiteral("ms"));
     t.restart();
-    run_ZhuHeYiLou(3, progress);
+    runCombinationOmission(3, progress);
     bench::report(QStringLiteral("triple omission, 5456 triples over the whole history"), msSince(t),
                   QStringLiteral("ms"));
     shared().screen = before;

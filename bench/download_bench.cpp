@@ -44,7 +44,7 @@ const bench::Register wholeHistory("download", [] {
     int downloads = 0;
     for (IssueNumber before = -1; before != latest_QiHao() && downloads < 20; ++downloads) {
         before = latest_QiHao();
-        if (download_KaiJiang() != DownloadResult::Updated) break;
+        if (downloadNewDraws() != DownloadResult::Updated) break;
     }
     const double ms = double(t.nsecsElapsed()) / 1e6;
     const int stored = store().scalar(QStringLiteral("select count(*) from 历史记录")).toInt();
@@ -58,7 +58,7 @@ const bench::Register wholeHistory("download", [] {
 
     // The usual case: the list fetched again with the history complete.
     t.restart();
-    download_KaiJiang();
+    downloadNewDraws();
     bench::report(QStringLiteral("one download onto a complete history"), double(t.nsecsElapsed()) / 1e6,
                   QStringLiteral("ms"));
     shared().g_Store = nullptr;

@@ -26,9 +26,9 @@ int expand() {
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
     store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
     store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
-    reset_HongQiu();
-    reset_LanQiu();
-    reset_TiaoJian();
+    resetRedPicks();
+    resetBluePicks();
+    resetConditionSet();
     set_GuoLvFanWei(1, 20, 1);
     const int blue =
         store().scalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=?"), {latest_QiHao()}).toInt();
@@ -103,7 +103,7 @@ const bench::Register permissive("filters", [] {
     allow(4160, 4170), on(46);
     on(70);
     timeRun(QStringLiteral("typical settings"));
-    clear_TouZhuBiao();
+    clearTicketTable();
 });
 
 }  // namespace

@@ -16,8 +16,8 @@ const bench::Register expandAndFilter("pipeline", [] {
     dovrex::store_Execute(QStringLiteral("DELETE FROM 日志表"));
     dovrex::store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
     dovrex::store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
-    dovrex::reset_HongQiu();
-    dovrex::reset_LanQiu();
+    dovrex::resetRedPicks();
+    dovrex::resetBluePicks();
     dovrex::set_GuoLvFanWei(1, 20, 1);
     dovrex::set_GuoLvFanWei(101, 102, 1);
 
@@ -35,7 +35,7 @@ const bench::Register expandAndFilter("pipeline", [] {
     dovrex::load_TouZhuBiao(2008118);
     bench::report(QStringLiteral("of which binding them to the grid (load_TouZhuBiao)"),
                   double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
-    dovrex::clear_TouZhuBiao();
+    dovrex::clearTicketTable();
 });
 
 }  // namespace

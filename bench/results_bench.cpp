@@ -28,8 +28,8 @@ const bench::Register ticketFiles("results", [] {
     dovrex::Screen* before = dovrex::shared().screen;
     dovrex::shared().screen = &ui;
     dovrex::store_Execute(QStringLiteral("DELETE FROM 日志表"));
-    dovrex::reset_HongQiu();
-    dovrex::reset_LanQiu();
+    dovrex::resetRedPicks();
+    dovrex::resetBluePicks();
     dovrex::set_GuoLvFanWei(1, 20, 1);
     dovrex::set_GuoLvFanWei(101, 102, 1);
     const int n = dovrex::init_TouZhu(2008118);
@@ -65,7 +65,7 @@ const bench::Register ticketFiles("results", [] {
     bench::report(QStringLiteral("merge_XiangTongZhu, %1 distinct tickets, %2 kept").arg(distinct).arg(kept),
                   msSince(t), QStringLiteral("ms"));
 
-    dovrex::clear_TouZhuBiao();
+    dovrex::clearTicketTable();
     dovrex::shared().screen = before;
 });
 

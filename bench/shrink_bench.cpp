@@ -32,8 +32,8 @@ double ms(const QElapsedTimer& t) {
 const bench::Register shrink("shrink", [] {
     bench::ShippedStore store;
     dovrex::store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    dovrex::reset_HongQiu();
-    dovrex::reset_LanQiu();
+    dovrex::resetRedPicks();
+    dovrex::resetBluePicks();
     dovrex::set_GuoLvFanWei(1, 20, 1);
     dovrex::set_GuoLvFanWei(101, 102, 1);
     for (bool filtered : {false, true}) {
@@ -64,7 +64,7 @@ const bench::Register shrink("shrink", [] {
         bench::report(QStringLiteral("run_JingXuan 5, %1: %2 tickets").arg(set).arg(n), ms(timer),
                       QStringLiteral("ms"));
     }
-    dovrex::clear_TouZhuBiao();
+    dovrex::clearTicketTable();
 });
 
 }  // namespace

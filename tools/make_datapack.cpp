@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
                     err << "cannot read " << argv[3] << ": " << why << "\n";
                     return 1;
                 }
-                store_Ssgs(*s, formulas);
+                storeFormulas(*s, formulas);
             }
             shared().g_Store = nullptr;
         }

@@ -125,7 +125,7 @@ int calcZhuHe(int size, myJinDuCTL& progress) {
 
 }  // namespace
 
-void ensure_ZhuHeTables() {
+void ensureCombinationTables() {
     Store& s = store();
     if (!s.tableExists(kFenBu))
         s.execute(QStringLiteral("create table ") + kFenBu + QStringLiteral("(期号 long)"));
@@ -186,15 +186,15 @@ int calc_ZhuHe3(myJinDuCTL& progress) {
     return calcZhuHe(3, progress);
 }
 
-int run_ZhuHeYiLou(int size, myJinDuCTL& progress) {
-    ensure_ZhuHeTables();
+int runCombinationOmission(int size, myJinDuCTL& progress) {
+    ensureCombinationTables();
     store_ClearTable(kFenBu);
     build_FenBuBiao(progress);
     store_ClearTable(kZhuHe);
     return size == 3 ? calc_ZhuHe3(progress) : calc_ZhuHe2(progress);
 }
 
-std::shared_ptr<Cursor> open_ZhuHeYLTJ() {
+std::shared_ptr<Cursor> openCombinationOmissionTable() {
     return store_Query(
         QStringLiteral("select * from TBLyilouZhuhe order by YilouQS desc,YilouPre desc,YilouAvg asc"));
 }

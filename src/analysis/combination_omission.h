@@ -16,7 +16,7 @@ class myJinDuCTL;
 //   TBLyilouZhuhe:  Haoma, YilouQS, YilouAvg, YilouPre, YilouLongest, YilouTotal, one row a group.
 
 // Creates both work tables when the store lacks them (and any missing number column).
-void ensure_ZhuHeTables();
+void ensureCombinationTables();
 
 // Rebuilds TBLhmYLTJfenbu from the history. Returns the draws written.
 int build_FenBuBiao(myJinDuCTL& progress);
@@ -31,10 +31,10 @@ int calc_ZhuHe3(myJinDuCTL& progress);
 
 // The "组合遗漏" entry of ComboChosenumber: size is its first digit (2 or 3). Empties and rebuilds both
 // tables; afterwards the window FormZhuheYLTJ is shown. Returns what calc_ZhuHe2/3 returned.
-int run_ZhuHeYiLou(int size, myJinDuCTL& progress);
+int runCombinationOmission(int size, myJinDuCTL& progress);
 
 // The grid of FormZhuheYLTJ: the groups most overdue first.
-std::shared_ptr<Cursor> open_ZhuHeYLTJ();
+std::shared_ptr<Cursor> openCombinationOmissionTable();
 // Its title: 截止<newest issue>期号码组合遗漏统计表, digits full width.
 QString zhuHeYLTJ_Title();
 

@@ -216,7 +216,7 @@ std::vector<HitBar> calc_BlueRecentHits(IssueNumber fromIssue, IssueNumber toIss
     return recentHits(fromIssue, toIssue, false);
 }
 
-FenXiZu read_FenXiZu() {
+FenXiZu readAnalysisGroups() {
     FenXiZu member{};
     auto c = store_Query(groupSelect(groupSource(false)));
     for (c->moveFirst(); !c->eof(); c->moveNext()) {
@@ -227,7 +227,7 @@ FenXiZu read_FenXiZu() {
     return member;
 }
 
-void write_FenXiZu(int number, int group, bool member) {
+void writeAnalysisGroups(int number, int group, bool member) {
     if (number < 1 || number > kRedCount || group < 1 || group > 20) return;
     store_Execute(QStringLiteral("UPDATE 分析表号码组 SET 号码组合%1=? WHERE 号码=?").arg(group),
                   {member ? 1 : 0, number});

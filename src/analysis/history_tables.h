@@ -33,9 +33,9 @@ QStringList fenXiBiao_Captions(bool custom);
 
 // The 20 groups of 分析表号码组 (frmOptions): member[n][g] for number 1..33 and group 1..20.
 using FenXiZu = std::array<std::array<bool, 21>, kRedCount + 1>;
-FenXiZu read_FenXiZu();
+FenXiZu readAnalysisGroups();
 // One tick of frmOptions: writes whether number n belongs to group g at once.
-void write_FenXiZu(int number, int group, bool member);
+void writeAnalysisGroups(int number, int group, bool member);
 
 // 最近N期开出次数统计: hits per number in the range, as the chart shows them.
 struct HitBar {

@@ -132,8 +132,8 @@ QString trendConditionText(const QString& tip, TrendFamily family) {
     return text;
 }
 
-TrendChart draw_TrendChart(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
-                           const QString& conditionText, const QList<int>& allowedColumns) {
+TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
+                          const QString& conditionText, const QList<int>& allowedColumns) {
     TrendChart chart;
     const double cw = m.charW, ch = m.charH, w = m.width;
     const double r = ch / 3;

@@ -68,8 +68,8 @@ struct TrendChart {
 // The chart of `rows` (at most n used) in the geometry of the metrics: frame, rows, the condition
 // line with the allowed columns marked under the last row, then the marks in three passes. With
 // n = 0 it is the frame alone.
-TrendChart draw_TrendChart(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
-                           const QString& conditionText, const QList<int>& allowedColumns);
+TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
+                          const QString& conditionText, const QList<int>& allowedColumns);
 
 // Font sizes of the chart surface: at least 20 at its first drawing, zoomed between 6 and 30.
 inline constexpr int kTrendFontFirst = 20;

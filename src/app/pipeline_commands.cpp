@@ -77,7 +77,7 @@ void runCommand(int index) {
             const QString answer = ui.ui_AskText(msg::kAskIssue, touZhuCommandTexts()[0].button,
                                                  QString::number(next_QiHao(QDate::currentDate())));
             MenuDisabled menu(role::mnu_UserQiehuan);
-            init_TouZhu(read_QiHao(answer));
+            init_TouZhu(readIssue(answer));
             break;
         }
         case kCmdFilter: {
@@ -91,7 +91,7 @@ void runCommand(int index) {
         case kCmdSelect: {
             const IssueNumber issue = gridIssueOrSay();
             if (issue < 1) break;
-            const int n = read_QiHao(
+            const int n = readIssue(
                 ui.ui_AskText(msg::kAskSelect, touZhuCommandTexts()[3].button, QStringLiteral("5")));
             if (n <= 0) break;
             shared().tingZhi = 0;

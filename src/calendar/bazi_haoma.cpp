@@ -18,7 +18,7 @@ int elementCode(const QString& element) {
 }
 
 const JiaZiRecord& recordOf(const QString& pillar) {
-    return JiaZiBiao[find_JiaZi(pillar)];
+    return JiaZiBiao[findSexagenaryIndex(pillar)];
 }
 
 }  // namespace

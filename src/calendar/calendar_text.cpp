@@ -64,18 +64,18 @@ QString termOfDay(const QDate& date) {
 
 }  // namespace
 
-QString get_RiLiGeZiText(const QDate& date) {
+QString calendarCellText(const QDate& date) {
     if (QString t = termOfDay(date); !t.isEmpty()) return t;
-    if (QString f = get_NongLiJieRiName(date); !f.isEmpty()) return f;
-    if (QString f = get_GongLiJieRiName(date); !f.isEmpty()) return f;
+    if (QString f = lunarHolidayName(date); !f.isEmpty()) return f;
+    if (QString f = solarHolidayName(date); !f.isEmpty()) return f;
     const Lunar l = lunarOf(date);
     if (l.day == 1) return (l.leap ? QStringLiteral("闰") : QString()) + get_LunarMonthName(l.month);
     return get_LunarDayName(l.day);
 }
 
 bool isRiLiSpecialDay(const QDate& date) {
-    return !termOfDay(date).isEmpty() || !get_NongLiJieRiName(date).isEmpty() ||
-           !get_GongLiJieRiName(date).isEmpty();
+    return !termOfDay(date).isEmpty() || !lunarHolidayName(date).isEmpty() ||
+           !solarHolidayName(date).isEmpty();
 }
 
 QDate moveToMonth(const QDate& from, int year, int month) {

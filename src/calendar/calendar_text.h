@@ -27,7 +27,7 @@ QString get_XingQi(const QDate& date, int style = 0);
 
 // The lunar line of a grid cell: the solar term of the day, else a festival, else the lunar month
 // name on the first of a month, else the lunar day name.
-QString get_RiLiGeZiText(const QDate& date);
+QString calendarCellText(const QDate& date);
 // True when the cell text is a term or a festival (drawn in another colour).
 bool isRiLiSpecialDay(const QDate& date);
 

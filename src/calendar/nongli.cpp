@@ -312,7 +312,7 @@ QDateTime get_JieQiDate(int year, int n, bool withTime) {
     return withTime ? t : naiveDateTime(t.date());
 }
 
-int find_JiaZi(const QString& ganZhi) {
+int findSexagenaryIndex(const QString& ganZhi) {
     for (int i = 1; i <= 60; ++i)
         if (TianGan[(i - 1) % 10] + DiZhi[(i - 1) % 12] == ganZhi) return i;
     return 0;
@@ -363,7 +363,7 @@ QString get_BaZi(const QDateTime& dateTime, int which, const QString& termList) 
 }
 
 void set_JiaZiFanXu(const QString& ganZhi) {
-    const int k = find_JiaZi(ganZhi);
+    const int k = findSexagenaryIndex(ganZhi);
     if (k == 0) return;
     int order = 1;
     for (int i = k; i >= 1; --i) JiaZiBiao[i].fanXu = order++;
@@ -378,14 +378,14 @@ void build_MonthGrid(int year, int month) {
     for (int i = w - 1, day = 1; i < 37 && day <= days; ++i, ++day) RiLiGeZi[i] = std::int16_t(day);
 }
 
-QString get_GongLiJieRiName(const QDate& date) {
+QString solarHolidayName(const QDate& date) {
     const QString key = date.toString(QStringLiteral("MMdd"));
     for (const QString& f : GongLiJieRi)
         if (f.startsWith(key)) return f.mid(4);
     return {};
 }
 
-QString get_NongLiJieRiName(const QDate& date) {
+QString lunarHolidayName(const QDate& date) {
     const QString lunar = solar2Lunar(date);
     if (lunar.at(0) == QLatin1Char('1')) return {};
     QString key = lunar.mid(5, 4);

@@ -64,7 +64,7 @@ QDateTime get_JieQiDate(int year, int n, bool withTime);
 // which 1..4 gives one pillar (year, month, day, hour); anything else the whole text.
 QString get_BaZi(const QDateTime& dateTime, int which, const QString& termList);
 // Position 1..60 of a pillar in JiaZiBiao, 0 if it is none.
-int find_JiaZi(const QString& ganZhi);
+int findSexagenaryIndex(const QString& ganZhi);
 // The year pillar's position for a moment, the spring term decided by the simple formula
 // or by termList as in get_BaZi.
 int nianZhuIndex(const QDateTime& dateTime, const QString& termList);
@@ -75,8 +75,8 @@ void set_JiaZiFanXu(const QString& ganZhi);
 void build_MonthGrid(int year, int month);
 
 // Festival names of a date, empty when none. The lunar one is never given in a leap month.
-QString get_GongLiJieRiName(const QDate& date);
-QString get_NongLiJieRiName(const QDate& date);
+QString solarHolidayName(const QDate& date);
+QString lunarHolidayName(const QDate& date);
 
 // A naive date-time helper: the date plus seconds of the day.
 QDateTime naiveDateTime(const QDate& date, qint64 seconds = 0);

@@ -65,7 +65,7 @@ std::array<bool, 34> haoMaTeXing(const QString& column) {
     return members;
 }
 
-bool toggle_HaoMaTeXing(const QString& column, int n) {
+bool toggleNumberTrait(const QString& column, int n) {
     auto c = store_Query(QStringLiteral("select [%1] from 号码特性 where 号码=%2").arg(column).arg(n));
     if (c->recordCount() == 0) return false;
     const bool now = c->intValue(0) == 0;
@@ -73,14 +73,14 @@ bool toggle_HaoMaTeXing(const QString& column, int n) {
     return now;
 }
 
-void set_HaoMaTeXing(const QString& column, const std::array<bool, 34>& members) {
+void setNumberTrait(const QString& column, const std::array<bool, 34>& members) {
     Transaction tx(store());
     for (int n = 1; n <= kRedCount; ++n)
         store_Execute(QStringLiteral("UPDATE 号码特性 SET [%1]=? WHERE 号码=?").arg(column),
                       {members[n] ? 1 : 0, n});
 }
 
-void clear_QuJianHuaFen() {
+void clearIntervalPartition() {
     {
         Transaction tx(store());
         store_Execute(QStringLiteral("UPDATE 号码特性 SET 区间1=0, 区间2=0, 区间3=0, 区间4=0"));
@@ -116,7 +116,7 @@ QString zdyAlias(int k) {
     return c->recordCount() > 0 ? c->value(0).toString() : customGroupColumn(k);
 }
 
-bool rename_ZDY(int k, const QString& alias) {
+bool renameCustomGroup(int k, const QString& alias) {
     if (alias.isEmpty()) return false;
     auto c = store_Query(QStringLiteral("select * from 自定义别名 where 序号=%1").arg(k));
     if (c->recordCount() == 0) return false;
@@ -125,7 +125,7 @@ bool rename_ZDY(int k, const QString& alias) {
     return true;
 }
 
-void empty_ZDY(int k) {
+void clearCustomGroup(int k) {
     Transaction tx(store());
     store_Execute(QStringLiteral("UPDATE 号码特性 SET [%1]=0").arg(customGroupColumn(k)));
     set_GuoLvFanWei(customGroupBase(k), customGroupBase(k) + 9, 0);
@@ -139,7 +139,7 @@ int zdyAllowedCounts(int k) {
         .toInt();
 }
 
-std::array<int, 7> read_DanShuang(int slot) {
+std::array<int, 7> readParityPatterns(int slot) {
     std::array<int, 7> values{};
     for (int p = 1; p <= 7; ++p) values[p - 1] = get_GuoLvTiaoJian(5000 + 10 * slot + p);
     return values;
@@ -155,7 +155,7 @@ std::array<int, 7> shangQiDanShuang() {
     return values;
 }
 
-LiShiGuoLv read_LiShiGuoLv() {
+LiShiGuoLv readHistoryMatch() {
     LiShiGuoLv s;
     auto c = store_Query(QStringLiteral("select * from 历史数据过滤"));
     if (c->recordCount() == 0) return s;
@@ -166,7 +166,7 @@ LiShiGuoLv read_LiShiGuoLv() {
     return s;
 }
 
-void write_LiShiGuoLv(const LiShiGuoLv& s) {
+void writeHistoryMatch(const LiShiGuoLv& s) {
     auto c = store_Query(QStringLiteral("select * from 历史数据过滤"));
     if (c->recordCount() == 0) {
         store_Execute(
@@ -181,7 +181,7 @@ void write_LiShiGuoLv(const LiShiGuoLv& s) {
     c->update();
 }
 
-int count_QiShu(IssueNumber low, IssueNumber high) {
+int countIssues(IssueNumber low, IssueNumber high) {
     return store()
         .scalar(QStringLiteral("select count(*) from 历史记录 where 期号>=? and 期号<=?"), {low, high})
         .toInt();

@@ -352,7 +352,7 @@ bool load_ChengYuanWenJian(const QString& user) {
     return true;
 }
 
-bool export_TiaoJian(const QString& path) {
+bool exportConditionSet(const QString& path) {
     try {
         if (!fillTemplate()) return false;
     } catch (const StoreError&) {
@@ -372,10 +372,10 @@ bool daocu_Click() {
     QString path = screen().ui_PickFile(msg::kConditionFileFilter, true);
     if (path.isEmpty()) return false;
     if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".dovrex");
-    return export_TiaoJian(path);
+    return exportConditionSet(path);
 }
 
-bool import_TiaoJian(const QString& path) {
+bool importConditionSet(const QString& path) {
     if (path.isEmpty() || !checkChosenFile(path)) return false;
     if (const ReadResult r = loadConditionFile(path); r != ReadResult::Done) {
         screen().ui_Message(r == ReadResult::OverLimit ? msg::kImportOverLimit : msg::kImportFormatError,
@@ -389,7 +389,7 @@ bool import_TiaoJian(const QString& path) {
 }
 
 bool daoru_Click() {
-    return import_TiaoJian(screen().ui_PickFile(QStringLiteral("过滤条件 (*.dovrex)"), false));
+    return importConditionSet(screen().ui_PickFile(QStringLiteral("过滤条件 (*.dovrex)"), false));
 }
 
 bool huanyuan_Click() {

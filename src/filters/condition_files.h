@@ -46,8 +46,8 @@ bool huanyuan_Click();
 
 // The same without dialogs, for scripts and tests: export to `path` (asking before overwriting),
 // import from `path` (a refused file changes nothing).
-bool export_TiaoJian(const QString& path);
-bool import_TiaoJian(const QString& path);
+bool exportConditionSet(const QString& path);
+bool importConditionSet(const QString& path);
 
 // Brings older data up to the present rows of 过滤条件 (laterConditionRows: the hidden buttons
 // 34..38, 和值 up to 1190) in the store, its defaults, the template and every user's file, and the

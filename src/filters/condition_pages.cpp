@@ -161,6 +161,18 @@ QList<ConditionList> conditionLists(int tab) {
     return lists;
 }
 
+ConditionList load_TiaoJianLieBiao(int tab) {
+    return conditionLists(tab).value(0);
+}
+
+QList<ConditionList> load_GeShuLieBiao(int tab) {
+    return conditionLists(tab);
+}
+
+ConditionList load_ElseLieBiao(int tab) {
+    return conditionLists(tab).value(0);
+}
+
 void set_ConditionLine(const ConditionLine& line, bool allowed) {
     set_GuoLvTiaoJian(line.id, allowed ? 1 : 0);
 }

@@ -31,6 +31,13 @@ struct ConditionList {
 // for the others.
 QList<ConditionList> conditionLists(int tab);
 
+// The pages' loaders, by tab: the one list of a range page (tabs 2..10 and 26), the lists of a
+// count page (11..13) or of the interval page (14), and the one list of a shape or other page
+// (16..25), whose line index is the value.
+ConditionList load_TiaoJianLieBiao(int tab);
+QList<ConditionList> load_GeShuLieBiao(int tab);
+ConditionList load_ElseLieBiao(int tab);
+
 // A tick: writes 1 or 0 into the line's row.
 void set_ConditionLine(const ConditionLine& line, bool allowed);
 // The ticks of a list as a page fills it: the list's rows go through load_GuoLvFanWei into

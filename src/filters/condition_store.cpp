@@ -31,13 +31,13 @@ void set_GuoLvTiaoJian(int id, int value) {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=?"), {value, id});
 }
 
-void reset_HongQiu() {
+void resetRedPicks() {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID<40"));
 }
-void reset_LanQiu() {
+void resetBluePicks() {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID>100 and ID<200"));
 }
-void reset_TiaoJian() {
+void resetConditionSet() {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID>500"));
 }
 

@@ -18,9 +18,9 @@ void set_GuoLvTiaoJian(int id, int value);
 
 // The three bulk resets: the red picks (ID<40, which takes in the history display mode at ID 39),
 // the blue picks (100<ID<200), and every condition and pattern (ID>500).
-void reset_HongQiu();
-void reset_LanQiu();
-void reset_TiaoJian();
+void resetRedPicks();
+void resetBluePicks();
+void resetConditionSet();
 
 // Pick counts by the row counts of their queries. The red queries read ID<40, so a history display
 // mode of 1 or 2 at ID 39 counts as one more drag or banker: that is how these counts have always read.

@@ -29,18 +29,18 @@ inline int sumOver(const NumberTable& t, const Reds& r) {
 
 // The timed tip of the filters whose verdict depends on the draws before the issue; raises
 // liShiXiangGuan so that the run's closing line says the result holds for this issue only.
-void warn_LiShiXiangGuan(const QString& name, IssueNumber issue);
-QString text_LiShiXiangGuan(const QString& name, IssueNumber issue);
+void warnHistoryMatch(const QString& name, IssueNumber issue);
+QString historyMatchText(const QString& name, IssueNumber issue);
 
 // The previous draw's parity pattern into rows 5001..5007 (reds 1..6 and the blue, each mod 2).
 // False, with nothing written, when the draw is not in the history.
 bool make_ShangQiDanShuang(IssueNumber prevIssue, QString& text);
 
 // 常用分组: the generator's items (separators "---" included), with the latest issue in full width.
-QStringList list_ChangYongFenZu();
+QStringList listGroupPresets();
 // Fills custom group k (1..20) from an item of the generator and renames it after the item. The
 // allowed counts stay. False (with the program's message when draws are missing) when nothing
 // was set: a separator, an unknown text, or a history too short for the item.
-bool make_ChangYongFenZu(int k, const QString& item);
+bool makeGroupPreset(int k, const QString& item);
 
 }  // namespace dovrex

@@ -54,7 +54,7 @@ bool nextTo(const NumberSet& s, int n) {
 
 }  // namespace
 
-QStringList list_ChangYongFenZu() {
+QStringList listGroupPresets() {
     const QString issue = to_QuanJiao(latest_QiHao());
     QStringList items{QStringLiteral("奇数号码"), QStringLiteral("偶数号码"), kSeparator};
     for (const char16_t* tail :
@@ -71,7 +71,7 @@ QStringList list_ChangYongFenZu() {
     return items;
 }
 
-bool make_ChangYongFenZu(int k, const QString& item) {
+bool makeGroupPreset(int k, const QString& item) {
     if (k < 1 || k > 20) return false;
     const QString text = plainDigits(item.trimmed());
     NumberSet set{};

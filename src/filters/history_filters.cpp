@@ -12,7 +12,7 @@
 
 namespace dovrex {
 
-QString text_LiShiXiangGuan(const QString& name, IssueNumber issue) {
+QString historyMatchText(const QString& name, IssueNumber issue) {
     const QString n = QStringLiteral("[") + name + QStringLiteral("]");
     const QString i = to_QuanJiao(issue);
     return QStringLiteral("注意，本次过滤使用了") + n + QStringLiteral("这个过滤条件,") + n +
@@ -22,9 +22,9 @@ QString text_LiShiXiangGuan(const QString& name, IssueNumber issue) {
            QStringLiteral(" 期！！！】");
 }
 
-void warn_LiShiXiangGuan(const QString& name, IssueNumber issue) {
+void warnHistoryMatch(const QString& name, IssueNumber issue) {
     filterRun().liShiXiangGuan = true;
-    screen().ui_TimedTip(text_LiShiXiangGuan(name, issue), 10);
+    screen().ui_TimedTip(historyMatchText(name, issue), 10);
 }
 
 namespace {
@@ -50,7 +50,7 @@ std::array<int, 36> previousMarks(IssueNumber issue) {
 }
 
 TicketTest chongDie(FilterPass& pass) {
-    warn_LiShiXiangGuan(QStringLiteral("重叠号"), pass.issue);
+    warnHistoryMatch(QStringLiteral("重叠号"), pass.issue);
     const auto marks = previousMarks(pass.issue);
     return {[marks](const TicketBalls& b) {
                 int v = 0;
@@ -62,7 +62,7 @@ TicketTest chongDie(FilterPass& pass) {
 
 // A red counts once when either neighbour came up; being in the draw itself does not count.
 TicketTest xieWeiMa(FilterPass& pass) {
-    warn_LiShiXiangGuan(QStringLiteral("斜位码"), pass.issue);
+    warnHistoryMatch(QStringLiteral("斜位码"), pass.issue);
     const auto marks = previousMarks(pass.issue);
     return {[marks](const TicketBalls& b) {
                 int v = 0;
@@ -219,7 +219,7 @@ bool attach_HistoryFilter(FilterDef& def) {
         const bool five = n == u"filter_WenDu5";
         // These two warn before they look at the tickets.
         def.afterSwitch = [five](FilterPass& pass) {
-            warn_LiShiXiangGuan(five ? QStringLiteral("温度值5") : QStringLiteral("温度值10"), pass.issue);
+            warnHistoryMatch(five ? QStringLiteral("温度值5") : QStringLiteral("温度值10"), pass.issue);
             return true;
         };
         def.prepare = wenDu(five ? 5 : 10);

@@ -33,7 +33,7 @@ bool headless_Lunar(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!dateArg(r, a.words.value(0), date)) return false;
     init_NongLiTables();
     r.print(solar2Lunar(date) + QLatin1Char(' ') + get_NongLiText(date) + QLatin1Char(' ') +
-            get_RiLiGeZiText(date) + QLatin1Char(' ') + get_XingQi(date) + QLatin1Char(' ') +
+            calendarCellText(date) + QLatin1Char(' ') + get_XingQi(date) + QLatin1Char(' ') +
             get_XingZuo(date));
     return true;
 }

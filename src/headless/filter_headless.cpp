@@ -33,14 +33,14 @@ bool headless_HistoryFilter(HeadlessRunner& r, const HeadlessArgs& a) {
 bool headless_GroupPreset(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     if (a.words.isEmpty()) {
-        for (const QString& item : list_ChangYongFenZu()) r.print(item);
+        for (const QString& item : listGroupPresets()) r.print(item);
         return true;
     }
     int k = 0;
     if (!a.intAt(r, 0, k)) return false;
     if (k < 1 || k > 20) return r.fail(QStringLiteral("groups are 1..20"));
     const QString item = a.text.mid(a.words[0].size()).trimmed();
-    if (!make_ChangYongFenZu(k, item)) {
+    if (!makeGroupPreset(k, item)) {
         r.print(QStringLiteral("unchanged"));
         return true;
     }

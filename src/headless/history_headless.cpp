@@ -18,7 +18,7 @@ bool headless_DrawAdd(HeadlessRunner& r, const HeadlessArgs& a) {
     in.boxes[0] = a.words[0];
     for (int i = 1; i <= 7; ++i) in.boxes[size_t(i)] = a.words[i + 1];
     in.date = toQDate(*day);
-    if (!add_KaiJiang(in)) return r.fail(QStringLiteral("draw not stored"));
+    if (!storeEnteredDraw(in)) return r.fail(QStringLiteral("draw not stored"));
     r.print(QStringLiteral("stored %1, next %2 on %3").arg(a.words[0], in.boxes[0], dateText(in.date)));
     return true;
 }
@@ -48,7 +48,7 @@ bool headless_Download(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     static const char* const words[] = {"updated", "failed", "error"};
     r.print(QStringLiteral("%1, next mirror %2")
-                .arg(QLatin1String(words[int(download_KaiJiang(a.text))]))
+                .arg(QLatin1String(words[int(downloadNewDraws(a.text))]))
                 .arg(shared().g_MirrorIndex + 1));
     return true;
 }

@@ -39,14 +39,14 @@ bool headless_Users(HeadlessRunner& r, const HeadlessArgs&) {
 bool headless_ExportConditions(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     if (a.text.isEmpty()) return r.fail(QStringLiteral("export-conditions <file>"));
-    export_TiaoJian(a.text);
+    exportConditionSet(a.text);
     return true;
 }
 
 bool headless_ImportConditions(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     if (a.text.isEmpty()) return r.fail(QStringLiteral("import-conditions <file>"));
-    import_TiaoJian(a.text);
+    importConditionSet(a.text);
     return true;
 }
 

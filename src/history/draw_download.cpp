@@ -330,7 +330,7 @@ bool fetch_KaiJiang(const QString& address) {
     return fetch_Draws(address).read;
 }
 
-DownloadResult download_KaiJiang(const QString& address) {
+DownloadResult downloadNewDraws(const QString& address) {
     Screen& ui = screen();
     try {
         const FetchOutcome outcome = fetch_Draws(address);

@@ -100,7 +100,7 @@ FetchOutcome fetch_Draws(const QString& address = {});
 // silently, keeping the draws stored so far. After Updated the window moves the entry boxes on
 // (advance_Entry) and redraws its pages; after any result it calls history_Status.
 enum class DownloadResult { Updated, Failed, Error };
-DownloadResult download_KaiJiang(const QString& address = {});
+DownloadResult downloadNewDraws(const QString& address = {});
 
 // 从文件更新: a saved draw list, text list or notice file (picked when `path` is empty) read as a
 // download would read it, for a machine without a network. Its numbers never move a stored draw

@@ -76,7 +76,7 @@ void advance_Entry(DrawInput& input, bool clearBalls) {
         for (int i = 1; i <= 7; ++i) input.boxes[size_t(i)].clear();
 }
 
-bool add_KaiJiang(DrawInput& input) {
+bool storeEnteredDraw(DrawInput& input) {
     if (!check_Shuru(input)) {
         screen().ui_Message(msg::kBadEntry, MessageKind::Error);
         return false;
@@ -107,7 +107,7 @@ DeleteResult cmm_scls(bool historyGridInView) {
     return DeleteResult::Deleted;
 }
 
-SearchCondition build_SouSuo(const QList<SearchTerm>& terms) {
+SearchCondition buildDrawSearch(const QList<SearchTerm>& terms) {
     // Column names come from the grid: only those of the table are taken, with their kind.
     QHash<QString, QString> types;
     for (auto c = store_Query(QStringLiteral("PRAGMA table_info(\"历史记录\")")); !c->eof(); c->moveNext())
@@ -138,7 +138,7 @@ SearchCondition build_SouSuo(const QList<SearchTerm>& terms) {
 
 SearchResult filterBegin(const QList<SearchTerm>& terms) {
     SearchResult result;
-    const SearchCondition cond = build_SouSuo(terms);
+    const SearchCondition cond = buildDrawSearch(terms);
     if (cond.empty()) return result;
     result.ran = true;
     auto rs = store_Query(

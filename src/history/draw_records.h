@@ -58,7 +58,7 @@ void advance_Entry(DrawInput& input, bool clearBalls);
 // cmmUpdateHistory_Click(0) without its buttons: checks (the error box on a bad entry), stores with
 // the recount, rebinds the history grid and moves the boxes on. True when the draw was stored; the
 // window then redraws the page in view and the status line.
-bool add_KaiJiang(DrawInput& input);
+bool storeEnteredDraw(DrawInput& input);
 
 // cmm_scls_Click: asks for the issue (default the latest), deletes its row and says so. The window
 // then refreshes the pages of the latest draw and the status line (and the distribution when the
@@ -81,7 +81,7 @@ struct SearchCondition {
     QVariantList params;
     bool empty() const { return where.isEmpty(); }
 };
-SearchCondition build_SouSuo(const QList<SearchTerm>& terms);
+SearchCondition buildDrawSearch(const QList<SearchTerm>& terms);
 
 // filterBegin_Click: runs the search and reports the count. With matches the history grid is bound
 // to them (g_HistoryCursor); with none it goes back to the default view and `clearRow` is set, so

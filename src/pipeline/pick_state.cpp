@@ -95,7 +95,7 @@ void cmm_C7_Click(int index) {
     if (value != old) {
         // A blue banker is the only blue: the other blue picks go, whether the banker is new or
         // a drag turned into one.
-        if (blue && value == kPickBanker) reset_LanQiu();
+        if (blue && value == kPickBanker) resetBluePicks();
         set_GuoLvTiaoJian(index, value);
     }
     if (blue) syncBlueEnabled(pick_Values());
@@ -133,13 +133,13 @@ void tabStrip_HouQu_Click(int tab) {
 }
 
 void cmm_clsQ_Click() {
-    reset_HongQiu();
+    resetRedPicks();
     show_XuanHaoTongJi();
     screen().ui_RefreshPicks();
 }
 
 void cmm_clsH_Click() {
-    reset_LanQiu();
+    resetBluePicks();
     enableBlue(0);
     show_XuanHaoTongJi();
     screen().ui_RefreshPicks();

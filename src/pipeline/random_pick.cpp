@@ -17,7 +17,7 @@ int jiXuan_ZhuShu(const QString& answer) {
     const QString text = answer.trimmed();
     bool ok = false;
     double value = text.toDouble(&ok);
-    if (!ok) value = read_QiHao(text);
+    if (!ok) value = readIssue(text);
     if (!std::isfinite(value) || value < 1) return 0;
     return value > kJiXuanMax ? kJiXuanMax : int(std::floor(value));
 }

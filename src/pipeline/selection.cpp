@@ -19,7 +19,7 @@ constexpr int kChosen = 999;  // 临时数据 of a ticket the selection keeps
 
 // Scores the rows into 临时数据 until done or Stop; returns false when stopped.
 bool scoreTickets(const std::vector<StoredTicket>& rows, IssueNumber issue, RunPanel& panel) {
-    const ChaZhiBlock block = load_ChaZhiBlock(issue);
+    const ChaZhiBlock block = loadDifferenceBlock(issue);
     const ChaZhiMoShi pattern = calc_ChaZhiMoShi(block);
     SharedState& s = shared();
     Screen& ui = screen();
@@ -48,7 +48,7 @@ void writeTop(const QString& sql, IssueNumber issue, int value) {
 
 }  // namespace
 
-ChaZhiBlock load_ChaZhiBlock(IssueNumber issue) {
+ChaZhiBlock loadDifferenceBlock(IssueNumber issue) {
     ChaZhiBlock a{};
     const IssueNumber newest = prev_QiHao(issue, 1);
     const IssueNumber oldest = prev_QiHao(issue, 10);

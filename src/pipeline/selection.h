@@ -17,7 +17,7 @@ using ChaZhiMoShi = std::array<int, kChaZhiCount>;
 
 // The block of the draws before `issue`: prev_QiHao(issue, 10) to prev_QiHao(issue, 1), oldest
 // into row 10; rows not reached stay 0.
-ChaZhiBlock load_ChaZhiBlock(IssueNumber issue);
+ChaZhiBlock loadDifferenceBlock(IssueNumber issue);
 // chaZhiMoShi of a block.
 ChaZhiMoShi calc_ChaZhiMoShi(const ChaZhiBlock& a);
 // The score of a ticket (t[1..6] reds, t[7] blue): the positions where its differences, taken as if

@@ -83,12 +83,13 @@ ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vect
     for (;;) {
         out.kept.push_back(current);
         visited[size_t(current)] = 1;
-        const std::uint64_t m = masks[size_t(current)];
+        // The balls of the ticket being kept: one bit per ball, red n at n and blue n at 33 + n.
+        const std::uint64_t jiHaoBiao = masks[size_t(current)];
         size_t w = start;
         size_t r = start;
         for (; r < live.size(); ++r) {
             const int j = live[size_t(r)];
-            if (std::popcount(m & masks[size_t(j)]) >= t) {
+            if (std::popcount(jiHaoBiao & masks[size_t(j)]) >= t) {
                 out.removed.push_back(j);
                 visited[size_t(j)] = 1;
             } else {

@@ -34,7 +34,7 @@ bool read_SsgsFile(const QString& path, SsgsFormulas& out, QString* why) {
     return true;
 }
 
-void store_Ssgs(Store& store, const SsgsFormulas& formulas) {
+void storeFormulas(Store& store, const SsgsFormulas& formulas) {
     Transaction tx(store);
     store.execute(QStringLiteral("DELETE FROM Ssgs"));
     for (auto it = formulas.begin(); it != formulas.end(); ++it)

@@ -16,6 +16,6 @@ using SsgsFormulas = QMap<int, std::vector<int>>;
 // Reads the file; false with a reason on a line that is not of that form.
 bool read_SsgsFile(const QString& path, SsgsFormulas& out, QString* why = nullptr);
 // Replaces the rows of Ssgs by the formulas.
-void store_Ssgs(Store& store, const SsgsFormulas& formulas);
+void storeFormulas(Store& store, const SsgsFormulas& formulas);
 
 }  // namespace dovrex

@@ -243,7 +243,7 @@ int import_HaoMa(const QString& fileName) {
         if (error.isEmpty()) break;
         ui.ui_Message(error);
     }
-    const IssueNumber boxIssue = read_QiHao(options.daoRuQiHao);
+    const IssueNumber boxIssue = readIssue(options.daoRuQiHao);
     // Opened before the question about the table, so that a file that cannot be read changes nothing.
     QFile file;
     if (!openChosenFile(file, fileName)) return 0;

@@ -40,7 +40,7 @@ std::shared_ptr<Cursor> touZhuBiao() {
     return pipeline().grid;
 }
 
-void clear_TouZhuBiao() {
+void clearTicketTable() {
     auto& grid = pipeline().grid;
     if (!grid) return;
     grid.reset();
@@ -76,7 +76,7 @@ void delete_TouZhu(IssueNumber issue) {
     log_Append(msg::kDeleteLogged);
 }
 
-int read_QiHao(const QString& answer) {
+int readIssue(const QString& answer) {
     // The number at the head of the text, as the old Val() reads it: blanks are skipped anywhere,
     // one decimal point, an exponent; reading stops at the first other character.
     const QString text = QStringLiteral("0") + answer.trimmed().left(7);

@@ -26,13 +26,13 @@ void load_TouZhuBiao(IssueNumber issue);
 // The row set the grid shows now (null before the first binding).
 std::shared_ptr<Cursor> touZhuBiao();
 // Lets go of the grid's row set (before the store closes).
-void clear_TouZhuBiao();
+void clearTicketTable();
 // Deletes the tickets of `issue` (all when 0), rebinds the grid and says so in the log.
 void delete_TouZhu(IssueNumber issue);
 
 // The issue typed in a prompt: trimmed, cut to 7 characters, read as a number with a "0" in front,
 // so that an empty answer or a cancel gives 0 and "2008118abc" gives 2008118.
-int read_QiHao(const QString& answer);
+int readIssue(const QString& answer);
 
 namespace msg {
 inline const QString kNoTickets = QStringLiteral("上面表格中还没有数据！请先“第1步：初始化”。");

@@ -389,7 +389,7 @@ void CnCalendarGrid::paintEvent(QPaintEvent*) {
         p.setFont(lunarFont);
         p.setPen(isRiLiSpecialDay(date) ? QColor(0x1A, 0x6E, 0x1A) : QColor(0x70, 0x70, 0x70));
         p.drawText(r.adjusted(0, r.height() / 2 + 1, 0, 0), Qt::AlignHCenter | Qt::AlignTop,
-                   get_RiLiGeZiText(date));
+                   calendarCellText(date));
     }
 }
 

@@ -191,7 +191,7 @@ void TrendPanel::redraw() {
     m.width = std::max<double>(drawnWidth_, x0 + std::max(1, trend_.columns) * column);
 
     const TrendChart chart =
-        draw_TrendChart(trend_, rows_, kTrendPeriods, m, trendConditionText(tip_, trend_.family), allowed_);
+        draw_TrendBody(trend_, rows_, kTrendPeriods, m, trendConditionText(tip_, trend_.family), allowed_);
     surface_->setFixedSize(int(std::ceil(m.width)), int(std::ceil(chart.height)));
     surface_->setChart(chart, font);
 

@@ -57,7 +57,7 @@ std::map<QString, Expected> recount(int size) {
 void checkAgainstRecount(int size, int groups, bool rareGroups) {
     {
         myJinDuCTL progress;
-        ASSERT_EQ(run_ZhuHeYiLou(size, progress), groups);
+        ASSERT_EQ(runCombinationOmission(size, progress), groups);
         const auto expected = recount(size);
         auto c = store_Query(QStringLiteral("select * from TBLyilouZhuhe"));
         ASSERT_EQ(c->recordCount(), groups);
@@ -98,7 +98,7 @@ TEST_F(CombinationOmission, PairsAgreeWithARecount) {
     EXPECT_EQ(c->value(0).toString(), QStringLiteral("32,33"));
 
     // The window's order: most overdue first.
-    auto view = open_ZhuHeYLTJ();
+    auto view = openCombinationOmissionTable();
     int prevQs = INT_MAX, prevPre = INT_MAX;
     for (view->moveFirst(); !view->eof(); view->moveNext()) {
         const int qs = view->intValue(QStringLiteral("YilouQS")),
@@ -128,7 +128,7 @@ TEST_F(ShortHistoryCombinationOmission, NeverAndOnceDrawnGroupsAgreeWithARecount
 TEST_F(CombinationOmission, CancelAndStopKeepWhatWasWritten) {
     myJinDuCTL progress;
     ui().answerConfirm(false);
-    EXPECT_EQ(run_ZhuHeYiLou(2, progress), -1);
+    EXPECT_EQ(runCombinationOmission(2, progress), -1);
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from TBLyilouZhuhe")), 0);
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from TBLhmYLTJfenbu")), 3493);
 

@@ -45,8 +45,8 @@ TEST_F(NongLi, SpringFestivalOfManyYears) {
                           {2033, 1, 31}, {2050, 1, 23}, {2077, 1, 24}, {2100, 2, 9}};
     for (const QDate& d : days) {
         EXPECT_EQ(solar2Lunar(d), QStringLiteral("0%1").arg(d.year()) + "0101") << d.toString().toStdString();
-        EXPECT_EQ(get_NongLiJieRiName(d), "春节");
-        EXPECT_EQ(get_NongLiJieRiName(d.addDays(-1)), "除夕");
+        EXPECT_EQ(lunarHolidayName(d), "春节");
+        EXPECT_EQ(lunarHolidayName(d.addDays(-1)), "除夕");
     }
 }
 
@@ -194,12 +194,12 @@ TEST_F(NongLi, FormulaTermsStayNearTheTrueOnes) {
 }
 
 TEST_F(NongLi, Festivals) {
-    EXPECT_EQ(get_GongLiJieRiName(QDate(2024, 10, 1)), "国庆节");
-    EXPECT_EQ(get_GongLiJieRiName(QDate(2024, 12, 25)), "圣诞节");
-    EXPECT_EQ(get_GongLiJieRiName(QDate(2024, 12, 24)), "");
-    EXPECT_EQ(get_NongLiJieRiName(QDate(2024, 9, 17)), "中秋节");
-    EXPECT_EQ(get_NongLiJieRiName(QDate(2024, 6, 10)), "端午节");
-    EXPECT_EQ(get_NongLiJieRiName(QDate(2024, 6, 11)), "");
+    EXPECT_EQ(solarHolidayName(QDate(2024, 10, 1)), "国庆节");
+    EXPECT_EQ(solarHolidayName(QDate(2024, 12, 25)), "圣诞节");
+    EXPECT_EQ(solarHolidayName(QDate(2024, 12, 24)), "");
+    EXPECT_EQ(lunarHolidayName(QDate(2024, 9, 17)), "中秋节");
+    EXPECT_EQ(lunarHolidayName(QDate(2024, 6, 10)), "端午节");
+    EXPECT_EQ(lunarHolidayName(QDate(2024, 6, 11)), "");
     // No festival in a leap month: 2006 had a leap seventh month.
     QDate qiXi, leapQiXi;
     for (QDate d(2006, 7, 1); d.year() == 2006; d = d.addDays(1)) {
@@ -207,8 +207,8 @@ TEST_F(NongLi, Festivals) {
         if (solar2Lunar(d) == "120060707") leapQiXi = d;
     }
     ASSERT_TRUE(qiXi.isValid() && leapQiXi.isValid());
-    EXPECT_EQ(get_NongLiJieRiName(qiXi), "七夕节");
-    EXPECT_EQ(get_NongLiJieRiName(leapQiXi), "");
+    EXPECT_EQ(lunarHolidayName(qiXi), "七夕节");
+    EXPECT_EQ(lunarHolidayName(leapQiXi), "");
 }
 
 TEST_F(NongLi, MonthGrid) {

@@ -30,13 +30,13 @@ TEST(CalendarText, WeekdaysAndLunarText) {
 }
 
 TEST(CalendarText, CellTextPrefersTermsThenFestivals) {
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2024, 2, 4)), "立春");  // also 腊月廿五
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2024, 2, 10)), "春节");
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2024, 2, 9)), "除夕");
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2024, 2, 14)), "情人节");
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2024, 3, 10)), "二月");
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2023, 3, 22)), "闰二月");
-    EXPECT_EQ(get_RiLiGeZiText(QDate(2024, 3, 11)), "初二");
+    EXPECT_EQ(calendarCellText(QDate(2024, 2, 4)), "立春");  // also 腊月廿五
+    EXPECT_EQ(calendarCellText(QDate(2024, 2, 10)), "春节");
+    EXPECT_EQ(calendarCellText(QDate(2024, 2, 9)), "除夕");
+    EXPECT_EQ(calendarCellText(QDate(2024, 2, 14)), "情人节");
+    EXPECT_EQ(calendarCellText(QDate(2024, 3, 10)), "二月");
+    EXPECT_EQ(calendarCellText(QDate(2023, 3, 22)), "闰二月");
+    EXPECT_EQ(calendarCellText(QDate(2024, 3, 11)), "初二");
     EXPECT_TRUE(isRiLiSpecialDay(QDate(2024, 10, 1)));
     EXPECT_FALSE(isRiLiSpecialDay(QDate(2024, 10, 2)));
 }

@@ -57,11 +57,11 @@ TEST_F(ConditionEditingTest, SummariesOfEveryKindOfList) {
 TEST_F(ConditionEditingTest, NumberColumnsGroupsAndHistoryMatch) {
     // Cells flip one at a time; clearing the intervals also turns their switches off.
     EXPECT_TRUE(haoMaTeXing(QStringLiteral("区间1"))[8]);
-    EXPECT_FALSE(toggle_HaoMaTeXing(QStringLiteral("区间1"), 8));
-    EXPECT_TRUE(toggle_HaoMaTeXing(QStringLiteral("区间1"), 30));
+    EXPECT_FALSE(toggleNumberTrait(QStringLiteral("区间1"), 8));
+    EXPECT_TRUE(toggleNumberTrait(QStringLiteral("区间1"), 30));
     EXPECT_EQ(quJianHaoMa(1), QStringLiteral("０１ ０２ ０３ ０４ ０５ ０６ ０７ ３０"));
     set_ShiYongQingKuang(17, 1);
-    clear_QuJianHuaFen();
+    clearIntervalPartition();
     EXPECT_EQ(quJianHaoMa(2), QString());
     EXPECT_EQ(get_ShiYongQingKuang(17), 0);
     EXPECT_EQ(ui().messages().last(),
@@ -70,13 +70,13 @@ TEST_F(ConditionEditingTest, NumberColumnsGroupsAndHistoryMatch) {
     // A custom group: members, counts, alias, and emptying it puts all three back.
     EXPECT_EQ(customGroupBase(12), 4510);
     EXPECT_EQ(customGroupSwitch(12), 52);
-    toggle_HaoMaTeXing(customGroupColumn(12), 5);
+    toggleNumberTrait(customGroupColumn(12), 5);
     set_GuoLvTiaoJian(4512, 1);
-    EXPECT_FALSE(rename_ZDY(12, QString()));
-    EXPECT_TRUE(rename_ZDY(12, QStringLiteral("我的组")));
+    EXPECT_FALSE(renameCustomGroup(12, QString()));
+    EXPECT_TRUE(renameCustomGroup(12, QStringLiteral("我的组")));
     EXPECT_EQ(zdyAlias(12), QStringLiteral("我的组"));
     EXPECT_EQ(zdyAllowedCounts(12), 1);
-    empty_ZDY(12);
+    clearCustomGroup(12);
     EXPECT_EQ(zdyAlias(12), QStringLiteral("自定义组12"));
     EXPECT_EQ(zdyAllowedCounts(12), 0);
     EXPECT_FALSE(haoMaTeXing(customGroupColumn(12))[5]);
@@ -86,18 +86,18 @@ TEST_F(ConditionEditingTest, NumberColumnsGroupsAndHistoryMatch) {
     test::addDraw(2026001, QStringLiteral("2026/01/01"), makeReds(1, 2, 3, 4, 5, 6), 9);
     test::addDraw(2026002, QStringLiteral("2026/01/04"), makeReds(2, 4, 7, 9, 10, 33), 12);
     EXPECT_EQ(shangQiDanShuang(), (std::array<int, 7>{0, 0, 1, 1, 0, 1, 0}));
-    EXPECT_EQ(read_DanShuang(1), (std::array<int, 7>{}));
+    EXPECT_EQ(readParityPatterns(1), (std::array<int, 7>{}));
     EXPECT_EQ(get_GuoLvTiaoJian(5001), 0);
 
     LiShiGuoLv s{true, 2026001, 2026002, 3};
-    write_LiShiGuoLv(s);
-    const LiShiGuoLv back = read_LiShiGuoLv();
+    writeHistoryMatch(s);
+    const LiShiGuoLv back = readHistoryMatch();
     EXPECT_TRUE(back.on);
     EXPECT_EQ(back.low, 2026001);
     EXPECT_EQ(back.high, 2026002);
     EXPECT_EQ(back.match, 3);
-    EXPECT_EQ(count_QiShu(2026001, 2026002), 2);
-    EXPECT_EQ(count_QiShu(2026002, 2026001), 0);
+    EXPECT_EQ(countIssues(2026001, 2026002), 2);
+    EXPECT_EQ(countIssues(2026002, 2026001), 0);
 }
 
 }  // namespace

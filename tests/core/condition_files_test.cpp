@@ -62,11 +62,11 @@ class ConditionFilesTest : public test::FreshStoreTest {
     // The exported set 1 with one change, imported over set 0: refused, and the store keeps set 0.
     void expectRefused(const QString& damage, const QString& message = msg::kImportFormatError) {
         makeSet(1);
-        ASSERT_TRUE(export_TiaoJian(exportPath()));
+        ASSERT_TRUE(exportConditionSet(exportPath()));
         alter(exportPath(), damage);
         makeSet(0);
         ui().clear();
-        EXPECT_FALSE(import_TiaoJian(exportPath())) << damage.toStdString();
+        EXPECT_FALSE(importConditionSet(exportPath())) << damage.toStdString();
         EXPECT_EQ(ui().messages(), QStringList{message}) << damage.toStdString();
         expectSet(0);
         QFile::remove(exportPath());
@@ -75,11 +75,11 @@ class ConditionFilesTest : public test::FreshStoreTest {
 
 TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
     makeSet(1);
-    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    ASSERT_TRUE(exportConditionSet(exportPath()));
     EXPECT_TRUE(ui().messages().contains(msg::kExportDone));
     makeSet(0);
     expectSet(0);
-    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    ASSERT_TRUE(importConditionSet(exportPath()));
     EXPECT_TRUE(ui().messages().contains(msg::kImportDone));
     expectSet(1);
 
@@ -87,19 +87,19 @@ TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
     const QByteArray before = test::fileBytes(exportPath());
     makeSet(0);
     ui().answerConfirm(false);
-    EXPECT_FALSE(export_TiaoJian(exportPath()));
+    EXPECT_FALSE(exportConditionSet(exportPath()));
     EXPECT_EQ(test::fileBytes(exportPath()), before);
 }
 
 TEST_F(ConditionFilesTest, AShortFileKeepsTheRowsItDoesNotReach) {
     makeSet(1);
-    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    ASSERT_TRUE(exportConditionSet(exportPath()));
     {
         auto file = Store::open(exportPath());
         file->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=3000"));
     }
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=7"));
-    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    ASSERT_TRUE(importConditionSet(exportPath()));
     EXPECT_EQ(value(1100), 1);  // reached
     EXPECT_EQ(value(1101), 0);
     EXPECT_EQ(value(3305), 7);  // beyond the file's rows: kept
@@ -114,33 +114,33 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         f.write("01 02 03 04 05 06+07\n");
     }
-    EXPECT_FALSE(import_TiaoJian(junk));
+    EXPECT_FALSE(importConditionSet(junk));
     EXPECT_TRUE(ui().messages().contains(msg::kImportFormatError));
     expectSet(1);
 
     // A store without the condition tables is refused the same way.
     const QString other = tempPath(QStringLiteral("other.dovrex"));
     { Store::open(other, true)->execute(QStringLiteral("CREATE TABLE t (x)")); }
-    EXPECT_FALSE(import_TiaoJian(other));
+    EXPECT_FALSE(importConditionSet(other));
     expectSet(1);
 
     // A pipe chosen as the file is refused at once, never opened.
     const QString pipe = tempPath(QStringLiteral("pipe.dovrex"));
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     ui().clear();
-    EXPECT_FALSE(import_TiaoJian(pipe));
+    EXPECT_FALSE(importConditionSet(pipe));
     EXPECT_EQ(ui().messages(), QStringList{msg::kNotARegularFile});
     expectSet(1);
 
     // A file cut short: whatever it holds before the damage may arrive, nothing crashes.
-    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    ASSERT_TRUE(exportConditionSet(exportPath()));
     QByteArray bytes = test::fileBytes(exportPath());
     bytes.truncate(bytes.size() / 3);
     QFile cut(exportPath());
     ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
     cut.write(bytes);
     cut.close();
-    import_TiaoJian(exportPath());
+    importConditionSet(exportPath());
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1289);
 }
 
@@ -169,11 +169,11 @@ TEST_F(ConditionFilesTest, OnlyPlainTablesAndColumnsAreRead) {
 
 TEST_F(ConditionFilesTest, ReadingAFileNeverWritesIt) {
     makeSet(1);
-    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    ASSERT_TRUE(exportConditionSet(exportPath()));
     alter(exportPath(), QStringLiteral("PRAGMA journal_mode=WAL"));
     const QByteArray before = test::fileBytes(exportPath());
     makeSet(0);
-    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    ASSERT_TRUE(importConditionSet(exportPath()));
     expectSet(1);
     EXPECT_EQ(test::fileBytes(exportPath()), before);
     EXPECT_FALSE(QFileInfo::exists(exportPath() + QStringLiteral("-wal")));
@@ -186,10 +186,10 @@ TEST_F(ConditionFilesTest, PicksOverTheLimitAreRefusedAndABlueBankerStandsAlone)
 
     // A banker beside blue drags, as an older file may hold: the banker alone comes in.
     makeSet(1);
-    ASSERT_TRUE(export_TiaoJian(exportPath()));
+    ASSERT_TRUE(exportConditionSet(exportPath()));
     alter(exportPath(), QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID BETWEEN 101 AND 116; "
                                        "UPDATE 过滤条件 SET VALUE=2 WHERE ID=105"));
-    ASSERT_TRUE(import_TiaoJian(exportPath()));
+    ASSERT_TRUE(importConditionSet(exportPath()));
     EXPECT_EQ(
         test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>100 and ID<=116 and VALUE>0")),
         1);

@@ -141,7 +141,7 @@ class DownloadTest : public FreshStoreTest {
         const int rows = historyCount(db());
         const int mirror = shared().g_MirrorIndex;
         ui().clear();
-        EXPECT_EQ(download_KaiJiang(), DownloadResult::Failed) << what;
+        EXPECT_EQ(downloadNewDraws(), DownloadResult::Failed) << what;
         EXPECT_EQ(ui().messages(), QStringList{ScriptedScreen::oneLine(msg::kDownloadFailed)}) << what;
         EXPECT_EQ(shared().g_MirrorIndex, (mirror + 1) % 3) << what;
         EXPECT_EQ(historyCount(db()), rows) << what;
@@ -153,7 +153,7 @@ class DownloadTest : public FreshStoreTest {
 };
 
 TEST_F(DownloadTest, AnEmptyHistoryFillsUpToTheEndOfItsRangeAndTheNextDownloadGoesOn) {
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(ui().messages(), QStringList{msg::kDownloadDone});
     EXPECT_EQ(latest_QiHao(), 2006001);
     expectAsReference(2006001);
@@ -161,7 +161,7 @@ TEST_F(DownloadTest, AnEmptyHistoryFillsUpToTheEndOfItsRangeAndTheNextDownloadGo
     EXPECT_TRUE(ui().lastStatus(2).isEmpty());
     EXPECT_FALSE(ui().linesStartingWith(QStringLiteral("STATUS 2 ") + msg::kDownloading).isEmpty());
 
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(latest_QiHao(), 2009001);
     expectAsReference(2009001);
     EXPECT_EQ(shared().g_MirrorIndex, 0);
@@ -183,7 +183,7 @@ TEST_F(DownloadTest, AHistoryTenDrawsShortGetsThemAndNothingElseChanges) {
                          row);
     }
     ASSERT_EQ(historyRows(db()), kept);
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(historyRows(db(), 0, cutoff), kept);
     expectAsReference(allDraws.last().issue);
     EXPECT_EQ(historyCount(db()), kept.size() + 10);
@@ -194,7 +194,7 @@ TEST_F(DownloadTest, AListWithHolesLeavesTheHoles) {
     for (const DrawRecord& d : allDraws)
         if (d.issue < 2004010 || d.issue > 2004019) holed << d;
     server.setPage(kListPath, format_DrawList(holed));
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(
         intScalar(QStringLiteral("select count(*) from 历史记录 where 期号 between 2004010 and 2004019")), 0);
     EXPECT_EQ(
@@ -240,8 +240,8 @@ TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
 
 TEST_F(DownloadTest, TheNextMirrorIsAskedAfterAFailure) {
     useMirrors({server.url(QStringLiteral("/gone.txt")), server.url(kListPath), server.url(kListPath)});
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Failed);
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Failed);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(latest_QiHao(), 2006001);
 }
 
@@ -249,7 +249,7 @@ TEST_F(DownloadTest, ACutBodyStoresTheDrawsItHolds) {
     const QByteArray whole = format_DrawList(allDraws.mid(0, 200));
     server.setPage(kListPath, whole);
     server.setMode(DrawListServer::Mode::Truncated, whole.size() / 2 + 5);
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     const int kept = historyCount(db());
     EXPECT_GT(kept, 90);
     EXPECT_LT(kept, 110);
@@ -343,7 +343,7 @@ TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverSt
     useMirrors({server.url(kNoticePath + QStringLiteral("?name=ssq")), server.url(kListPath),
                 server.url(kListPath)});
 
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(ui().messages(),
               QStringList{ScriptedScreen::oneLine(msg::kDownloadDone + u'\n' + msg::refusedDrawsText(1))});
     EXPECT_EQ(server.requests(), 2);
@@ -360,7 +360,7 @@ TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverSt
     // A second download asks from ten issues before the newest and corrects a mistyped draw unasked.
     db().execute(QStringLiteral("update 历史记录 set 蓝球=16 where 期号=2026097"));
     ui().clear();
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_TRUE(server.lastRequest().contains("issueStart=2026088"));
     EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CONFIRM")).isEmpty());
     EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2026097")), 7);
@@ -368,17 +368,17 @@ TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverSt
 
 TEST_F(DownloadTest, AListMovesAStoredDrawOnlyWhenTheUserAgrees) {
     server.setPage(kListPath, sample("text_list_asc.txt"));
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(historyCount(db()), 5);
     EXPECT_EQ(ui().messages(),
               QStringList{ScriptedScreen::oneLine(msg::kDownloadDone + u'\n' + msg::refusedDrawsText(2))});
     // Only the newest draws are read from a whole list once the table has some.
     db().execute(QStringLiteral("update 历史记录 set 蓝球=16 where 期号 in (2003001, 2026097)"));
     ui().answerConfirm(false);
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2026097")), 16);
     ui().answerConfirm(true);
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2026097")), 7);
     EXPECT_EQ(intScalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=2003001")), 16);
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("CONFIRM ")).size(), 2);
@@ -386,7 +386,7 @@ TEST_F(DownloadTest, AListMovesAStoredDrawOnlyWhenTheUserAgrees) {
 
 TEST_F(DownloadTest, AWrongKindOrAHugeBodyStoresNothing) {
     server.setPage(kListPath, sample("notices_page1.json"));
-    EXPECT_EQ(download_KaiJiang(), DownloadResult::Updated);
+    EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     const QList<QVariantList> before = historyRows(db());
     server.setPage(kListPath, sample("other_shape.json"), "application/json");
     expectFailure("JSON of another shape");

@@ -85,7 +85,7 @@ TEST_F(FilterTest, IntervalsOverlapOrStayEmpty) {
 
 TEST_F(FilterTest, CustomGroupCountsAndStop) {
     addTickets({kOneToSix, makeReds(3, 6, 9, 12, 15, 18)});
-    EXPECT_TRUE(make_ChangYongFenZu(12, QStringLiteral("除3余0(0路)")));
+    EXPECT_TRUE(makeGroupPreset(12, QStringLiteral("除3余0(0路)")));
     EXPECT_EQ(valueOf(QStringLiteral("filter_ZiDingYiZu"), kOneToSix, kIssue, 12), 2);
     on(52);
     allow(4512, 4512);  // group 12: two members allowed
@@ -173,9 +173,9 @@ TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
     runFilter(QStringLiteral("filter_WenDu5"));
     EXPECT_EQ(ui().lines().filter(QStringLiteral("TIP")),
               QStringList{QStringLiteral("TIP 10s ") +
-                          ScriptedScreen::oneLine(text_LiShiXiangGuan(QStringLiteral("温度值5"), kIssue))});
+                          ScriptedScreen::oneLine(historyMatchText(QStringLiteral("温度值5"), kIssue))});
     EXPECT_EQ(
-        text_LiShiXiangGuan(QStringLiteral("重叠号"), kIssue),
+        historyMatchText(QStringLiteral("重叠号"), kIssue),
         QStringLiteral("注意，本次过滤使用了[重叠号]这个过滤条件,[重叠号]的设置与历史开奖记录相关！\r\n\r\n"
                        "在不同的期号中由于对应的历史记录不同,有可能得出不同的结果。这是正常情况。\r\n\r\n"
                        "【正在过滤： ２００８１１８ 期，此次结果仅适用于 ２００８１１８ 期！！！】"));
@@ -334,37 +334,37 @@ TEST_F(FilterTest, ParityPatternsExcludeWhatTheyEqual) {
 
 TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     set_GuoLvTiaoJian(3805, 1);
-    EXPECT_TRUE(make_ChangYongFenZu(1, QStringLiteral("除3余0(0路)")));
+    EXPECT_TRUE(makeGroupPreset(1, QStringLiteral("除3余0(0路)")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), every(3, 3));
     EXPECT_EQ(scalar(QStringLiteral("select 别名 from 自定义别名 where 序号=1")).toString(),
               QStringLiteral("除3余0(0路)"));
     EXPECT_EQ(get_GuoLvTiaoJian(3805), 1);  // the counts stay
-    EXPECT_TRUE(make_ChangYongFenZu(1, QStringLiteral("０_尾")));
+    EXPECT_TRUE(makeGroupPreset(1, QStringLiteral("０_尾")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), (QList<int>{10, 20, 30}));
-    EXPECT_TRUE(make_ChangYongFenZu(20, QStringLiteral("除6余5")));
+    EXPECT_TRUE(makeGroupPreset(20, QStringLiteral("除6余5")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组20")), every(5, 6));
-    EXPECT_TRUE(make_ChangYongFenZu(2, QStringLiteral("偶数号码")));
+    EXPECT_TRUE(makeGroupPreset(2, QStringLiteral("偶数号码")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
-    EXPECT_FALSE(make_ChangYongFenZu(2, QStringLiteral("---")));
+    EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("---")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
 
     // No draws: the draw items say so and change nothing.
-    EXPECT_FALSE(make_ChangYongFenZu(2, QStringLiteral("２００３００１期旧码(复码)")));
-    EXPECT_FALSE(make_ChangYongFenZu(2, QStringLiteral("２００３００１期新码(中码)")));
+    EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期旧码(复码)")));
+    EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期新码(中码)")));
     EXPECT_EQ(ui().lines().filter(QStringLiteral("MESSAGE")),
               (QStringList{QStringLiteral("MESSAGE 无法提取上期开奖号码！"),
                            QStringLiteral("MESSAGE 无法提取最近2期的开奖号码！")}));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
-    EXPECT_TRUE(list_ChangYongFenZu().contains(QStringLiteral("２００３００１期孤码")));
-    EXPECT_EQ(list_ChangYongFenZu().size(), 2 + 1 + 6 + 1 + 3 + 1 + 10 + 3 * 1 + 4 + 5 + 6);
+    EXPECT_TRUE(listGroupPresets().contains(QStringLiteral("２００３００１期孤码")));
+    EXPECT_EQ(listGroupPresets().size(), 2 + 1 + 6 + 1 + 3 + 1 + 10 + 3 * 1 + 4 + 5 + 6);
 }
 
 TEST_F(HistoryFilterTest, CommonGroupsFromTheLatestDraws) {
     // Latest 08 09 10 11 12 13, before it 05 07 09 11 13 15.
     const QString issue = QStringLiteral("２００８１１８");
-    EXPECT_TRUE(list_ChangYongFenZu().contains(issue + QStringLiteral("期旧码(复码)")));
+    EXPECT_TRUE(listGroupPresets().contains(issue + QStringLiteral("期旧码(复码)")));
     auto members = [&](const QString& tail) {
-        EXPECT_TRUE(make_ChangYongFenZu(3, issue + tail));
+        EXPECT_TRUE(makeGroupPreset(3, issue + tail));
         return membersOf(QStringLiteral("自定义组3"));
     };
     EXPECT_EQ(members(QStringLiteral("期旧码(复码)")), (QList<int>{8, 9, 10, 11, 12, 13}));

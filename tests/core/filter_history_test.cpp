@@ -44,7 +44,7 @@ TEST_F(FilterHistoryTest, EveryDrawMeasuresAsATicket) {
                               QStringLiteral("除4余1"),      QStringLiteral("除5余2"),
                               QStringLiteral("除6余3"),      QStringLiteral("偶数号码"),
                               QStringLiteral("０_尾"),       QStringLiteral("除4余3")};
-    for (int k = 1; k <= 10; ++k) ASSERT_TRUE(make_ChangYongFenZu(k, presets[k - 1]));
+    for (int k = 1; k <= 10; ++k) ASSERT_TRUE(makeGroupPreset(k, presets[k - 1]));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 区间2=1 WHERE 号码 IN (1,2,30)"));  // overlapping
     recalc_LiShiLie(earliest_QiHao(), latest_QiHao(), false);
 

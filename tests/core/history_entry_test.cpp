@@ -72,7 +72,7 @@ class HistoryEntryTest : public ShippedStoreTest {};
 TEST_F(HistoryEntryTest, ARefusedEntryShowsTheMessageAndStoresNothing) {
     const int before = historyCount();
     DrawInput in = entry(QStringLiteral("2026097"), {"34", "1", "2", "3", "4", "5", "1"});
-    EXPECT_FALSE(add_KaiJiang(in));
+    EXPECT_FALSE(storeEnteredDraw(in));
     EXPECT_EQ(ui().messages(), QStringList{msg::kBadEntry});
     EXPECT_TRUE(ui().lines().last().startsWith(QStringLiteral("ERROR ")));
     EXPECT_EQ(historyCount(), before);
@@ -82,7 +82,7 @@ TEST_F(HistoryEntryTest, ANewDrawIsStoredSortedWithItsColumnsAndTheBoxesMoveOn) 
     const IssueNumber latest = latest_QiHao();
     const QDate drawDay = toQDate(latest_KaiJiangRi()).addDays(3);
     DrawInput in = entry(QString::number(latest + 1), {"30", "2", "17", "9", "25", "11", "8"}, drawDay);
-    ASSERT_TRUE(add_KaiJiang(in));
+    ASSERT_TRUE(storeEnteredDraw(in));
     EXPECT_TRUE(ui().messages().isEmpty());
 
     // What the pass writes for the new row is what a recount of the whole history gives.
@@ -110,7 +110,7 @@ TEST_F(HistoryEntryTest, AnExistingIssueIsOverwrittenWithoutAsking) {
     const int before = historyCount();
     const int oldSum = intScalar(QStringLiteral("select 和值 from 历史记录 where 期号=?"), {issue});
     DrawInput in = entry(QString::number(issue), {"1", "2", "3", "4", "5", "6", "7"}, QDate(2010, 5, 4));
-    ASSERT_TRUE(add_KaiJiang(in));
+    ASSERT_TRUE(storeEnteredDraw(in));
     EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CONFIRM")).isEmpty());
     EXPECT_EQ(historyCount(), before);
     EXPECT_NE(oldSum, 21);
@@ -148,17 +148,18 @@ TEST_F(HistoryEntryTest, DeletionAsksForTheIssueAndSaysWhatHappened) {
 }
 
 TEST_F(HistoryEntryTest, SearchTermsAreBoundAndOnlyTheTablesColumnsCount) {
-    const SearchCondition cond = build_SouSuo({{QStringLiteral("红球1"), QStringLiteral("01")},
-                                               {QStringLiteral("蓝球"), QString()},
-                                               {QStringLiteral("期号\" = 1 OR 1=1 --"), QStringLiteral("1")},
-                                               {QStringLiteral("连号"), QStringLiteral("*连")},
-                                               {QStringLiteral("开奖日期"), QStringLiteral("2008/10/??")}});
+    const SearchCondition cond =
+        buildDrawSearch({{QStringLiteral("红球1"), QStringLiteral("01")},
+                         {QStringLiteral("蓝球"), QString()},
+                         {QStringLiteral("期号\" = 1 OR 1=1 --"), QStringLiteral("1")},
+                         {QStringLiteral("连号"), QStringLiteral("*连")},
+                         {QStringLiteral("开奖日期"), QStringLiteral("2008/10/??")}});
     EXPECT_EQ(cond.where.count(QStringLiteral(" LIKE ?")), 3);
     EXPECT_EQ(cond.where.count(QStringLiteral(" AND ")), 2);
     EXPECT_FALSE(cond.where.contains(QStringLiteral("OR")));
     EXPECT_EQ(cond.params,
               (QVariantList{QStringLiteral("1"), QStringLiteral("%连"), QStringLiteral("2008/10/__")}));
-    EXPECT_TRUE(build_SouSuo({{QStringLiteral("红球1"), QStringLiteral("  ")}}).empty());
+    EXPECT_TRUE(buildDrawSearch({{QStringLiteral("红球1"), QStringLiteral("  ")}}).empty());
 }
 
 TEST_F(HistoryEntryTest, SearchBindsTheMatchesAndReportsTheirCount) {

@@ -15,7 +15,7 @@ namespace dovrex::test {
 // A fresh store; the pick state, the ticket grid and the filter run state start as in a new process.
 class PipelineTest : public FreshStoreTest {
   protected:
-    ~PipelineTest() override { clear_TouZhuBiao(); }
+    ~PipelineTest() override { clearTicketTable(); }
 
     static void pickRange(int from, int to, int value) {
         for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);

@@ -90,7 +90,7 @@ TEST_F(ShippedFormulasTest, TheShippedStoreHoldsThem) {
 class FormulaInitTest : public PipelineTest {};
 
 TEST_F(FormulaInitTest, TheFirstStepMarksThemAndTheShrinkScansThemFirst) {
-    store_Ssgs(store(), shippedFormulas());
+    storeFormulas(store(), shippedFormulas());
     // Twelve drags spread over the numbers, one blue: the formula's tickets carry their 序号, and a
     // shrink at T 6 scans them first, so the first of them is the first kept.
     for (int n : {2, 5, 7, 11, 13, 17, 19, 23, 24, 29, 31, 33}) pickRange(n, n, kPickDrag);

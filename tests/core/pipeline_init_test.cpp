@@ -155,16 +155,16 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
 }
 
 TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
-    EXPECT_EQ(read_QiHao(QStringLiteral("2008118abc")), 2008118);
-    EXPECT_EQ(read_QiHao(QStringLiteral("  2008118  ")), 2008118);
-    EXPECT_EQ(read_QiHao(QStringLiteral("20081189")), 2008118);
-    EXPECT_EQ(read_QiHao(QString()), 0);
-    EXPECT_EQ(read_QiHao(QStringLiteral("abc")), 0);
-    EXPECT_EQ(read_QiHao(QStringLiteral("-5")), 0);
-    EXPECT_EQ(read_QiHao(QStringLiteral("12 34")), 1234);
-    EXPECT_EQ(read_QiHao(QStringLiteral("2008.5")), 2008);
-    EXPECT_EQ(read_QiHao(QStringLiteral("2009.5")), 2010);
-    EXPECT_EQ(read_QiHao(QStringLiteral("2e3")), 2000);
+    EXPECT_EQ(readIssue(QStringLiteral("2008118abc")), 2008118);
+    EXPECT_EQ(readIssue(QStringLiteral("  2008118  ")), 2008118);
+    EXPECT_EQ(readIssue(QStringLiteral("20081189")), 2008118);
+    EXPECT_EQ(readIssue(QString()), 0);
+    EXPECT_EQ(readIssue(QStringLiteral("abc")), 0);
+    EXPECT_EQ(readIssue(QStringLiteral("-5")), 0);
+    EXPECT_EQ(readIssue(QStringLiteral("12 34")), 1234);
+    EXPECT_EQ(readIssue(QStringLiteral("2008.5")), 2008);
+    EXPECT_EQ(readIssue(QStringLiteral("2009.5")), 2010);
+    EXPECT_EQ(readIssue(QStringLiteral("2e3")), 2000);
 }
 
 using CommandsTest = InitTest;

@@ -67,7 +67,7 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
     pickRange(101, 102, kPickDrag);
     EXPECT_EQ(init_TouZhu(kIssue), 14);
     // The scores as the routine computes them, per ticket.
-    const ChaZhiBlock block = load_ChaZhiBlock(kIssue);
+    const ChaZhiBlock block = loadDifferenceBlock(kIssue);
     EXPECT_EQ(block[1][1], 1 + (11 * 7) % 20);  // newest: 2008117
     EXPECT_EQ(block[10][7], 1 + (2 * 5) % 16);  // oldest: 2008108
     const ChaZhiMoShi m = calc_ChaZhiMoShi(block);

@@ -102,7 +102,7 @@ TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
     EXPECT_EQ(hits(t), std::make_pair(0, 0));
     // An empty grid.
     ui().clear();
-    clear_TouZhuBiao();
+    clearTicketTable();
     cmmTouZhu_Click(kCmdPrizeCheck);
     EXPECT_EQ(ui().messages(), QStringList{msg::kNoTickets});
 }

@@ -44,14 +44,14 @@ TEST_F(TrendChartTest, GeometryAndOrderOfTheDrawing) {
     m.charH = 20;
     m.width = 1000;
     // The frame alone: no row, no mark, no condition line.
-    const TrendChart head = draw_TrendChart(ac, trendRows(ac, 100), 0, m, QStringLiteral("x"), {});
+    const TrendChart head = draw_TrendBody(ac, trendRows(ac, 100), 0, m, QStringLiteral("x"), {});
     EXPECT_DOUBLE_EQ(head.height, 100);
     for (const TrendOp& op : head.ops) EXPECT_NE(op.role, TrendOp::Mark);
 
     QList<TrendRow> rows{{2026001, QStringLiteral("0"), 0},
                          {2026002, QStringLiteral("7"), 7},
                          {2026003, QStringLiteral("99"), -1}};
-    const TrendChart chart = draw_TrendChart(ac, rows, 100, m, QStringLiteral("范围"), {3});
+    const TrendChart chart = draw_TrendBody(ac, rows, 100, m, QStringLiteral("范围"), {3});
     EXPECT_DOUBLE_EQ(chart.height, 20 * 105);
     const double x0 = 195;
     ASSERT_EQ(chart.colX.size(), 11);

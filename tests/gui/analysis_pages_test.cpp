@@ -15,13 +15,13 @@
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
-#include "ui/history/analysis_groups_dialog.h"
 #include "ui/analysis/combination_page.h"
-#include "ui/shell/form_main.h"
 #include "ui/analysis/omission_page.h"
 #include "ui/analysis/other_page.h"
-#include "ui/shell/program_session.h"
 #include "ui/analysis/recent_hits_page.h"
+#include "ui/history/analysis_groups_dialog.h"
+#include "ui/shell/form_main.h"
+#include "ui/shell/program_session.h"
 #include "widgets/cursor_model.h"
 #include "widgets/jindu_panel.h"
 
@@ -142,10 +142,10 @@ TEST_F(AnalysisPagesTest, GroupOptionsWriteEachTickAtOnce) {
     // The shipped groups: 01..11 is the first, the odd numbers the fourth.
     EXPECT_EQ(table->item(0, 0)->checkState(), Qt::Checked);
     EXPECT_EQ(table->item(1, 3)->checkState(), Qt::Unchecked);
-    EXPECT_FALSE(read_FenXiZu()[33][8]);
+    EXPECT_FALSE(readAnalysisGroups()[33][8]);
     table->item(32, 7)->setCheckState(Qt::Checked);
     table->item(0, 0)->setCheckState(Qt::Unchecked);
-    const FenXiZu member = read_FenXiZu();
+    const FenXiZu member = readAnalysisGroups();
     EXPECT_TRUE(member[33][8]);
     EXPECT_FALSE(member[1][1]);
     EXPECT_EQ(fenXiBiao_Captions(false).value(8), QStringLiteral("33"));

@@ -15,8 +15,8 @@
 
 #include "analysis/combination_omission.h"
 #include "store/store.h"
-#include "ui/shell/form_main.h"
 #include "ui/analysis/other_page.h"
+#include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
 #include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
@@ -68,7 +68,7 @@ ZhuHeYLTJWindow::ZhuHeYLTJWindow(QWidget* parent) : QWidget(parent, Qt::Window) 
     layout->addWidget(grid_);
     runCommand([&] {
         setWindowTitle(zhuHeYLTJ_Title());
-        model->setCursor(open_ZhuHeYLTJ());
+        model->setCursor(openCombinationOmissionTable());
         QStringList names;
         for (int c = 0; c < model->columnCount(); ++c) {
             const QString field = model->headerData(c, Qt::Horizontal, Qt::UserRole).toString();
@@ -121,7 +121,7 @@ void CombinationPage::resizeEvent(QResizeEvent* event) {
 
 int CombinationPage::run(int size) {
     int written = -1;
-    runCommand([&] { written = run_ZhuHeYiLou(size, state_); });
+    runCommand([&] { written = runCombinationOmission(size, state_); });
     if (written >= 0) {
         if (window_) window_->close();
         window_ = new ZhuHeYLTJWindow(this);

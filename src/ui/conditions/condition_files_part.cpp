@@ -14,6 +14,20 @@
 #include "widgets/command_trap.h"
 
 namespace dovrex {
+
+namespace {
+
+// 切换用户: the current user's set is saved, another logs in, and the window shows their picks.
+void mnu_UserQiehuan_Click(FormMain& window) {
+    beginUserSwitch();
+    window.guiScreen().ui_Login();
+    window.setWindowTitle(mainCaptionForUser());
+    window.selectPage(TopPage::Conditions);
+    if (ConditionsPage* conditions = window.conditionsPage()) conditions->selectTab(1);
+    window.guiScreen().ui_RefreshPicks();
+}
+
+}  // namespace
 namespace {
 
 QAction* addEntry(QMenu* menu, const QString& name, const QString& text, FormMain& window,
@@ -41,14 +55,7 @@ void installConditionFiles(FormMain& window) {
     switchUser->setObjectName(QStringLiteral("mnu_UserQiehuan"));
     switchUser->setVisible(false);  // shown in multi-user mode only
     file->insertAction(file->actions().value(0), switchUser);
-    connectCommand(switchUser, &QAction::triggered, &window, [&window] {
-        beginUserSwitch();
-        window.guiScreen().ui_Login();
-        window.setWindowTitle(mainCaptionForUser());
-        window.selectPage(TopPage::Conditions);
-        if (ConditionsPage* conditions = window.conditionsPage()) conditions->selectTab(1);
-        window.guiScreen().ui_RefreshPicks();
-    });
+    connectCommand(switchUser, &QAction::triggered, &window, [&window] { mnu_UserQiehuan_Click(window); });
 }
 
 }  // namespace dovrex

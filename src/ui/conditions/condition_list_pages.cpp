@@ -40,7 +40,7 @@ QString definition(int tab) {
 
 ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(parent), tab_(tab) {
     setObjectName(QStringLiteral("ConditionPage%1").arg(tab));
-    condition_ = conditionLists(tab).value(0);
+    condition_ = elseList(tab) ? load_ElseLieBiao(tab) : load_TiaoJianLieBiao(tab);
 
     check_ = dovrex::switchBox(
         condition_.caption, condition_.switchNo,
@@ -118,7 +118,7 @@ QList<int> ConditionListPage::allowedColumns() const {
 
 CountListsPage::CountListsPage(int tab, QWidget* parent) : ConditionTab(parent), tab_(tab) {
     setObjectName(QStringLiteral("ConditionPage%1").arg(tab));
-    conditions_ = conditionLists(tab);
+    conditions_ = load_GeShuLieBiao(tab);
 
     row_ = new QWidget(this);
     auto* rowLayout = new QHBoxLayout(row_);

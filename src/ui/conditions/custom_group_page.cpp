@@ -51,7 +51,7 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
     numbers_ = new NumberButtons(QStringLiteral("cmm_ZDY"), 11, editor);
     connectCommand(numbers_, &NumberButtons::numberClicked, this, [this](int n) {
         bool on = false;
-        if (runCommand([&] { on = toggle_HaoMaTeXing(customGroupColumn(group()), n); })) {
+        if (runCommand([&] { on = toggleNumberTrait(customGroupColumn(group()), n); })) {
             numbers_->setOn(n, on);
             refreshList();
         }
@@ -80,7 +80,7 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
         common_->setCurrentIndex(-1);  // back to "常用分组"
         if (item.trimmed() == QStringLiteral("---")) return;
         bool made = false;
-        runCommand([&] { made = make_ChangYongFenZu(group(), item); });
+        runCommand([&] { made = makeGroupPreset(group(), item); });
         if (made) {
             refreshList();
             showGroup();
@@ -148,7 +148,7 @@ void CustomGroupPage::selectGroup(int k) {
 void CustomGroupPage::reload() {
     runCommand([&] {
         common_->clear();
-        common_->addItems(list_ChangYongFenZu());
+        common_->addItems(listGroupPresets());
         common_->setCurrentIndex(-1);
     });
     refreshList();
@@ -191,7 +191,7 @@ void CustomGroupPage::rename() {
         dovrex::screen().ui_AskText(QStringLiteral("【 ") + old + QStringLiteral(" 】 名称修改为："),
                                     QStringLiteral("修改为容易识别的名称"), old);
     bool done = false;
-    runCommand([&] { done = rename_ZDY(k, alias); });
+    runCommand([&] { done = renameCustomGroup(k, alias); });
     if (!done) return;
     refreshList();
     showGroup();
@@ -201,9 +201,9 @@ void CustomGroupPage::rename() {
 void CustomGroupPage::empty(bool all) {
     runCommand([&] {
         if (all)
-            for (int k = 1; k <= 20; ++k) empty_ZDY(k);
+            for (int k = 1; k <= 20; ++k) clearCustomGroup(k);
         else
-            empty_ZDY(group());
+            clearCustomGroup(group());
     });
     refreshList();
     showGroup();

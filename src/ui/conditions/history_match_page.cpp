@@ -92,12 +92,12 @@ void HistoryMatchPage::reload() {
             combo->clear();
             combo->addItems(issues);
         }
-        const LiShiGuoLv s = read_LiShiGuoLv();
+        const LiShiGuoLv s = readHistoryMatch();
         use_->setChecked(s.on);
         showIssue(low_, s.low);
         showIssue(high_, s.high);
         match_->setCurrentIndex(qBound(1, s.match, 6) - 1);
-        const int draws = count_QiShu(s.low, s.high);
+        const int draws = countIssues(s.low, s.high);
         count_->setText(QStringLiteral("（共 %1 期）").arg(draws));
         match_->setEnabled(draws < kPiPeiFreeDraws);
     });
@@ -107,7 +107,7 @@ void HistoryMatchPage::reload() {
 void HistoryMatchPage::rangeChosen() {
     if (loading_) return;
     int draws = 0;
-    runCommand([&] { draws = count_QiShu(low_->currentText().toInt(), high_->currentText().toInt()); });
+    runCommand([&] { draws = countIssues(low_->currentText().toInt(), high_->currentText().toInt()); });
     count_->setText(QStringLiteral("（共 %1 期）").arg(draws));
     if (draws >= kPiPeiFreeDraws) {
         match_->setCurrentIndex(5);
@@ -125,7 +125,7 @@ void HistoryMatchPage::write() {
     s.low = low_->currentText().toInt();
     s.high = high_->currentText().toInt();
     s.match = match_->currentIndex() + 1;
-    runCommand([&] { write_LiShiGuoLv(s); });
+    runCommand([&] { writeHistoryMatch(s); });
 }
 
 void installHistoryMatchPage(FormMain& window) {

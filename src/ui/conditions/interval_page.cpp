@@ -39,7 +39,7 @@ IntervalPage::IntervalPage(QWidget* parent) : CountListsPage(14, parent) {
     connectCommand(numbers_, &NumberButtons::numberClicked, this, [this](int n) {
         const QString column = QStringLiteral("区间%1").arg(choice_->checkedId());
         bool on = false;
-        if (runCommand([&] { on = toggle_HaoMaTeXing(column, n); })) {
+        if (runCommand([&] { on = toggleNumberTrait(column, n); })) {
             changed_ = true;
             showMembers();
         }
@@ -52,7 +52,7 @@ IntervalPage::IntervalPage(QWidget* parent) : CountListsPage(14, parent) {
     clear_ = new QPushButton(QStringLiteral("清空区间划分"), box);
     clear_->setObjectName(QStringLiteral("cmm_CLSQujianHuafen"));
     connectCommand(clear_, &QPushButton::clicked, this, [this] {
-        if (runCommand([] { clear_QuJianHuaFen(); })) {
+        if (runCommand([] { clearIntervalPartition(); })) {
             changed_ = true;
             reload();
         }

@@ -66,7 +66,7 @@ PositionPage::PositionPage(QWidget* parent) : ConditionTab(parent) {
         connectCommand(list, &TickList::ticked, this, [this, list, i](int r, bool) {
             bool now = false;
             if (runCommand(
-                    [&] { now = toggle_HaoMaTeXing(list->property("Tag").toString(), list->lineData(r)); }))
+                    [&] { now = toggleNumberTrait(list->property("Tag").toString(), list->lineData(r)); }))
                 list->setTicked(r, now);
             enableSwitch(i);
         });
@@ -163,7 +163,7 @@ void PositionPage::reload() {
         const auto previous = shangQiDanShuang();
         for (int p = 1; p <= 7; ++p) patternCombo(0, p)->setCurrentIndex(previous[p - 1]);
         for (int slot = 1; slot <= 5; ++slot) {
-            const auto values = read_DanShuang(slot);
+            const auto values = readParityPatterns(slot);
             for (int p = 1; p <= 7; ++p) patternCombo(slot, p)->setCurrentIndex(qBound(0, values[p - 1], 2));
         }
         for (QCheckBox* box : patternSwitches_) loadSwitch(box);

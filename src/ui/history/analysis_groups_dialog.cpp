@@ -31,7 +31,7 @@ AnalysisGroupsDialog::AnalysisGroupsDialog(QWidget* parent) : QDialog(parent) {
 
     loading_ = true;
     FenXiZu member{};
-    runCommand([&] { member = read_FenXiZu(); });
+    runCommand([&] { member = readAnalysisGroups(); });
     for (int n = 1; n <= kRedCount; ++n)
         for (int g = 1; g <= 20; ++g) {
             auto* item = new QTableWidgetItem;
@@ -42,8 +42,9 @@ AnalysisGroupsDialog::AnalysisGroupsDialog(QWidget* parent) : QDialog(parent) {
     loading_ = false;
     connectCommand(table_, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
         if (loading_) return;
-        runCommand(
-            [&] { write_FenXiZu(item->row() + 1, item->column() + 1, item->checkState() == Qt::Checked); });
+        runCommand([&] {
+            writeAnalysisGroups(item->row() + 1, item->column() + 1, item->checkState() == Qt::Checked);
+        });
     });
 
     auto* note =

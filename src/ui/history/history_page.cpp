@@ -354,7 +354,7 @@ void HistoryPage::addDraw() {
     for (int i = 0; i < 8; ++i) input.boxes[size_t(i)] = boxes_[size_t(i)]->text();
     input.date = date_->date();
     bool stored = false;
-    runCommand([&] { stored = add_KaiJiang(input); });
+    runCommand([&] { stored = storeEnteredDraw(input); });
     if (stored) {
         for (int i = 0; i < 8; ++i) boxes_[size_t(i)]->setText(input.boxes[size_t(i)]);
         date_->setDate(input.date);
@@ -373,7 +373,7 @@ void HistoryPage::downloadDraws() {
     // The grids stay as they are until the draws are in.
     stack_->setUpdatesEnabled(false);
     DownloadResult result = DownloadResult::Error;
-    const bool ran = runCommand([&] { result = download_KaiJiang(); });
+    const bool ran = runCommand([&] { result = downloadNewDraws(); });
     stack_->setUpdatesEnabled(true);
     // A store error ends the download quietly in the logic (the draws before it stay stored); the
     // player still hears of it.

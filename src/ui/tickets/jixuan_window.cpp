@@ -115,7 +115,7 @@ void JiXuanWindow::tick() {
     board_->update();
 }
 
-void show_JiXuan(QWidget* parent) {
+void showRandomPick(QWidget* parent) {
     const int n =
         jiXuan_ZhuShu(screen().ui_AskText(msg::kJiXuanAsk, msg::kJiXuanCaption, QStringLiteral("5")));
     if (n < 1) return;
@@ -127,7 +127,7 @@ namespace {
 
 // The lucky-number chooser offers a random ticket through this window.
 const bool jixuanForLucky = [] {
-    jixuanOpener() = show_JiXuan;
+    jixuanOpener() = showRandomPick;
     return true;
 }();
 
@@ -138,7 +138,7 @@ void installTicketTools(FormMain& window) {
     tools->addSeparator();
     QAction* pick = tools->addAction(QStringLiteral("机选号码..."));
     pick->setObjectName(QStringLiteral("mnu_JiXuan"));
-    connectCommand(pick, &QAction::triggered, &window, [&window] { show_JiXuan(&window); });
+    connectCommand(pick, &QAction::triggered, &window, [&window] { showRandomPick(&window); });
     QAction* merge = tools->addAction(msg::kMergeMenu);
     merge->setObjectName(QStringLiteral("hebingxt"));
     connectCommand(merge, &QAction::triggered, &window, [&window] {

@@ -33,6 +33,6 @@ class JiXuanWindow : public QDialog {
 
 // Asks how many tickets to draw and, for one to five, shows the window modally. Reached from the menu
 // and meant for the lucky-number chooser too.
-void show_JiXuan(QWidget* parent);
+void showRandomPick(QWidget* parent);
 
 }  // namespace dovrex

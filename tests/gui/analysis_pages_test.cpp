@@ -15,7 +15,9 @@
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
+#include "ui/analysis/combination_omission_window.h"
 #include "ui/analysis/combination_page.h"
+#include "ui/analysis/omission_chart.h"
 #include "ui/analysis/omission_page.h"
 #include "ui/analysis/other_page.h"
 #include "ui/analysis/recent_hits_page.h"
@@ -121,7 +123,7 @@ TEST_F(AnalysisPagesTest, PairOmissionRunsBehindTheProgressPanelAndShowsTheMostO
     EXPECT_EQ(page->run(2), 528);
     EXPECT_FALSE(page->panel()->isVisible());
     EXPECT_EQ(page->panel()->countText(), QStringLiteral("528/528"));
-    ZhuHeYLTJWindow* window = page->tableWindow();
+    CombinationOmissionWindow* window = page->tableWindow();
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->windowTitle(), QStringLiteral("截止２０２６０９６期号码组合遗漏统计表"));
     auto* model = qobject_cast<CursorModel*>(window->grid()->model());

@@ -10,6 +10,7 @@
 #include "screen/ticket_page.h"
 #include "support/test_support.h"
 #include "ui/tickets/shrink_settings.h"
+#include "ui/tickets/shrink_timer.h"
 
 namespace dovrex::test {
 namespace {

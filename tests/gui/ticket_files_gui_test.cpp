@@ -13,8 +13,9 @@
 
 #include "support/test_support.h"
 #include "ui/shell/gui_screen.h"
+#include "ui/tickets/from_file_dialog.h"
 #include "ui/tickets/jixuan_window.h"
-#include "ui/tickets/ticket_file_dialogs.h"
+#include "ui/tickets/to_file_dialog.h"
 #include "widgets/ball_cell_delegate.h"
 
 namespace dovrex::test {

@@ -1,4 +1,5 @@
 #include "ui/analysis/combination_page.h"
+#include "ui/analysis/combination_omission_window.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -51,7 +52,7 @@ const QHash<QString, QString>& captions() {
 
 }  // namespace
 
-ZhuHeYLTJWindow::ZhuHeYLTJWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
+CombinationOmissionWindow::CombinationOmissionWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     setObjectName(QStringLiteral("FormZhuheYLTJ"));
     setAttribute(Qt::WA_DeleteOnClose);
     grid_ = new QTableView(this);
@@ -79,7 +80,7 @@ ZhuHeYLTJWindow::ZhuHeYLTJWindow(QWidget* parent) : QWidget(parent, Qt::Window) 
     resize(620, 560);
 }
 
-void ZhuHeYLTJWindow::changeEvent(QEvent* event) {
+void CombinationOmissionWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && !isActiveWindow() && isVisible()) close();
 }
@@ -124,7 +125,7 @@ int CombinationPage::run(int size) {
     runCommand([&] { written = runCombinationOmission(size, state_); });
     if (written >= 0) {
         if (window_) window_->close();
-        window_ = new ZhuHeYLTJWindow(this);
+        window_ = new CombinationOmissionWindow(this);
         const QRect main = this->window()->geometry();
         window_->move(main.center() - QPoint(window_->width() / 2, window_->height() / 2));
         window_->show();

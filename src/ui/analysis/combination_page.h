@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include "ui/analysis/combination_omission_window.h"
 
 #include "analysis/jindu.h"
 
@@ -12,21 +13,6 @@ class QTableView;
 namespace dovrex {
 
 class JinDuPanel;
-
-// FormZhuheYLTJ: the pair or triple table, the groups most overdue first. It closes when it loses
-// the focus.
-class ZhuHeYLTJWindow : public QWidget {
-    Q_OBJECT
-  public:
-    explicit ZhuHeYLTJWindow(QWidget* parent = nullptr);
-    QTableView* grid() const { return grid_; }
-
-  protected:
-    void changeEvent(QEvent* event) override;
-
-  private:
-    QTableView* grid_;
-};
 
 // The 组合遗漏 page: which size of group, the command, and the progress panel while it counts.
 class CombinationPage : public QWidget {
@@ -39,7 +25,7 @@ class CombinationPage : public QWidget {
     // The entry of ComboChosenumber: counts the groups of `size` (2 or 3) and shows the table.
     // Returns the groups written, -1 when the user cancelled at the warning.
     int run(int size);
-    ZhuHeYLTJWindow* tableWindow() const { return window_; }
+    CombinationOmissionWindow* tableWindow() const { return window_; }
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -49,7 +35,7 @@ class CombinationPage : public QWidget {
     QPushButton* start_;
     myJinDuCTL state_;
     JinDuPanel* panel_;
-    QPointer<ZhuHeYLTJWindow> window_;
+    QPointer<CombinationOmissionWindow> window_;
 };
 
 }  // namespace dovrex

@@ -1,4 +1,5 @@
 #include "ui/analysis/omission_page.h"
+#include "ui/analysis/omission_chart.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -17,9 +18,9 @@
 #include "analysis/probability.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
-#include "ui/shell/form_main.h"
-#include "ui/history/history_page.h"
 #include "ui/analysis/other_page.h"
+#include "ui/history/history_page.h"
+#include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
 #include "widgets/ball_art.h"
 #include "widgets/command_trap.h"

@@ -8,6 +8,7 @@
 #include "filters/condition_pages.h"
 #include "ui/conditions/condition_page_kit.h"
 
+#include "ui/conditions/condition_tab.h"
 #include "ui/conditions/conditions_page.h"
 #include "ui/conditions/quick_settings_window.h"
 #include "ui/shell/form_main.h"

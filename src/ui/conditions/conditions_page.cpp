@@ -1,4 +1,5 @@
 #include "ui/conditions/conditions_page.h"
+#include "ui/conditions/condition_tab.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>

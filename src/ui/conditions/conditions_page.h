@@ -1,23 +1,12 @@
 #pragma once
 
 #include <QWidget>
+#include "ui/conditions/condition_tab.h"
 
 class QListWidget;
 class QStackedWidget;
 
 namespace dovrex {
-
-// A condition tab that shows rows of the store. It fills itself again each time it is shown, and
-// when the rows change under it (quick settings, import, restore, another user); filling never writes.
-class ConditionTab : public QWidget {
-    Q_OBJECT
-  public:
-    using QWidget::QWidget;
-    virtual void reload() = 0;
-
-  protected:
-    void showEvent(QShowEvent* event) override;
-};
 
 // The 过滤条件 top page: the list of condition pages (TabStrip_TiaoJian, 1-based as the program
 // counts them: 1 选取号码 ... 30 查看全部) beside the page shown.

@@ -14,7 +14,8 @@
 #include "filters/condition_store.h"
 #include "filters/filter_families.h"
 #include "screen/shared_state.h"
-#include "ui/conditions/condition_edit_pages.h"
+#include "ui/conditions/custom_group_page.h"
+#include "ui/conditions/interval_page.h"
 
 #include "ui/conditions/condition_page_kit.h"
 #include "ui/shell/form_main.h"

@@ -9,7 +9,8 @@
 #include "filters/condition_editing.h"
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
-#include "ui/conditions/condition_edit_pages.h"
+#include "ui/conditions/history_match_page.h"
+#include "ui/conditions/interval_page.h"
 
 #include "ui/conditions/condition_page_kit.h"
 #include "ui/shell/form_main.h"

@@ -11,7 +11,8 @@
 #include "domain/condition_catalogue.h"
 #include "filters/condition_editing.h"
 #include "filters/condition_store.h"
-#include "ui/conditions/condition_edit_pages.h"
+#include "ui/conditions/interval_page.h"
+#include "ui/conditions/position_page.h"
 
 #include "ui/conditions/condition_page_kit.h"
 #include "ui/shell/form_main.h"

@@ -1,5 +1,6 @@
 #include "ui/shell/gui_screen.h"
-#include "ui/users/user_dialogs.h"
+#include "ui/users/first_run_dialog.h"
+#include "ui/users/login_dialog.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -33,7 +34,8 @@
 #include "store/store.h"
 #include "ui/conditions/conditions_page.h"
 #include "ui/shell/form_main.h"
-#include "ui/tickets/ticket_file_dialogs.h"
+#include "ui/tickets/from_file_dialog.h"
+#include "ui/tickets/to_file_dialog.h"
 #include "widgets/ball_art.h"
 #include "widgets/ball_cell_delegate.h"
 #include "widgets/command_trap.h"

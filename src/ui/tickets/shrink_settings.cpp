@@ -1,4 +1,5 @@
 #include "ui/tickets/shrink_settings.h"
+#include "ui/tickets/shrink_timer.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>

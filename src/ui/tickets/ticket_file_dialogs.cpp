@@ -1,4 +1,5 @@
-#include "ui/tickets/ticket_file_dialogs.h"
+#include "ui/tickets/from_file_dialog.h"
+#include "ui/tickets/to_file_dialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>

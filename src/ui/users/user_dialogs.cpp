@@ -1,4 +1,5 @@
-#include "ui/users/user_dialogs.h"
+#include "ui/users/first_run_dialog.h"
+#include "ui/users/login_dialog.h"
 
 #include <QButtonGroup>
 #include <QComboBox>

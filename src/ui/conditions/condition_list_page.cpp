@@ -1,4 +1,5 @@
-#include "ui/conditions/condition_list_pages.h"
+#include "ui/conditions/condition_list_page.h"
+#include "ui/conditions/count_lists_page.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -13,22 +13,6 @@ class QRadioButton;
 
 namespace dovrex {
 
-// frmToFile: what an export writes. Opens on the given options; options() holds the choice.
-class ToFileDialog : public QDialog {
-    Q_OBJECT
-  public:
-    explicit ToFileDialog(const TicketExportOptions& options, QWidget* parent = nullptr);
-    TicketExportOptions options() const;
-
-  private:
-    void choosePreset(int index);
-
-    std::array<QCheckBox*, 4> switches_{};
-    QComboBox* presets_;
-    QComboBox* redSeparator_;
-    QComboBox* blueSeparator_;
-};
-
 // frmFromFile: the line layout of an import and the issue its tickets get.
 class FromFileDialog : public QDialog {
     Q_OBJECT

@@ -178,6 +178,8 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"delete", "[<issue>]", headless_Delete},
         {"command", "<0..7>", headless_Command},
         {"shrink", "<3..7> [<issue>]", headless_Shrink},
+        {"shrink-opt", "<3..7> [<seconds>] [<issue>]", headless_ShrinkOptimised},
+        {"coverage", "[<issue>]", headless_Coverage},
         {"select", "<n> [<issue>]", headless_Select},
         {"weights", "[<preset 0..10> | <n>=<value>]...", headless_Weights},
         {"user-mode", "[1|2]", headless_UserMode},

@@ -34,6 +34,40 @@ bool headless_Shrink(HeadlessRunner& r, const HeadlessArgs& a) {
     return true;
 }
 
+bool headless_ShrinkOptimised(HeadlessRunner& r, const HeadlessArgs& a) {
+    int t = 0, seconds = 10, issue = 0;
+    if (!r.requireStore() || !a.intAt(r, 0, t)) return false;
+    if (t < 3 || t > 7) return r.fail(QStringLiteral("t is 3..7"));
+    // A second word of seven digits is the issue; a smaller one the seconds.
+    int next = 1;
+    if (a.words.size() > 1 && (a.words.size() > 2 || a.words[1].size() < 7)) {
+        if (!a.intAt(r, 1, seconds)) return false;
+        if (seconds < 1 || seconds > 3600) return r.fail(QStringLiteral("seconds are 1..3600"));
+        next = 2;
+    }
+    if (!a.issueAt(r, next, issue)) return false;
+    SharedState& s = shared();
+    const bool wasOn = s.shrinkOptimised;
+    const int wasSeconds = s.shrinkBudgetSeconds;
+    s.shrinkOptimised = true;
+    s.shrinkBudgetSeconds = seconds;
+    const int kept = run_SuoShui(t, issue);
+    s.shrinkOptimised = wasOn;
+    s.shrinkBudgetSeconds = wasSeconds;
+    show_HaoMaFenBu(issue);
+    s.tingZhi = 0;
+    r.print(QStringLiteral("kept %1").arg(kept));
+    return true;
+}
+
+bool headless_Coverage(HeadlessRunner& r, const HeadlessArgs& a) {
+    int issue = 0;
+    if (!r.requireStore() || !a.issueAt(r, 0, issue)) return false;
+    const QString line = coverage_OfIssue(issue);
+    r.print(line.isEmpty() ? QStringLiteral("no shrink of %1 in this session").arg(issue) : line);
+    return true;
+}
+
 bool headless_Select(HeadlessRunner& r, const HeadlessArgs& a) {
     int n = 0, issue = 0;
     if (!numberAndIssue(r, a, n, issue)) return false;

@@ -1,10 +1,12 @@
 #include "pipeline/shrink.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "filters/condition_store.h"
 #include "filters/filter_loop.h"
 #include "pipeline/selection.h"
+#include "pipeline/shrink_optimise.h"
 #include "pipeline/ticket_init.h"
 #include "pipeline/ticket_rows.h"
 #include "pipeline/weights.h"
@@ -57,6 +59,59 @@ int renumber() {
     return n;
 }
 
+// Replaces the scan's result by the optimised one (Stop keeps the best found so far).
+void optimiseScan(ShrinkScan& scan, const std::vector<std::uint64_t>& masks, const std::vector<int>& marks,
+                  int t, int keptWhole) {
+    SharedState& s = shared();
+    Screen& ui = screen();
+    CoverProblem problem;
+    problem.masks = &masks;
+    problem.t = t;
+    problem.mustCover.resize(masks.size());
+    problem.mayKeep.resize(masks.size());
+    for (size_t i = 0; i < masks.size(); ++i) problem.mustCover[i] = problem.mayKeep[i] = marks[i] >= 0;
+    for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
+    const int budgetMs = std::clamp(s.shrinkBudgetSeconds, 1, 3600) * 1000;
+    ui.ui_Set(role::LabelJinduAll, QStringLiteral("text"), QStringLiteral("优化中"));
+    ui.ui_Progress(0, budgetMs, 0, true);
+    const std::vector<int> kept = optimise_SuoShui(problem, scan.kept, budgetMs, [&](const CoverProgress& p) {
+        ui.ui_Progress(0, budgetMs, std::min(p.elapsedMs, budgetMs), true);
+        ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(p.best));
+        ui.ui_Pump();
+        return s.tingZhi != 0;
+    });
+    // A Stop during the search keeps its best set, and the shrink goes on as finished.
+    s.tingZhi = 0;
+    std::vector<char> keep(masks.size(), 0);
+    for (int i : kept) keep[size_t(i)] = 1;
+    scan.kept = kept;
+    scan.removed.clear();
+    for (size_t i = 0; i < masks.size(); ++i)
+        if (!keep[i] && marks[i] >= 0) scan.removed.push_back(int(i));
+}
+
+// Checks that every ticket the shrink started from meets a kept one in t balls, remembers the
+// original set for the coverage report, and returns the report's line (or the fault).
+QString proveGuarantee(const ShrinkScan& scan, const std::vector<std::uint64_t>& masks,
+                       const std::vector<int>& marks, int t, IssueNumber issue) {
+    std::vector<std::uint64_t> original, kept;
+    for (size_t i = 0; i < masks.size(); ++i)
+        if (marks[i] >= 0) original.push_back(masks[i]);
+    for (int i : scan.kept) kept.push_back(masks[size_t(i)]);
+    SharedState& s = shared();
+    s.shrinkOriginalIssue = issue;
+    s.shrinkOriginal = original;
+    const CoverageReport report = coverage_Report(original, kept);
+    int missed = 0;
+    for (int k = 0; k < t && k < 8; ++k) missed += report.best[k];
+    if (missed > 0) {
+        const QString fault = msg::kShrinkGuaranteeBroken.arg(missed);
+        screen().ui_Message(fault, MessageKind::Error);
+        return fault;
+    }
+    return coverage_Line(report);
+}
+
 }  // namespace
 
 QString shrinkCaption(int t) {
@@ -67,38 +122,36 @@ QString shrinkCaption(int t) {
 }
 
 ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vector<int>& marks, int t,
-                        const std::function<bool(int)>& stopped) {
+                        const std::function<bool(int)>& stopped, int keptWhole) {
     ShrinkScan out;
     const int n = int(masks.size());
     if (n == 0) return out;
+    keptWhole = std::clamp(keptWhole, 0, n);
+    // The tickets kept before the walk starts: the whole formula, or else the first ticket.
+    const int first = std::max(keptWhole, 1);
+    for (int i = 0; i < first; ++i) out.kept.push_back(i);
     // The rows behind the current kept one that the walk still compares, in scan order.
     std::vector<int> live;
     live.reserve(size_t(n));
-    for (int i = 1; i < n; ++i)
+    for (int i = first; i < n; ++i)
         if (marks[size_t(i)] >= 0) live.push_back(i);
-    std::vector<char> visited(size_t(n), 0);  // kept or removed by now
     size_t start = 0;
-    int current = 0;
     int sinceYield = 0;
-    for (;;) {
-        out.kept.push_back(current);
-        visited[size_t(current)] = 1;
-        // The balls of the ticket being kept: one bit per ball, red n at n and blue n at 33 + n.
-        const std::uint64_t jiHaoBiao = masks[size_t(current)];
+    // Removes from live[start..] every ticket sharing t balls with the kept one; false on a Stop.
+    const auto walk = [&](std::uint64_t jiHaoBiao) {
         size_t w = start;
         size_t r = start;
+        bool stop = false;
         for (; r < live.size(); ++r) {
             const int j = live[size_t(r)];
-            if (std::popcount(jiHaoBiao & masks[size_t(j)]) >= t) {
+            if (std::popcount(jiHaoBiao & masks[size_t(j)]) >= t)
                 out.removed.push_back(j);
-                visited[size_t(j)] = 1;
-            } else {
+            else
                 live[w++] = j;
-            }
             if (++sinceYield == kRowsPerYield) {
                 sinceYield = 0;
                 if (stopped && stopped(int(out.removed.size()))) {
-                    out.stopped = true;
+                    stop = true;
                     ++r;
                     break;
                 }
@@ -106,31 +159,42 @@ ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vect
         }
         for (; r < live.size(); ++r) live[w++] = live[r];
         live.resize(w);
-        if (out.stopped || (stopped && stopped(int(out.removed.size())))) {
+        return !stop && !(stopped && stopped(int(out.removed.size())));
+    };
+    // The kept-whole tickets never remove each other: they are all kept before any walk.
+    for (int i = 0; i < first; ++i)
+        if (!walk(masks[size_t(i)])) {
             out.stopped = true;
-            break;
+            return out;
         }
+    for (;;) {
         // The next ticket to keep: the first one behind that nobody has visited; the rows that
         // carry an old positive mark before it drop out of the walk, as they lie behind it.
         size_t k = start;
         while (k < live.size() && marks[size_t(live[k])] != 0) ++k;
         if (k == live.size()) break;
-        current = live[k];
+        const int current = live[k];
+        out.kept.push_back(current);
         start = k + 1;
+        if (!walk(masks[size_t(current)])) {
+            out.stopped = true;
+            break;
+        }
     }
     return out;
+}
+
+int formulaTickets(IssueNumber issue) {
+    return store()
+        .scalar(QStringLiteral("select count(*) from 日志表 where 期号=? and 缩水公式>=1 and 缩水公式<?"),
+                {issue, kOutsideFormula})
+        .toInt();
 }
 
 QString shrinkOrder(int t, IssueNumber issue, bool weights) {
     const QString plain = weights ? QStringLiteral("临时数据 DESC, 序号 ASC, rowid ASC")
                                   : QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC");
-    if (t != 6) return plain;
-    const bool formula =
-        store()
-            .scalar(QStringLiteral("select count(*) from 日志表 where 期号=? and 缩水公式>=1 and 缩水公式<?"),
-                    {issue, kOutsideFormula})
-            .toInt() > 0;
-    if (!formula) return plain;
+    if (t != 6 || formulaTickets(issue) == 0) return plain;
     // Tickets without a formula value (0 or empty) sort with those outside it.
     return QStringLiteral("CASE WHEN 缩水公式>=1 THEN 缩水公式 ELSE %1 END ASC, ").arg(kOutsideFormula) +
            plain;
@@ -178,6 +242,8 @@ int run_SuoShui(int t, IssueNumber issue) {
 
     const int total = int(rowids.size());
     const QString caption = shrinkCaption(t);
+    // At t 6 the formula's tickets, first in the scan order, are kept whole.
+    const int keptWhole = t == 6 ? formulaTickets(issue) : 0;
     ShrinkScan scan;
     {
         TimerOff timerOff;
@@ -196,15 +262,19 @@ int run_SuoShui(int t, IssueNumber issue) {
             ui.ui_Set(role::LabelJinduAll, QStringLiteral("text"), QString::number(total));
         };
         int lastShown = -1;
-        scan = scan_SuoShui(masks, marks, t, [&](int removed) {
-            if (removed != lastShown && (removed - lastShown >= total / 250 + 1 || lastShown <= 0)) {
-                showRemoved(removed);
-                lastShown = removed;
-            }
-            ui.ui_Pump();
-            return s.tingZhi != 0;
-        });
+        scan = scan_SuoShui(
+            masks, marks, t,
+            [&](int removed) {
+                if (removed != lastShown && (removed - lastShown >= total / 250 + 1 || lastShown <= 0)) {
+                    showRemoved(removed);
+                    lastShown = removed;
+                }
+                ui.ui_Pump();
+                return s.tingZhi != 0;
+            },
+            keptWhole);
         showRemoved(int(scan.removed.size()));
+        if (!scan.stopped && s.shrinkOptimised) optimiseScan(scan, masks, marks, t, keptWhole);
 
         Transaction tx(store());
         Prepared keep(QStringLiteral("UPDATE 日志表 SET 缩水标记=? WHERE rowid=?"));
@@ -219,7 +289,8 @@ int run_SuoShui(int t, IssueNumber issue) {
     } else {
         kept = renumber();
         load_TouZhuBiao(issue);
-        log_Set(savedLog + kCrLf2 + resultLine(t, kept));
+        log_Set(savedLog + kCrLf2 + resultLine(t, kept) + kCrLf2 +
+                proveGuarantee(scan, masks, marks, t, issue));
     }
     s.tingZhi = 0;
     return kept;
@@ -243,6 +314,15 @@ QString TimerSuosuijinxingzong_Timer() {
     const QString text = QString::fromLatin1(frames[at]);
     screen().ui_Set(role::LabelJindu, QStringLiteral("text"), text);
     return text;
+}
+
+QString coverage_OfIssue(IssueNumber issue) {
+    const SharedState& s = shared();
+    if (issue < 1 || s.shrinkOriginalIssue != issue) return {};
+    std::vector<std::uint64_t> kept;
+    for (const StoredTicket& ticket : read_StoredTickets(TicketQuery{}, issue))
+        kept.push_back(ballMask(ticket.reds, ticket.blue));
+    return coverage_Line(coverage_Report(s.shrinkOriginal, kept));
 }
 
 }  // namespace dovrex

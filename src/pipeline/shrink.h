@@ -28,9 +28,10 @@ inline std::uint64_t ballMask(const Reds& reds, int blue) {
 }
 
 // The scan itself, on tickets in scan order. marks are their 缩水标记 (0 not visited; a negative
-// mark is never compared, so never removed nor chosen). The first ticket is kept whatever its mark;
-// each kept ticket removes every later unremoved ticket with a mark of 0 or more that shares at
-// least t balls with it; the next kept ticket is the first later one still at mark 0.
+// mark is never compared, so never removed nor chosen). The first `keptWhole` tickets (the shrink
+// formula at t 6), or else the first ticket, are kept whatever their marks and never compared with
+// each other; each kept ticket removes every later unremoved ticket with a mark of 0 or more that
+// shares at least t balls with it; the next kept ticket is the first later one still at mark 0.
 // `stopped` is asked now and then (it may pump the window); when it says yes the scan ends there.
 struct ShrinkScan {
     std::vector<int> kept;     // indices, in scan order
@@ -38,7 +39,7 @@ struct ShrinkScan {
     bool stopped = false;
 };
 ShrinkScan scan_SuoShui(const std::vector<std::uint64_t>& masks, const std::vector<int>& marks, int t,
-                        const std::function<bool(int removedSoFar)>& stopped = {});
+                        const std::function<bool(int removedSoFar)>& stopped = {}, int keptWhole = 0);
 
 // run_SuoShui: shrinks the tickets of `issue` at t (after the smart optimisation and the weights,
 // which steer the scan order), renumbers 日志表 and logs the count. Returns the tickets kept.
@@ -49,6 +50,11 @@ int run_SuoShui(int t, IssueNumber issue);
 // otherwise the lower 临时数据 (the smart optimisation's score) first, 序号 breaking ties; at t 6 the
 // tickets of the shrink formula (缩水公式 1..99999998) go in front when the issue has any.
 QString shrinkOrder(int t, IssueNumber issue, bool weights);
+// The issue's tickets of the shrink formula (缩水公式 1..99999998).
+int formulaTickets(IssueNumber issue);
+// The coverage report of the issue's tickets against the set its last shrink started from; empty
+// when no shrink of that issue ran in this session.
+QString coverage_OfIssue(IssueNumber issue);
 
 // Option_ShuoSuiLeiXing_Click: the shrink type chosen. Check_auto_Click: the smart optimisation on/off.
 void Option_ShuoSuiLeiXing_Click(int index);
@@ -61,6 +67,8 @@ QString TimerSuosuijinxingzong_Timer();
 namespace msg {
 inline const QString kShrinkNothingRemoved = QStringLiteral("保七型缩水保留全部号码，没有号码被删除！");
 inline const QString kShrinkUserStop = QStringLiteral("用户停止！");
+inline const QString kShrinkGuaranteeBroken = QStringLiteral(
+    "程序错误：缩水后有 %1 注原号码没有任何保留号码能保证中奖，缩水的保证没有做到。请把这个情况告诉开发者。");
 inline const QString kShrinkChooseType = QStringLiteral("请先在缩水设置里选择保Ｎ型缩水的类型！");
 inline QString shrinkConfirm(int t, int count) {
     return QStringLiteral("表格中共有 ") + to_QuanJiao(count) + QStringLiteral(" 注号码，即将进行保") +

@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <array>
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "domain/game.h"
 #include "screen/app_paths.h"
@@ -103,6 +105,13 @@ struct SharedState {
     TicketExportOptions exportOptions;
     // Frame of the moving bar a shrink shows until its first removal (TimerSuosuijinxingzong).
     int suoShuiTimerAt = 0;
+    // 优化缩水: after the plain scan, a search for a smaller set with the same guarantee, within a
+    // time budget.
+    bool shrinkOptimised = false;
+    int shrinkBudgetSeconds = 10;
+    // The tickets the last shrink started from (as ball masks), for the coverage report on demand.
+    IssueNumber shrinkOriginalIssue = 0;
+    std::vector<std::uint64_t> shrinkOriginal;
 };
 
 SharedState& shared();

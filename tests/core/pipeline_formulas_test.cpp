@@ -89,26 +89,31 @@ TEST_F(ShippedFormulasTest, TheShippedStoreHoldsThem) {
 
 class FormulaInitTest : public PipelineTest {};
 
-TEST_F(FormulaInitTest, TheFirstStepMarksThemAndTheShrinkScansThemFirst) {
+TEST_F(FormulaInitTest, TheFirstStepMarksThemAndTheShrinkKeepsThemWhole) {
     storeFormulas(store(), shippedFormulas());
-    // Twelve drags spread over the numbers, one blue: the formula's tickets carry their 序号, and a
-    // shrink at T 6 scans them first, so the first of them is the first kept.
-    for (int n : {2, 5, 7, 11, 13, 17, 19, 23, 24, 29, 31, 33}) pickRange(n, n, kPickDrag);
+    // Drags spread over the numbers, one blue: the formula's tickets carry their 序号, a shrink at
+    // T 6 keeps them all and first, and a complete pick keeps exactly the formula.
+    const int drags[] = {2, 5, 7, 11, 13, 17, 19, 23, 24, 29, 31, 33, 1, 3, 9, 15, 21, 26, 28, 30};
     pickRange(109, 109, kPickDrag);
-    EXPECT_EQ(init_TouZhu(2008118), 924);
-    const std::vector<int>& formula = shippedFormulas()[12];
-    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
-              int(formula.size()));
-    for (int x : formula)
-        EXPECT_EQ(intScalar(QStringLiteral("select 缩水公式 from 日志表 where 序号=?"), {x}), x);
+    for (int i = 0; i < 9; ++i) pickRange(drags[i], drags[i], kPickDrag);
     const QString reds = QStringLiteral(
         "select 红球1||' '||红球2||' '||红球3||' '||红球4||' '||红球5||' '||红球6 "
         "from 日志表 where 序号=?");
-    const QString first = scalar(reds, {formula[0]}).toString();
-    const int kept = run_SuoShui(6, 2008118);
-    EXPECT_GE(kept, int(formula.size()) / 2);
-    EXPECT_LT(kept, 924 / 6);
-    EXPECT_EQ(scalar(reds, {1}).toString(), first);
+    for (int v = 10; v <= 20; ++v) {
+        pickRange(drags[v - 1], drags[v - 1], kPickDrag);
+        store_Execute(QStringLiteral("DELETE FROM 日志表"));
+        const IssueNumber issue = 2008100 + v;
+        const std::vector<int>& formula = shippedFormulas()[v];
+        ASSERT_GT(init_TouZhu(issue), 0) << v;
+        EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
+                  int(formula.size()));
+        const QString first = scalar(reds, {formula[0]}).toString();
+        if (v == 12)
+            for (int x : formula)
+                EXPECT_EQ(intScalar(QStringLiteral("select 缩水公式 from 日志表 where 序号=?"), {x}), x);
+        EXPECT_EQ(run_SuoShui(6, issue), int(formula.size())) << v << " drags";
+        EXPECT_EQ(scalar(reds, {1}).toString(), first) << v;
+    }
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
+#include <QSpinBox>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -59,6 +60,32 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
         if (!loading_) Check_auto_Click(on);
     });
     layout->addWidget(auto_);
+
+    // 优化缩水: the same guarantee with fewer tickets, searched for within a time budget.
+    auto* optimisedRow = new QHBoxLayout;
+    optimised_ = new QCheckBox(QStringLiteral("优化缩水（同样的保证，保留更少的号码）"), this);
+    optimised_->setToolTip(
+        QStringLiteral("先按普通方法缩水，再在限定的时间内寻找注数更少、保证相同的号码组合。"
+                       "按“停止”时保留已找到的最好结果。"));
+    budget_ = new QSpinBox(this);
+    budget_->setRange(1, 600);
+    budget_->setSuffix(QStringLiteral(" 秒"));
+    budget_->setPrefix(QStringLiteral("时限 "));
+    if (withButtons) {
+        optimised_->setObjectName(QStringLiteral("Check_youhua"));
+        budget_->setObjectName(QStringLiteral("Spin_youhuaShiXian"));
+    }
+    connect(optimised_, &QCheckBox::toggled, this, [this](bool on) {
+        if (!loading_) shared().shrinkOptimised = on;
+        budget_->setEnabled(on);
+    });
+    connect(budget_, &QSpinBox::valueChanged, this, [this](int seconds) {
+        if (!loading_) shared().shrinkBudgetSeconds = seconds;
+    });
+    optimisedRow->addWidget(optimised_);
+    optimisedRow->addWidget(budget_);
+    optimisedRow->addStretch(1);
+    layout->addLayout(optimisedRow);
 
     auto* weights = new QGroupBox(QStringLiteral("号码权重（值越大，含该号码的号码越先保留）"), this);
     auto* weightsRow = new QHBoxLayout(weights);
@@ -132,6 +159,9 @@ void ShrinkSettings::reload() {
         options_[size_t(i)]->setAutoExclusive(true);
     }
     auto_->setChecked(get_ShiYongQingKuang(kSmartSwitch) == 1);
+    optimised_->setChecked(shared().shrinkOptimised);
+    budget_->setValue(shared().shrinkBudgetSeconds);
+    budget_->setEnabled(shared().shrinkOptimised);
     loading_ = false;
     loadWeights();
 }

@@ -7,6 +7,7 @@ class QCheckBox;
 class QLabel;
 class QRadioButton;
 class QSlider;
+class QSpinBox;
 class QTimer;
 
 namespace dovrex {
@@ -33,6 +34,8 @@ class ShrinkSettings : public QFrame {
 
     std::array<QRadioButton*, 8> options_{};
     QCheckBox* auto_ = nullptr;
+    QCheckBox* optimised_ = nullptr;
+    QSpinBox* budget_ = nullptr;
     std::array<QSlider*, 34> sliders_{};
     std::array<QLabel*, 34> values_{};
     bool loading_ = false;

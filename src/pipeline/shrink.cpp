@@ -97,7 +97,12 @@ QString proveGuarantee(const ShrinkScan& scan, const std::vector<std::uint64_t>&
     std::vector<std::uint64_t> original, kept;
     for (size_t i = 0; i < masks.size(); ++i)
         if (marks[i] >= 0) original.push_back(masks[i]);
-    for (int i : scan.kept) kept.push_back(masks[size_t(i)]);
+    // What stays is every ticket the shrink did not remove: the kept ones, and those an old mark
+    // took out of the walk.
+    std::vector<char> removed(masks.size(), 0);
+    for (int i : scan.removed) removed[size_t(i)] = 1;
+    for (size_t i = 0; i < masks.size(); ++i)
+        if (!removed[i]) kept.push_back(masks[i]);
     SharedState& s = shared();
     s.shrinkOriginalIssue = issue;
     s.shrinkOriginal = original;

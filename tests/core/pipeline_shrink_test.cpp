@@ -168,8 +168,15 @@ TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
                          [](const Row& a, const Row& b) { return a.serial < b.serial; });
 
         shared().biaoJiQingLing = 1;  // keep the 临时数据 written above
+        ui().clear();
         const int kept = run_SuoShui(t, kIssue);
         const auto after = rows();
+        // The shrink's own proof agrees, stale marks included.
+        EXPECT_TRUE(ui().messages().isEmpty())
+            << "round " << round << ": " << ui().messages().join(u' ').toStdString();
+        EXPECT_TRUE(shared().operationLog.contains(
+            QStringLiteral("若开奖号码在过滤后的 %1 注之中")
+                .arg(std::count_if(set.begin(), set.end(), [](const Row& r) { return r.mark >= 0; }))));
         EXPECT_EQ(kept, int(after.size())) << round;
         EXPECT_TRUE(sameTickets(after, expectedBySerial)) << "round " << round << " t " << t;
         for (size_t i = 0; i < after.size(); ++i) EXPECT_EQ(after[i].serial, int(i) + 1);
@@ -192,7 +199,8 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].serial, 1);
     EXPECT_EQ(rows()[0].mark, 6);
-    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("[保六型]缩水后余：１ 注\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
+    EXPECT_TRUE(shared().operationLog.contains(
+        QStringLiteral("[保六型]缩水后余：１ 注\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
 
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
@@ -392,8 +400,9 @@ TEST(ShrinkOptimise, CoverageReportCountsTheBestMatch) {
     EXPECT_EQ(report.best[6], 1);
     EXPECT_EQ(report.best[5], 1);
     EXPECT_EQ(report.best[4], 1);
-    EXPECT_EQ(coverage_Line(report), QStringLiteral("若开奖号码在过滤后的 4 注之中: 中7球 1 注 (25.0%), 中6球 1 注 "
-                                                    "(25.0%), 中5球 1 注 (25.0%), 中4球 1 注 (25.0%)"));
+    EXPECT_EQ(coverage_Line(report),
+              QStringLiteral("若开奖号码在过滤后的 4 注之中: 中7球 1 注 (25.0%), 中6球 1 注 "
+                             "(25.0%), 中5球 1 注 (25.0%), 中4球 1 注 (25.0%)"));
 }
 
 }  // namespace

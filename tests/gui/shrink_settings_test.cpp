@@ -2,6 +2,7 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QSlider>
 #include <QTest>
 
@@ -35,6 +36,13 @@ TEST_F(ShrinkSettingsTest, ControlsWriteAtOnceAndPresetsReachTheSliders) {
     EXPECT_EQ(get_GuoLvTiaoJian(kShrinkTypeId), 4);
     named<QCheckBox>(frame, QStringLiteral("Check_auto"))->click();
     EXPECT_EQ(get_ShiYongQingKuang(kSmartSwitch), 1);
+    // 优化缩水 is off with its budget resting until it is ticked.
+    auto* budget = named<QSpinBox>(frame, QStringLiteral("Spin_youhuaShiXian"));
+    EXPECT_FALSE(budget->isEnabled());
+    named<QCheckBox>(frame, QStringLiteral("Check_youhua"))->click();
+    budget->setValue(25);
+    EXPECT_TRUE(shared().shrinkOptimised);
+    EXPECT_EQ(shared().shrinkBudgetSeconds, 25);
 
     named<QPushButton>(frame, QStringLiteral("cmmQZfenpei(0)"))->click();  // 偏重大号
     // DOVREX_SCREENSHOTS=<folder> keeps a picture of the frame.

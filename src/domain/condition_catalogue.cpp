@@ -104,7 +104,7 @@ QList<QPair<int, int>> conditionIdRanges() {
         {kHistoryDisplayModeId, kHistoryDisplayModeId},
         {101, 116},    // blue picks
         {1184, 1190},  // behind 和值's range, never read
-        {kShrinkTypeId, kToleranceId},
+        {kShrinkTypeId, kFilterToleranceId},
     };
     for (const ConditionEntry& c : kCatalogue)
         if (c.hasRows()) ranges.append({c.minId, c.maxId});
@@ -121,7 +121,7 @@ QList<int> switchNumbers() {
 }
 
 QList<QPair<int, int>> laterConditionRows() {
-    return {{34, 38}, {1171, 1190}};
+    return {{34, 38}, {1171, 1190}, {kFilterToleranceId, kFilterToleranceId}};
 }
 
 }  // namespace dovrex

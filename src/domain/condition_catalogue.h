@@ -70,6 +70,9 @@ const ConditionEntry* conditionOfFilter(const QString& filter, int slot = kNoSlo
 inline constexpr int kHistoryDisplayModeId = 39;
 inline constexpr int kShrinkTypeId = 3900;  // 保N型 of the shrink, an ordinal
 inline constexpr int kToleranceId = 3901;   // 容错值 of 号码定位, an ordinal
+inline constexpr int kFilterToleranceId =
+    3902;  // 容错值 of the whole filter run: conditions a ticket may fail
+inline constexpr int kFilterToleranceMax = 20;
 
 // Every row of 过滤条件 a store holds, as ranges (both ends inclusive) in ID order.
 QList<QPair<int, int>> conditionIdRanges();

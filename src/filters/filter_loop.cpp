@@ -11,8 +11,7 @@ namespace dovrex {
 
 namespace {
 
-bool allowed(int v) {
-    const auto& values = shared().guoLvShuZu;
+bool allowed(int v, const ConditionArray& values) {
     if (v < 0 || v >= int(values.size()))
         throw StoreError(QStringLiteral("guoLvShuZu: index %1 out of range").arg(v));
     return values[size_t(v)] >= 1;
@@ -26,6 +25,13 @@ void checkReds(const TicketBalls& b) {
 }
 
 }  // namespace
+
+bool ticket_Passes(const TicketTest& test, const TicketBalls& balls, const ConditionArray& values,
+                   bool redsChecked) {
+    if (!test.value) return test.accept(balls);
+    if (!redsChecked) checkReds(balls);
+    return allowed(test.value(balls), values);
+}
 
 TicketSet::TicketSet(IssueNumber issue) : issue_(issue) {
     Prepared q(
@@ -177,14 +183,7 @@ int filter_SharedLoop(IssueNumber issue, const FilterDef& def) {
         log_Set(pass.savedLog + kCrLf2 + def.label + QStringLiteral("过滤正在进行中．．．"));
         while (done < rows.size() && !s.tingZhi) {
             TicketRecord& r = rows[done];
-            bool passed;
-            if (test.value) {
-                if (!set.redsChecked) checkReds(r.balls);
-                passed = allowed(test.value(r.balls));
-            } else {
-                passed = test.accept(r.balls);
-            }
-            if (passed) {
+            if (ticket_Passes(test, r.balls, s.guoLvShuZu, set.redsChecked)) {
                 r.mark = 1;
                 r.serial = ++counter;
             } else {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -24,6 +25,15 @@ struct TicketTest {
     std::function<int(const TicketBalls&)> value;
     std::function<bool(const TicketBalls&)> accept;
 };
+
+// guoLvShuZu as a filter reads it.
+using ConditionArray = std::array<int, 200>;
+
+// The verdict on one ticket: the test's own, or its value's entry in `values` above 0. A value
+// outside the array, or a red outside 1..33 for a table (unless already checked), is a fatal
+// range error.
+bool ticket_Passes(const TicketTest& test, const TicketBalls& balls, const ConditionArray& values,
+                   bool redsChecked = false);
 
 // The state of one pass, handed to a family's hooks.
 struct FilterPass {
@@ -53,6 +63,9 @@ struct FilterDef {
     std::function<TicketTest(FilterPass&)> prepare;
     // A pass of its own instead of the shared loop; returns what remains.
     std::function<int(IssueNumber, const FilterDef&)> run;
+    // For a filter with a pass of its own: the same verdict on one ticket, for the back-test and
+    // the run with a tolerance.
+    std::function<TicketTest(FilterPass&)> ticketTest;
 
     bool provided() const { return prepare || run; }
 };

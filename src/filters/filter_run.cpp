@@ -1,5 +1,7 @@
 #include "filters/filter_run.h"
 
+#include "filters/backtest.h"
+
 #include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -43,9 +45,13 @@ void run_GuoLv(IssueNumber issue) {
     if (!load_GuoLvShuJu(issue)) return;
     {
         TicketRunScope tickets;
-        for (const FilterStep& step : filterSteps()) {
-            for (const FilterDef& def : step.filters) filter_Run(issue, def);
-            if (s.tingZhi) break;
+        if (const int k = filter_Tolerance(); k > 0) {
+            run_GuoLvWithTolerance(issue, k);
+        } else {
+            for (const FilterStep& step : filterSteps()) {
+                for (const FilterDef& def : step.filters) filter_Run(issue, def);
+                if (s.tingZhi) break;
+            }
         }
     }
     const int left =

@@ -1,6 +1,8 @@
 // The filters that judge a ticket against the draws before the issue being filtered.
 
 #include <QHash>
+#include <QSet>
+#include <memory>
 #include <vector>
 
 #include "filters/filter_families.h"
@@ -108,30 +110,78 @@ quint64 redsKey(const Reds& r) {
 
 const QString kLiShiLabel = QStringLiteral("[历史数据过滤]");
 
+// The setting of 历史数据过滤 and the draws of its range, never the issue's own draw or a later one.
+struct LiShiDraws {
+    int match = 6;
+    std::vector<Reds> draws;
+};
+
+LiShiDraws readLiShiDraws(IssueNumber issue) {
+    auto setting = store_Query(QStringLiteral("select * from 历史数据过滤"));
+    LiShiDraws out;
+    const IssueNumber low = setting->intValue(QStringLiteral("最小值"));
+    IssueNumber high = setting->intValue(QStringLiteral("最大值"));
+    out.match = setting->intValue(QStringLiteral("匹配值"));
+    if (high >= issue) high = prev_QiHao(issue, 1);
+    auto c = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 "
+                                        "where 期号>=? and 期号<=? order by 期号 asc"),
+                         {low, high});
+    for (; !c->eof(); c->moveNext()) {
+        Reds r{};
+        for (int i = 1; i <= 6; ++i) r[size_t(i)] = c->intValue(i);
+        out.draws.push_back(r);
+    }
+    return out;
+}
+
+using DrawMarks = std::array<int, 34>;
+
+DrawMarks drawMarks(const Reds& draw) {
+    DrawMarks marks{};
+    for (int i = 1; i <= 6; ++i)
+        if (draw[size_t(i)] >= 1 && draw[size_t(i)] <= kRedCount) marks[size_t(draw[size_t(i)])] = 1;
+    return marks;
+}
+
+// The reds of a ticket that came up in a draw.
+int sharedReds(const DrawMarks& marks, const Reds& reds) {
+    int c = 0;
+    for (int k = 1; k <= 6; ++k) {
+        const int x = reds[size_t(k)];
+        if (x >= 1 && x <= kRedCount) c += marks[size_t(x)];
+    }
+    return c;
+}
+
+// The verdict of 历史数据过滤 on one ticket: below 6, fewer than `match` reds in common with every
+// draw of the range; at 6, reds unequal to every draw's.
+TicketTest liShiTest(FilterPass& pass) {
+    const LiShiDraws d = readLiShiDraws(pass.issue);
+    if (d.match >= 6) {
+        auto keys = std::make_shared<QSet<quint64>>();
+        for (const Reds& r : d.draws) keys->insert(redsKey(r));
+        return {{}, [keys](const TicketBalls& b) { return !keys->contains(redsKey(b.reds)); }};
+    }
+    auto marks = std::make_shared<std::vector<DrawMarks>>();
+    for (const Reds& r : d.draws) marks->push_back(drawMarks(r));
+    const int match = d.match;
+    return {{}, [marks, match](const TicketBalls& b) {
+                for (const DrawMarks& m : *marks)
+                    if (sharedReds(m, b.reds) >= match) return false;
+                return true;
+            }};
+}
+
 // 历史数据过滤: removes every ticket that shares `match` or more reds with a draw of the range.
 // Below 6 each draw is a pass of its own over the tickets; at 6 a ticket goes when its reds equal
 // a draw's, compared position by position (both tables hold their reds ascending).
 int liShi(IssueNumber issue, const FilterDef& def) {
     SharedState& s = shared();
     if (!filter_SwitchedOn(def)) return 0;
-    auto setting = store_Query(QStringLiteral("select * from 历史数据过滤"));
     RunPanel panel(QStringLiteral("操作进行中。。。"));
-    const IssueNumber low = setting->intValue(QStringLiteral("最小值"));
-    IssueNumber high = setting->intValue(QStringLiteral("最大值"));
-    const int match = setting->intValue(QStringLiteral("匹配值"));
-    // Never against the issue's own draw or a later one.
-    if (high >= issue) high = prev_QiHao(issue, 1);
-    std::vector<Reds> draws;
-    {
-        auto c = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 "
-                                            "where 期号>=? and 期号<=? order by 期号 asc"),
-                             {low, high});
-        for (; !c->eof(); c->moveNext()) {
-            Reds r{};
-            for (int i = 1; i <= 6; ++i) r[size_t(i)] = c->intValue(i);
-            draws.push_back(r);
-        }
-    }
+    const LiShiDraws read = readLiShiDraws(issue);
+    const int match = read.match;
+    const std::vector<Reds>& draws = read.draws;
     const QString saved = s.operationLog;
     log_Set(saved + kCrLf2 + kLiShiLabel + QStringLiteral("过滤正进行中．．．"));
 
@@ -143,10 +193,7 @@ int liShi(IssueNumber issue, const FilterDef& def) {
             bool sized = false;
             int steps = 0;
             for (size_t d = 0; d < draws.size() && !s.tingZhi; ++d) {
-                std::array<int, 34> marks{};
-                for (int i = 1; i <= 6; ++i)
-                    if (draws[d][size_t(i)] >= 1 && draws[d][size_t(i)] <= kRedCount)
-                        marks[size_t(draws[d][size_t(i)])] = 1;
+                const DrawMarks marks = drawMarks(draws[d]);
                 counter = 0;
                 if (set.rows.empty()) continue;
                 if (!sized) {
@@ -156,12 +203,7 @@ int liShi(IssueNumber issue, const FilterDef& def) {
                 }
                 for (size_t i = 0; i < set.rows.size() && !s.tingZhi; ++i) {
                     TicketRecord& r = set.rows[i];
-                    int c = 0;
-                    for (int k = 1; k <= 6; ++k) {
-                        const int x = r.balls.reds[size_t(k)];
-                        if (x >= 1 && x <= kRedCount) c += marks[size_t(x)];
-                    }
-                    if (c < match) {
+                    if (sharedReds(marks, r.balls.reds) < match) {
                         r.mark = 1;
                         r.serial = ++counter;
                     } else {
@@ -225,6 +267,7 @@ bool attach_HistoryFilter(FilterDef& def) {
         def.prepare = wenDu(five ? 5 : 10);
     } else if (n == u"filter_LiShi") {
         def.run = liShi;
+        def.ticketTest = liShiTest;
     } else {
         return false;
     }

@@ -44,7 +44,7 @@ void delete_StoredTickets(IssueNumber issue, const std::vector<long long>& remov
     }
     Prepared others(
         QStringLiteral("SELECT count(*) FROM (SELECT 1 FROM 日志表 WHERE 期号<>? OR 期号 IS NULL LIMIT 1)"));
-    const bool otherIssues = others.bind(1, issue).next() && others.intColumn(0) != 0;
+    const bool otherIssues = issue != kEveryIssue && others.bind(1, issue).next() && others.intColumn(0) != 0;
     while (others.next()) {
     }
     if (otherIssues) {

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUrl>
 #include <cmath>
 
@@ -330,6 +331,32 @@ std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& par
     return c;
 }
 
+namespace {
+
+// The count of a row set. "SELECT * FROM t WHERE ... ORDER BY ..." is counted as
+// "SELECT count(*) FROM t WHERE ...", which SQLite answers from an index alone; as a subquery the
+// same count would read every row.
+QString countSql(const QString& sql) {
+    static const QRegularExpression plain(QStringLiteral(R"(^\s*select\s+\*\s+from\s+)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch head = plain.match(sql);
+    if (head.hasMatch()) {
+        QString rest = sql.mid(head.capturedEnd());
+        const int order = rest.lastIndexOf(QStringLiteral(" order by "), -1, Qt::CaseInsensitive);
+        if (order >= 0) {
+            const QStringView tail = QStringView(rest).mid(order);
+            if (!tail.contains(u')') && !tail.contains(u'\'') && !tail.contains(u'"')) rest.truncate(order);
+        }
+        if (!rest.contains(QStringLiteral(" order by "), Qt::CaseInsensitive) &&
+            !rest.contains(QStringLiteral("limit"), Qt::CaseInsensitive) &&
+            !rest.contains(QStringLiteral("group by"), Qt::CaseInsensitive))
+            return QStringLiteral("SELECT count(*) FROM ") + rest;
+    }
+    return QStringLiteral("SELECT count(*) FROM (") + sql + u')';
+}
+
+}  // namespace
+
 std::shared_ptr<Cursor> Store::pagedQuery(const QString& sql, const QVariantList& params) {
     const JetSql jet = translateJetSql(sql);
     if (!jet.isSelect || jet.hasTop) return query(sql, params);
@@ -345,7 +372,7 @@ std::shared_ptr<Cursor> Store::pagedQuery(const QString& sql, const QVariantList
         }
     }
     {
-        Statement count(db_, QStringLiteral("SELECT count(*) FROM (") + jet.sql + u')');
+        Statement count(db_, countSql(jet.sql));
         bindAll(count.get(), params);
         if (sqlite3_step(count.get()) != SQLITE_ROW) throw StoreError(sqliteMessage(db_, jet.sql));
         c->rowCount_ = sqlite3_column_int(count.get(), 0);

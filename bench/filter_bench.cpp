@@ -2,6 +2,7 @@
 #include <ctime>
 
 #include "bench.h"
+#include "filters/backtest.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "history/history_queries.h"
@@ -104,6 +105,23 @@ const bench::Register permissive("filters", [] {
     on(70);
     timeRun(QStringLiteral("typical settings"));
     clearTicketTable();
+});
+
+// 条件回测 of the whole shipped history with every condition switched on (the history match over
+// every draw before each issue), as permissive as the factory rows leave them.
+const bench::Register backtest("backtest", [] {
+    bench::ShippedStore store;
+    dovrex::store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=1"));
+    dovrex::store_Execute(
+        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2003001, 最大值=2099001, 匹配值=6"));
+    const dovrex::IssueNumber from = dovrex::earliest_QiHao(), to = dovrex::latest_QiHao();
+    QElapsedTimer timer;
+    timer.start();
+    const dovrex::BacktestResult r = dovrex::run_Backtest(from, to);
+    bench::report(QStringLiteral("条件回测 of %1 draws, every condition on: %2 survived")
+                      .arg(r.draws.size())
+                      .arg(r.survived),
+                  double(timer.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
 });
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "bench.h"
 #include "filters/condition_store.h"
+#include "floor.h"
 #include "pipeline/ticket_init.h"
 #include "pipeline/ticket_merge.h"
 #include "results/prize_check.h"
@@ -33,6 +34,8 @@ const bench::Register ticketFiles("results", [] {
     dovrex::set_GuoLvFanWei(1, 20, 1);
     dovrex::set_GuoLvFanWei(101, 102, 1);
     const int n = dovrex::init_TouZhu(2008118);
+    const bench::Floor floor = bench::measureFloor(2008118);
+    const double readWrite = floor.readMs + floor.writeMs;
 
     QElapsedTimer t;
     t.start();
@@ -43,19 +46,19 @@ const bench::Register ticketFiles("results", [] {
     ui.answerConfirm(false);
     const int imported =
         dovrex::import_HaoMa(QDir(dovrex::daoChu_Folder()).filePath(dovrex::kDaoChuFileName));
-    bench::report(QStringLiteral("import_HaoMa, %1 of %2 tickets").arg(imported).arg(n), msSince(t),
-                  QStringLiteral("ms"));
+    bench::reportAgainst(QStringLiteral("import_HaoMa, %1 of %2 tickets").arg(imported).arg(n), msSince(t),
+                         floor.insertMs, QStringLiteral("insert"));
 
     dovrex::load_TouZhuBiao(2008118);
     t.start();
     const int best = dovrex::check_KaiJiang(2008118);
-    bench::report(
+    bench::reportAgainst(
         QStringLiteral("check_KaiJiang, %1 tickets (best %2 hits), grid bound").arg(imported).arg(best),
-        msSince(t), QStringLiteral("ms"));
+        msSince(t), readWrite, QStringLiteral("read+write"));
 
     const int left = dovrex::merge_XiangTongZhu();
-    bench::report(QStringLiteral("merge_XiangTongZhu, %1 tickets to %2").arg(imported).arg(left), msSince(t),
-                  QStringLiteral("ms"));
+    bench::reportAgainst(QStringLiteral("merge_XiangTongZhu, %1 tickets to %2").arg(imported).arg(left),
+                         msSince(t), readWrite, QStringLiteral("read+write"));
 
     // 20,000 distinct sets of reds: every walk finds nothing to merge.
     dovrex::store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 序号>40000 OR 蓝球<>1"));

@@ -2,6 +2,7 @@
 
 #include "bench.h"
 #include "filters/condition_store.h"
+#include "floor.h"
 #include "pipeline/selection.h"
 #include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
@@ -41,15 +42,16 @@ const bench::Register shrink("shrink", [] {
                                      : QStringLiteral("20 red drags, 2 blue");
         for (int t : {6, 5, 4}) {
             const int n = expand(filtered);
+            const bench::Floor floor = bench::measureFloor(kIssue, t);
             QElapsedTimer timer;
             timer.start();
             const int kept = dovrex::run_SuoShui(t, kIssue);
-            bench::report(QStringLiteral("run_SuoShui T %1, %2: %3 tickets -> %4 kept")
-                              .arg(t)
-                              .arg(set)
-                              .arg(n)
-                              .arg(kept),
-                          ms(timer), QStringLiteral("ms"));
+            bench::reportAgainst(QStringLiteral("run_SuoShui T %1, %2: %3 tickets -> %4 kept")
+                                     .arg(t)
+                                     .arg(set)
+                                     .arg(n)
+                                     .arg(kept),
+                                 ms(timer), floor.readMs + floor.scanMs, QStringLiteral("read+scan"));
         }
         const int n = expand(filtered);
         dovrex::Check_auto_Click(true);
@@ -59,10 +61,11 @@ const bench::Register shrink("shrink", [] {
         bench::report(QStringLiteral("run_ZhiNengYouHua, %1: %2 tickets").arg(set).arg(n), ms(timer),
                       QStringLiteral("ms"));
         dovrex::Check_auto_Click(false);
+        const bench::Floor floor = bench::measureFloor(kIssue);
         timer.start();
         dovrex::run_JingXuan(kIssue, 5);
-        bench::report(QStringLiteral("run_JingXuan 5, %1: %2 tickets").arg(set).arg(n), ms(timer),
-                      QStringLiteral("ms"));
+        bench::reportAgainst(QStringLiteral("run_JingXuan 5, %1: %2 tickets").arg(set).arg(n), ms(timer),
+                             floor.readMs + floor.writeMs, QStringLiteral("read+write"));
     }
     dovrex::clearTicketTable();
 });

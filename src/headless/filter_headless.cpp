@@ -1,5 +1,7 @@
 #include "headless/filter_headless.h"
 
+#include "domain/condition_catalogue.h"
+#include "filters/backtest.h"
 #include "filters/filter_families.h"
 #include "headless/headless_runner.h"
 #include "screen/shared_state.h"
@@ -50,6 +52,30 @@ bool headless_GroupPreset(HeadlessRunner& r, const HeadlessArgs& a) {
          !c->eof(); c->moveNext())
         members << QString::number(c->intValue(0));
     r.print(QStringLiteral("group %1: %2").arg(k).arg(members.join(u' ')));
+    return true;
+}
+
+bool headless_Backtest(HeadlessRunner& r, const HeadlessArgs& a) {
+    int from = 0, to = 0;
+    if (!r.requireStore() || !a.intAt(r, 0, from) || !a.intAt(r, 1, to)) return false;
+    if (from > to) return r.fail(QStringLiteral("the range runs from the older issue to the newer"));
+    const BacktestResult result = run_Backtest(from, to);
+    for (const BacktestDraw& d : result.draws)
+        r.print(d.failed.isEmpty() ? QStringLiteral("draw %1 ok").arg(d.issue)
+                                   : QStringLiteral("draw %1 fail %2").arg(d.issue).arg(d.failed.join(u',')));
+    for (const BacktestCondition& c : result.conditions)
+        r.print(QStringLiteral("condition %1 %2/%3").arg(c.label).arg(c.passed).arg(c.total));
+    r.print(QStringLiteral("survived %1/%2").arg(result.survived).arg(result.draws.size()));
+    return true;
+}
+
+bool headless_Tolerance(HeadlessRunner& r, const HeadlessArgs& a) {
+    int k = 0;
+    if (!r.requireStore() || !a.intAt(r, 0, k)) return false;
+    if (k < 0 || k > kFilterToleranceMax)
+        return r.fail(QStringLiteral("k is 0..%1").arg(kFilterToleranceMax));
+    set_FilterTolerance(k);
+    r.print(QStringLiteral("tolerance %1").arg(filter_Tolerance()));
     return true;
 }
 

@@ -189,6 +189,8 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"import-conditions", "<file>", headless_ImportConditions},
         {"restore-defaults", "", headless_RestoreDefaults},
         {"history-filter", "on|off [<low> <high> <match>]", headless_HistoryFilter},
+        {"backtest", "<from issue> <to issue>", headless_Backtest},
+        {"tolerance", "<0..20>", headless_Tolerance},
         {"group-preset", "[<group 1..20> <item>]", headless_GroupPreset},
         {"lunar", "<yyyy/mm/dd>", headless_Lunar},
         {"almanac", "<year>", headless_Almanac},

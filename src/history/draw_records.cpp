@@ -141,7 +141,7 @@ SearchResult filterBegin(const QList<SearchTerm>& terms) {
     const SearchCondition cond = buildDrawSearch(terms);
     if (cond.empty()) return result;
     result.ran = true;
-    auto rs = store_Query(
+    auto rs = store().pagedQuery(
         QStringLiteral("SELECT * FROM 历史记录  where %1 ORDER BY 期号 ASC").arg(cond.where), cond.params);
     result.count = rs->recordCount();
     if (result.count > 0) {

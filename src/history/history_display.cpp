@@ -43,7 +43,7 @@ std::shared_ptr<Cursor> show_LiShi(bool all) {
     shared().g_HistoryCursor.reset();
     std::shared_ptr<Cursor> rs;
     if (all) {
-        rs = store_Query(QStringLiteral("SELECT  * FROM 历史记录  ORDER BY 期号 ASC"));
+        rs = store().pagedQuery(QStringLiteral("SELECT  * FROM 历史记录  ORDER BY 期号 ASC"));
     } else {
         auto top = store_Query(QStringLiteral("SELECT TOP 100 期号 FROM 历史记录 ORDER BY 期号 DESC"));
         qint64 newest = 0, oldest = 0;

@@ -1,5 +1,6 @@
 #include "pipeline/selection.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "filters/condition_store.h"
@@ -105,20 +106,69 @@ void run_ZhiNengYouHua(IssueNumber issue, int t) {
 }
 
 void run_JingXuan(IssueNumber issue, int n) {
-    TicketQuery stored;
-    stored.orderBy.clear();  // the order the store keeps them in
-    const auto rows = read_StoredTickets(stored, issue);
+    // Only the chosen rows outlive the pass, every one at 999, so the scores stay in memory: the
+    // cut is made here and written back as one delete (the table rebuilt when it holds only this
+    // issue). A Stop cuts on the scores given so far, the rest keeping their stored 临时数据.
+    struct Scored {
+        StoredTicket ticket;
+        int serial = 0;
+        int scratch = 0;
+    };
+    std::vector<Scored> rows;
+    {
+        Prepared q(
+            QStringLiteral("SELECT rowid,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,序号,临时数据 FROM 日志表 "
+                           "WHERE 期号=?"));
+        q.bind(1, issue);
+        while (q.next()) {
+            Scored& r = rows.emplace_back();
+            r.ticket.key = q.int64Column(0);
+            for (int i = 1; i <= kRedsPerTicket; ++i) r.ticket.reds[size_t(i)] = q.intColumn(i);
+            r.ticket.blue = q.intColumn(7);
+            r.serial = q.intColumn(8);
+            r.scratch = q.intColumn(9);
+        }
+    }
     if (rows.empty()) return;
     {
         RunPanel panel(int(rows.size()));
         log_Append(QStringLiteral("[ 号码分析 ]分析正在进行中．．．"));
-        const bool done = scoreTickets(rows, issue, panel);
-        writeTop(
-            QStringLiteral("select top %1 临时数据 from 日志表 where 期号=? order by 临时数据 asc,序号 asc")
-                .arg(n),
-            issue, kChosen);
-        if (done) log_Append(QStringLiteral("[ 号码分析 ] 完 成 "));
-        store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=? and 临时数据<>999"), {issue});
+        const ChaZhiBlock block = loadDifferenceBlock(issue);
+        const ChaZhiMoShi pattern = calc_ChaZhiMoShi(block);
+        SharedState& s = shared();
+        Screen& ui = screen();
+        int done = 0;
+        for (Scored& row : rows) {
+            if (s.tingZhi) break;
+            std::array<int, 8> t{};
+            for (int i = 1; i <= kRedsPerTicket; ++i) t[size_t(i)] = row.ticket.reds[size_t(i)];
+            t[7] = row.ticket.blue;
+            row.scratch = calc_PiPeiShu(block, pattern, t);
+            ui.ui_Pump();
+            panel.step(++done);
+        }
+        // The n lowest by (临时数据, 序号), those tied with the last on both kept too, and any row
+        // already chosen that kept its mark.
+        std::vector<size_t> order(rows.size());
+        for (size_t i = 0; i < order.size(); ++i) order[i] = i;
+        auto lower = [&](size_t a, size_t b) {
+            return rows[a].scratch != rows[b].scratch ? rows[a].scratch < rows[b].scratch
+                                                      : rows[a].serial < rows[b].serial;
+        };
+        std::stable_sort(order.begin(), order.end(), lower);
+        size_t keep = std::min(order.size(), size_t(std::max(n, 0)));
+        while (keep > 0 && keep < order.size() && !lower(order[keep - 1], order[keep])) ++keep;
+        std::vector<char> chosen(rows.size(), 0);
+        for (size_t i = 0; i < keep; ++i) chosen[order[i]] = 1;
+        std::vector<long long> removed, survivors;
+        for (size_t i = 0; i < rows.size(); ++i)
+            (chosen[i] || rows[i].scratch == kChosen ? survivors : removed).push_back(rows[i].ticket.key);
+
+        Transaction tx(store());
+        Prepared mark(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE rowid=?"));
+        for (long long id : survivors) mark.bind(1, kChosen).bind(2, id).exec();
+        delete_StoredTickets(issue, removed, survivors);
+        if (!s.tingZhi) log_Append(QStringLiteral("[ 号码分析 ] 完 成 "));
     }
     screen().ui_Message(msg::kSelectDone);
     load_TouZhuBiao(issue);

@@ -39,23 +39,9 @@ struct TimerOff {
 
 // 序号 1, 2, 3 ... over the whole table; returns the last number written.
 int renumber() {
-    std::vector<std::pair<long long, int>> rows;
-    {
-        Prepared q(QStringLiteral("SELECT rowid, 序号 FROM 日志表 ORDER BY 序号 ASC, rowid ASC"));
-        while (q.next()) rows.emplace_back(q.int64Column(0), q.intColumn(1));
-    }
-    RunPanel panel(int(rows.size()));
     Transaction tx(store());
-    Prepared write(QStringLiteral("UPDATE 日志表 SET 序号=? WHERE rowid=?"));
-    Screen& ui = screen();
-    int n = 0;
-    for (const auto& [rowid, serial] : rows) {
-        ++n;
-        if (serial != n) write.bind(1, n).bind(2, rowid).exec();
-        panel.step(n);
-        ui.ui_Pump();
-    }
-    panel.show(n);
+    const int n = renumber_StoredTickets();
+    RunPanel(n).show(n);
     return n;
 }
 
@@ -284,8 +270,16 @@ int run_SuoShui(int t, IssueNumber issue) {
         Transaction tx(store());
         Prepared keep(QStringLiteral("UPDATE 日志表 SET 缩水标记=? WHERE rowid=?"));
         for (int i : scan.kept) keep.bind(1, t).bind(2, rowids[size_t(i)]).exec();
-        Prepared drop(QStringLiteral("DELETE FROM 日志表 WHERE rowid=?"));
-        for (int i : scan.removed) drop.bind(1, rowids[size_t(i)]).exec();
+        std::vector<char> gone(rowids.size(), 0);
+        std::vector<long long> removed, survivors;
+        removed.reserve(scan.removed.size());
+        for (int i : scan.removed) {
+            gone[size_t(i)] = 1;
+            removed.push_back(rowids[size_t(i)]);
+        }
+        for (size_t i = 0; i < rowids.size(); ++i)
+            if (!gone[i]) survivors.push_back(rowids[i]);
+        delete_StoredTickets(issue, removed, survivors);
     }
 
     int kept = int(scan.kept.size());

@@ -57,21 +57,35 @@ int merge_XiangTongZhu() {
         RunPanel panel(total);
         log_Append(QStringLiteral("合并相同注期前有： ") + to_QuanJiao(total) + QStringLiteral("  注") +
                    kCrLf2 + QStringLiteral("合并相同注正在进行中．．．"));
-        Transaction tx(store());
-        store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=0"));
-        Prepared mark(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE ID=?"));
+        // The walks run in memory; their marks reach the table at the end: 临时数据 of every row
+        // at once, the first tickets of the walks done when a Stop left some undone, and the repeats
+        // deleted in one statement.
         int done = 0;
-        for (const auto& walk : walks) {
-            mark.bind(1, kKept).bind(2, walk.front()).exec();
-            for (size_t i = 1; i < walk.size(); ++i) mark.bind(1, kMerged).bind(2, walk[i]).exec();
+        size_t walked = 0;
+        for (; walked < walks.size(); ++walked) {
             ui.ui_Pump();
             panel.step(++done);
             if (s.tingZhi) {
                 s.tingZhi = 0;
+                ++walked;
                 break;
             }
         }
-        store_Execute(QStringLiteral("DELETE FROM 日志表 where  临时数据<0"));
+        std::vector<long long> removed, survivors;
+        removed.reserve(rows.size());
+        survivors.reserve(rows.size());
+        for (size_t w = 0; w < walks.size(); ++w) {
+            survivors.push_back(walks[w].front());
+            for (size_t i = 1; i < walks[w].size(); ++i)
+                (w < walked ? removed : survivors).push_back(walks[w][i]);
+        }
+        Transaction tx(store());
+        store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=?"), {walked == walks.size() ? kKept : 0});
+        if (walked < walks.size()) {
+            Prepared mark(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE ID=?"));
+            for (size_t w = 0; w < walked; ++w) mark.bind(1, kKept).bind(2, walks[w].front()).exec();
+        }
+        delete_StoredTickets(kEveryIssue, removed, survivors);
     }
 
     const int left = store().scalar(QStringLiteral("select count(*) from 日志表")).toInt();

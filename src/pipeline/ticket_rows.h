@@ -28,4 +28,18 @@ struct TicketQuery {
 // write back in one transaction, so a pass never walks the table row by row.
 std::vector<StoredTicket> read_StoredTickets(const TicketQuery& query, IssueNumber issue = 0);
 
+// The issue argument of a pass over the whole table.
+constexpr IssueNumber kEveryIssue = -1;
+
+// Deletes the rows `removed` of the issue's tickets (of the whole table with kEveryIssue), `survivors` being
+// the others read with them (every row of the issue as the pass read it). When most go, the few that stay are
+// named instead: the rows of the issue are deleted in one statement, or the table is rebuilt from the
+// survivors in one insert when it holds nothing else. Runs inside the caller's transaction.
+void delete_StoredTickets(IssueNumber issue, const std::vector<long long>& removed,
+                          const std::vector<long long>& survivors);
+
+// 序号 1, 2, 3 ... over the whole table in (序号, rowid) order, in one statement; returns the
+// number of rows.
+int renumber_StoredTickets();
+
 }  // namespace dovrex

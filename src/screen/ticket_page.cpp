@@ -6,6 +6,7 @@
 #include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
+#include "store/store.h"
 
 namespace dovrex {
 
@@ -50,10 +51,11 @@ void clearTicketTable() {
 void load_TouZhuBiao(IssueNumber issue) {
     auto& grid = pipeline().grid;
     if (grid) grid->close();
+    // The grid reads the rows in view as it paints them; binding costs one count.
     grid = issue < 0
-               ? store_Query(QStringLiteral("select * from 日志表 order by 期号 asc,序号 asc"))
-               : store_Query(QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"),
-                             {issue});
+               ? store().pagedQuery(QStringLiteral("select * from 日志表 order by 期号 asc,序号 asc"))
+               : store().pagedQuery(
+                     QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"), {issue});
     screen().ui_Grid(role::TDBGrid_RZ, grid);
     static const QStringList hidden{QStringLiteral("ID"),       QStringLiteral("过滤标记"),
                                     QStringLiteral("缩水标记"), QStringLiteral("精选标记"),

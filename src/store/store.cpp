@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUrl>
 #include <cmath>
 
@@ -330,7 +331,81 @@ std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& par
     return c;
 }
 
+namespace {
+
+// The count of a row set. "SELECT * FROM t WHERE ... ORDER BY ..." is counted as
+// "SELECT count(*) FROM t WHERE ...", which SQLite answers from an index alone; as a subquery the
+// same count would read every row.
+QString countSql(const QString& sql) {
+    static const QRegularExpression plain(QStringLiteral(R"(^\s*select\s+\*\s+from\s+)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch head = plain.match(sql);
+    if (head.hasMatch()) {
+        QString rest = sql.mid(head.capturedEnd());
+        const int order = rest.lastIndexOf(QStringLiteral(" order by "), -1, Qt::CaseInsensitive);
+        if (order >= 0) {
+            const QStringView tail = QStringView(rest).mid(order);
+            if (!tail.contains(u')') && !tail.contains(u'\'') && !tail.contains(u'"')) rest.truncate(order);
+        }
+        if (!rest.contains(QStringLiteral(" order by "), Qt::CaseInsensitive) &&
+            !rest.contains(QStringLiteral("limit"), Qt::CaseInsensitive) &&
+            !rest.contains(QStringLiteral("group by"), Qt::CaseInsensitive))
+            return QStringLiteral("SELECT count(*) FROM ") + rest;
+    }
+    return QStringLiteral("SELECT count(*) FROM (") + sql + u')';
+}
+
+}  // namespace
+
+std::shared_ptr<Cursor> Store::pagedQuery(const QString& sql, const QVariantList& params) {
+    const JetSql jet = translateJetSql(sql);
+    if (!jet.isSelect || jet.hasTop) return query(sql, params);
+    std::shared_ptr<Cursor> c(new Cursor);
+    c->store_ = this;
+    {
+        Statement stmt(db_, jet.sql);
+        c->totalColumns_ = c->visibleColumns_ = sqlite3_column_count(stmt.get());
+        for (int i = 0; i < c->visibleColumns_; ++i) {
+            const QString name = QString::fromUtf8(sqlite3_column_name(stmt.get(), i));
+            c->names_ << name;
+            if (!c->index_.contains(name.toLower())) c->index_.insert(name.toLower(), i);
+        }
+    }
+    {
+        Statement count(db_, countSql(jet.sql));
+        bindAll(count.get(), params);
+        if (sqlite3_step(count.get()) != SQLITE_ROW) throw StoreError(sqliteMessage(db_, jet.sql));
+        c->rowCount_ = sqlite3_column_int(count.get(), 0);
+    }
+    c->pageSize_ = 512;
+    c->pageSql_ = jet.sql + QStringLiteral(" LIMIT ? OFFSET ?");
+    c->pageParams_ = params;
+    return c;
+}
+
 // ---- Cursor ----
+
+const QVariant* Cursor::cell(int row, int pos) const {
+    if (!paged()) return &cells_[size_t(row) * totalColumns_ + pos];
+    const int page = row / pageSize_;
+    auto it = pages_.find(page);
+    if (it == pages_.end()) {
+        if (!store_) return nullptr;
+        // A grid scrolls through a few pages at a time; the rest are read again when wanted.
+        if (pages_.size() >= 16) pages_.clear();
+        std::vector<QVariant> cells;
+        cells.reserve(size_t(pageSize_) * totalColumns_);
+        Statement stmt(store_->handle(), pageSql_);
+        bindAll(stmt.get(), pageParams_);
+        sqlite3_bind_int(stmt.get(), int(pageParams_.size()) + 1, pageSize_);
+        sqlite3_bind_int64(stmt.get(), int(pageParams_.size()) + 2, qint64(page) * pageSize_);
+        while (sqlite3_step(stmt.get()) == SQLITE_ROW)
+            for (int i = 0; i < totalColumns_; ++i) cells.push_back(columnValue(stmt.get(), i));
+        it = pages_.insert(page, std::move(cells));
+    }
+    const size_t at = size_t(row % pageSize_) * totalColumns_ + pos;
+    return at < it->size() ? &(*it)[at] : nullptr;
+}
 
 int Cursor::fieldIndex(const QString& name) const {
     return index_.value(name.toLower(), -1);
@@ -366,7 +441,8 @@ void Cursor::moveTo(int row) {
 QVariant Cursor::value(int pos) const {
     if (eof() || bof()) throw StoreError(QStringLiteral("no current row"));
     if (pos < 0 || pos >= visibleColumns_) throw StoreError(QStringLiteral("no column %1").arg(pos));
-    return cells_[size_t(row_) * totalColumns_ + pos];
+    const QVariant* v = cell(row_, pos);
+    return v ? *v : QVariant();
 }
 
 QVariant Cursor::value(const QString& name) const {
@@ -375,7 +451,8 @@ QVariant Cursor::value(const QString& name) const {
 
 QVariant Cursor::valueAt(int row, int pos) const {
     if (row < 0 || row >= rowCount_ || pos < 0 || pos >= visibleColumns_) return {};
-    return cells_[size_t(row) * totalColumns_ + pos];
+    const QVariant* v = cell(row, pos);
+    return v ? *v : QVariant();
 }
 
 void Cursor::setValue(int pos, const QVariant& v) {

@@ -38,6 +38,11 @@ class Store {
 
     // store_Query: an updatable, scrollable cursor with its exact row count.
     std::shared_ptr<Cursor> query(const QString& sql, const QVariantList& params = {});
+    // A read-only row set for a grid over a long table: its count comes from one count query and
+    // its rows are read a page at a time as they are asked for, so binding costs the same for ten
+    // rows and for a hundred thousand. Pages reflect the table when they are read. A TOP query is
+    // read whole, as query() does.
+    std::shared_ptr<Cursor> pagedQuery(const QString& sql, const QVariantList& params = {});
     // store_Execute: a statement with no result. Returns the number of rows changed.
     int execute(const QString& sql, const QVariantList& params = {});
     // store_ClearTable
@@ -131,9 +136,12 @@ class Cursor {
     void close();
     bool updatable() const { return !table_.isEmpty(); }
 
+    bool paged() const { return pageSize_ > 0; }
+
   private:
     friend class Store;
     Cursor() = default;
+    const QVariant* cell(int row, int pos) const;
     int checkedColumn(const QString& name) const;
     void flush();
 
@@ -149,6 +157,12 @@ class Cursor {
     std::vector<QVariant> cells_;
     std::vector<int> dirty_;  // columns changed in the current row
     bool adding_ = false;
+    // Paged row sets: the statement text (with LIMIT/OFFSET to bind after the parameters) and the
+    // pages read so far.
+    int pageSize_ = 0;
+    QString pageSql_;
+    QVariantList pageParams_;
+    mutable QHash<int, std::vector<QVariant>> pages_;
 };
 
 // store_Compact: copies a store file to target, reclaiming space. The source must not be open.

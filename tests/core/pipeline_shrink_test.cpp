@@ -9,6 +9,7 @@
 #include "pipeline/shrink.h"
 #include "pipeline/shrink_optimise.h"
 #include "pipeline/ticket_init.h"
+#include "pipeline/ticket_rows.h"
 #include "pipeline/weights.h"
 #include "screen/run_panel.h"
 
@@ -189,6 +190,62 @@ TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
         ++cases;
     }
     EXPECT_EQ(cases, 16);
+}
+
+// The whole of 日志表 with the AUTOINCREMENT counter, as text, for comparing two write-backs.
+QStringList tableDump() {
+    QStringList out;
+    auto c = store_Query(QStringLiteral("select * from 日志表 order by ID"));
+    for (; !c->eof(); c->moveNext()) {
+        QStringList cells;
+        for (int i = 0; i < c->fieldCount(); ++i) cells << c->value(i).toString();
+        out << cells.join(u',');
+    }
+    out << store().scalar(QStringLiteral("select seq from sqlite_sequence where name='日志表'")).toString();
+    return out;
+}
+
+TEST_F(ShrinkTest, BulkDeleteAndRenumberMatchTheRowByRowWriteBack) {
+    QRandomGenerator rng(23);
+    for (int round = 0; round < 12; ++round) {
+        // Two issues in half the rounds (the bulk delete names the issue), one in the others (the
+        // table is rebuilt); few, half or most of the rows go.
+        const bool twoIssues = round % 2 == 1;
+        const int dropPercent = round % 3 == 0 ? 10 : round % 3 == 1 ? 50 : 97;
+        auto load = [&](quint32 seed) {
+            QRandomGenerator r(seed);
+            store_Execute(QStringLiteral("DELETE FROM 日志表"));
+            store_Execute(QStringLiteral("DELETE FROM sqlite_sequence"));
+            insert(fullSet(9, 2, r, 3));
+            if (twoIssues)
+                store_Execute(QStringLiteral("UPDATE 日志表 SET 期号=2008117, 序号=序号+7 WHERE ID%5=0"));
+            store_Execute(QStringLiteral("UPDATE 日志表 SET 序号=序号*2 WHERE ID%7=0"));  // out of order
+        };
+        const quint32 seed = rng.generate();
+        load(seed);
+        std::vector<long long> removed, survivors;
+        for (const StoredTicket& t : read_StoredTickets(TicketQuery{}, kIssue))
+            (int(rng.bounded(100)) < dropPercent ? removed : survivors).push_back(t.key);
+
+        {  // the row-by-row write-back
+            Transaction tx(store());
+            for (long long id : removed)
+                store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE rowid=?"), {id});
+            auto c = store_Query(QStringLiteral("select 序号 from 日志表 order by 序号 asc, ID asc"));
+            for (int n = 1; !c->eof(); c->moveNext(), ++n) c->setValue(0, n);
+        }
+        store_Execute(QStringLiteral("INSERT INTO 日志表 (期号) VALUES (1)"));  // the counter moves on
+        const QStringList expected = tableDump();
+
+        load(seed);
+        {
+            Transaction tx(store());
+            delete_StoredTickets(kIssue, removed, survivors);
+            EXPECT_EQ(renumber_StoredTickets(), intScalar(QStringLiteral("select count(*) from 日志表")));
+        }
+        store_Execute(QStringLiteral("INSERT INTO 日志表 (期号) VALUES (1)"));
+        EXPECT_EQ(tableDump(), expected) << "round " << round;
+    }
 }
 
 TEST_F(ShrinkTest, SmallCasesAndTheTypes) {

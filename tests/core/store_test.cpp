@@ -27,6 +27,36 @@ class DialectTest : public FreshStoreTest {
     }
 };
 
+TEST_F(DialectTest, PagedRowSetsReadLikeWholeOnes) {
+    db().execute(
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<1300) "
+                       "INSERT INTO t (id, a, b, name) SELECT i, i%7, 1300-i, 'r'||i FROM n"));
+    // Counts rewritten and kept as subqueries, pages cut at their edges, bound parameters, TOP.
+    const QList<QPair<QString, QVariantList>> shapes{
+        {QStringLiteral("select * from t order by a asc, b desc"), {}},
+        {QStringLiteral("SELECT  * FROM t  where a=? or name=? ORDER BY b"), {3, QStringLiteral("r5")}},
+        {QStringLiteral("select id, a from t where id>? order by a, id"), {700}},
+        {QStringLiteral("select * from t where id in (select id from t where b<?) order by id"), {90}},
+        {QStringLiteral("select top 5 * from t order by a"), {}},
+        {QStringLiteral("select * from t where id<0"), {}},
+    };
+    for (const auto& [sql, params] : shapes) {
+        auto whole = db().query(sql, params);
+        auto paged = db().pagedQuery(sql, params);
+        ASSERT_EQ(paged->recordCount(), whole->recordCount()) << sql.toStdString();
+        ASSERT_EQ(paged->fieldCount(), whole->fieldCount()) << sql.toStdString();
+        // Backwards, so every page is read out of order at least once.
+        for (int r = whole->recordCount() - 1; r >= 0; --r)
+            for (int c = 0; c < whole->fieldCount(); ++c)
+                ASSERT_EQ(paged->valueAt(r, c), whole->valueAt(r, c)) << sql.toStdString() << " row " << r;
+        EXPECT_FALSE(paged->valueAt(whole->recordCount(), 0).isValid());
+        if (whole->recordCount() > 0) {
+            paged->moveLast();
+            EXPECT_EQ(paged->value(QStringLiteral("id")), whole->valueAt(whole->recordCount() - 1, 0));
+        }
+    }
+}
+
 TEST_F(DialectTest, TopKeepsRowsTiedOnEveryOrderTerm) {
     rows({{1, 1, 1}, {2, 2, 1}, {3, 2, 1}, {4, 2, 2}, {5, 3, 0}});
     // One term: every row with a = 2 ties with the second.

@@ -115,6 +115,9 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
         int lastMiss = -1;
     };
     QHash<const FilterDef*, Tally> tallies;
+    // One transaction for the many small reads: a statement outside one locks the file each time.
+    Transaction reads(store());
+    ConditionReadCache cache;
     int done = 0;
     for (; done < r.draws.size(); ++done) {
         if (progress && progress(done, int(r.draws.size()))) {

@@ -1,14 +1,55 @@
 #include "filters/condition_store.h"
 
+#include <QHash>
 #include <cstdint>
+#include <map>
 
 #include "screen/prepared.h"
 #include "screen/shared_state.h"
 
 namespace dovrex {
 
+namespace {
+
+// The copy a ConditionReadCache keeps; null when none lives.
+struct CachedConditions {
+    std::map<int, int> values;  // 过滤条件: ID -> VALUE
+    QHash<int, int> switches;   // 过滤条件使用情况: 条件 -> 使用情况
+    void reload() {
+        values.clear();
+        switches.clear();
+        for (Prepared q(QStringLiteral("SELECT ID, VALUE FROM 过滤条件")); q.next();)
+            values[q.intColumn(0)] = q.intColumn(1);
+        for (Prepared q(QStringLiteral("SELECT 条件, 使用情况 FROM 过滤条件使用情况")); q.next();)
+            switches[q.intColumn(0)] = q.intColumn(1);
+    }
+};
+CachedConditions* cached = nullptr;
+
+}  // namespace
+
+ConditionReadCache::ConditionReadCache() {
+    cached = new CachedConditions;
+    cached->reload();
+}
+
+ConditionReadCache::~ConditionReadCache() {
+    delete cached;
+    cached = nullptr;
+}
+
 void load_GuoLvFanWei(int minId, int maxId) {
     auto& values = shared().guoLvShuZu;
+    if (cached) {
+        std::uint8_t index = std::uint8_t(minId % 10);
+        for (auto it = cached->values.lower_bound(minId); it != cached->values.end() && it->first <= maxId;
+             ++it) {
+            if (index >= values.size())
+                throw StoreError(QStringLiteral("guoLvShuZu: index %1 out of range").arg(index));
+            values[index++] = it->second;
+        }
+        return;
+    }
     Prepared rows(QStringLiteral("SELECT VALUE FROM 过滤条件 WHERE ID>=? AND ID<=? ORDER BY ID ASC"));
     rows.bind(1, minId).bind(2, maxId);
     std::uint8_t index = std::uint8_t(minId % 10);
@@ -21,24 +62,33 @@ void load_GuoLvFanWei(int minId, int maxId) {
 
 void set_GuoLvFanWei(int minId, int maxId, int value) {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID>=? AND ID<=?"), {value, minId, maxId});
+    if (cached) cached->reload();
 }
 
 int get_GuoLvTiaoJian(int id) {
+    if (cached) {
+        const auto it = cached->values.find(id);
+        return it == cached->values.end() ? 0 : it->second;
+    }
     return store().scalar(QStringLiteral("select VALUE from 过滤条件 where ID=?"), {id}).toInt();
 }
 
 void set_GuoLvTiaoJian(int id, int value) {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=?"), {value, id});
+    if (cached && cached->values.count(id)) cached->values[id] = value;
 }
 
 void resetRedPicks() {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID<40"));
+    if (cached) cached->reload();
 }
 void resetBluePicks() {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID>100 and ID<200"));
+    if (cached) cached->reload();
 }
 void resetConditionSet() {
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=0 WHERE ID>500"));
+    if (cached) cached->reload();
 }
 
 namespace {
@@ -70,6 +120,12 @@ int count_LanDan(int upper) {
 }
 
 int get_ShiYongQingKuang(int n) {
+    if (cached) {
+        const auto it = cached->switches.constFind(n);
+        if (it == cached->switches.cend())
+            throw StoreError(QStringLiteral("过滤条件使用情况: no row %1").arg(n));
+        return it.value();
+    }
     auto c = store_Query(QStringLiteral("select * from 过滤条件使用情况 where 条件=?"), {n});
     if (c->recordCount() == 0) throw StoreError(QStringLiteral("过滤条件使用情况: no row %1").arg(n));
     return c->intValue(QStringLiteral("使用情况"));
@@ -78,6 +134,7 @@ int get_ShiYongQingKuang(int n) {
 void set_ShiYongQingKuang(int n, int value) {
     if (store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=? WHERE 条件=?"), {value, n}) == 0)
         throw StoreError(QStringLiteral("过滤条件使用情况: no row %1").arg(n));
+    if (cached) cached->switches[n] = value;
 }
 
 }  // namespace dovrex

@@ -33,4 +33,15 @@ int count_LanDan(int upper = 116);
 int get_ShiYongQingKuang(int n);
 void set_ShiYongQingKuang(int n, int value);
 
+// While one lives, the rows and switches are read from a copy in memory taken when it was made,
+// and every write through this file goes to both: a pass that prepares the conditions for each of
+// thousands of draws (the back-test) reads the two tables once. Nothing else may write them then.
+class ConditionReadCache {
+  public:
+    ConditionReadCache();
+    ~ConditionReadCache();
+    ConditionReadCache(const ConditionReadCache&) = delete;
+    ConditionReadCache& operator=(const ConditionReadCache&) = delete;
+};
+
 }  // namespace dovrex

@@ -39,13 +39,20 @@ ConditionsPage::ConditionsPage(QWidget* parent) : QWidget(parent) {
     }
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(list_);
+    side_ = new QVBoxLayout;
+    side_->addWidget(list_, 1);
+    layout->addLayout(side_);
     layout->addWidget(stack_, 1);
     connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
         stack_->setCurrentIndex(row);
         emit tabSelected(row + 1);
     });
     list_->setCurrentRow(0);
+}
+
+void ConditionsPage::addSideWidget(QWidget* widget) {
+    widget->setMaximumWidth(list_->maximumWidth());
+    side_->addWidget(widget);
 }
 
 void ConditionsPage::setTab(int index, QWidget* page) {

@@ -5,6 +5,7 @@
 
 class QListWidget;
 class QStackedWidget;
+class QVBoxLayout;
 
 namespace dovrex {
 
@@ -25,12 +26,15 @@ class ConditionsPage : public QWidget {
     int currentTab() const;
     // Fills a tab again from the store (0: the tab shown), when it is a ConditionTab.
     void reloadTab(int index = 0);
+    // A control under the list of tabs.
+    void addSideWidget(QWidget* widget);
 
   signals:
     void tabSelected(int index);
 
   private:
     QListWidget* list_;
+    QVBoxLayout* side_;
     QStackedWidget* stack_;
 };
 

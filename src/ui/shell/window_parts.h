@@ -31,5 +31,7 @@ void installShrinkSettings(FormMain& window);
 void installMirrorSettings(FormMain& window);
 void installTicketTools(FormMain& window);
 void installCalendarTools(FormMain& window);
+// 条件回测 (分析 menu) and the tolerance beside the condition tabs.
+void installBacktest(FormMain& window);
 
 }  // namespace dovrex

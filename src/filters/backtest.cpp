@@ -236,13 +236,8 @@ int run_GuoLvWithTolerance(IssueNumber issue, int k) {
                     ++misses[c];
                 }
             }
-            if (failed <= k) {
-                row.mark = 1;
-                row.serial = ++counter;
-            } else {
-                row.mark = -1;
-                ++removed;
-            }
+            decide_Ticket(row, failed <= k, counter);
+            removed += failed > k;
             ui.ui_Pump();
             panel.step(int(i) + 1);
         }

@@ -183,12 +183,7 @@ int filter_SharedLoop(IssueNumber issue, const FilterDef& def) {
         log_Set(pass.savedLog + kCrLf2 + def.label + QStringLiteral("过滤正在进行中．．．"));
         while (done < rows.size() && !s.tingZhi) {
             TicketRecord& r = rows[done];
-            if (ticket_Passes(test, r.balls, s.guoLvShuZu, set.redsChecked)) {
-                r.mark = 1;
-                r.serial = ++counter;
-            } else {
-                r.mark = -1;
-            }
+            decide_Ticket(r, ticket_Passes(test, r.balls, s.guoLvShuZu, set.redsChecked), counter);
             ++done;
             ui.ui_Pump();
             panel.step(int(done));

@@ -80,6 +80,16 @@ struct TicketRecord {
     int storedMark = 0;
 };
 
+// A pass's verdict on a row: a kept row is numbered next, the others are marked for the DELETE.
+inline void decide_Ticket(TicketRecord& r, bool keep, int& counter) {
+    if (keep) {
+        r.mark = 1;
+        r.serial = ++counter;
+    } else {
+        r.mark = -1;
+    }
+}
+
 // The tickets of one issue still in play (过滤标记>=0) in 序号 order, and what the passes did to
 // them. A filter run keeps one set for all its passes and writes it back once, when it ends or a
 // pass is stopped or broken: the store ends up with the same rows, marks and numbers as passes

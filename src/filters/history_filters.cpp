@@ -203,12 +203,7 @@ int liShi(IssueNumber issue, const FilterDef& def) {
                 }
                 for (size_t i = 0; i < set.rows.size() && !s.tingZhi; ++i) {
                     TicketRecord& r = set.rows[i];
-                    if (sharedReds(marks, r.balls.reds) < match) {
-                        r.mark = 1;
-                        r.serial = ++counter;
-                    } else {
-                        r.mark = -1;
-                    }
+                    decide_Ticket(r, sharedReds(marks, r.balls.reds) < match, counter);
                     ui.ui_Pump();
                     panel.step(++steps);
                 }

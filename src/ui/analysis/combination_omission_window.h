@@ -5,13 +5,9 @@
 
 #include "analysis/jindu.h"
 
-class QComboBox;
-class QPushButton;
 class QTableView;
 
 namespace dovrex {
-
-class JinDuPanel;
 
 // FormZhuheYLTJ: the pair or triple table, the groups most overdue first. It closes when it loses
 // the focus.

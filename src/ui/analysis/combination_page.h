@@ -8,7 +8,6 @@
 
 class QComboBox;
 class QPushButton;
-class QTableView;
 
 namespace dovrex {
 

@@ -4,9 +4,6 @@
 
 #include "analysis/omission.h"
 
-class QComboBox;
-class QPushButton;
-
 namespace dovrex {
 
 // frm_YLFXmain: one bar group a number. The grey bar is the longest absence, the darker one over

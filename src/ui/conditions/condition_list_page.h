@@ -8,7 +8,6 @@
 
 class QCheckBox;
 class QLabel;
-class QTableView;
 
 namespace dovrex {
 

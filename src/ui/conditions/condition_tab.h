@@ -2,9 +2,6 @@
 
 #include <QWidget>
 
-class QListWidget;
-class QStackedWidget;
-
 namespace dovrex {
 
 // A condition tab that shows rows of the store. It fills itself again each time it is shown, and

@@ -7,13 +7,11 @@
 #include "ui/conditions/conditions_page.h"
 
 class QCheckBox;
-class QLabel;
 class QTableView;
 
 namespace dovrex {
 
 class TickList;
-class TrendPanel;
 
 // Pages of several count lists, each with its switch, beside the grid of the counts of every draw:
 // the pairs of tabs 11..13 (奇偶比, 大小比, 高低尾码).

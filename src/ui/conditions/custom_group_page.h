@@ -5,12 +5,10 @@
 
 #include "ui/conditions/condition_list_page.h"
 
-class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QLabel;
 class QListWidget;
-class QPushButton;
 
 namespace dovrex {
 

@@ -5,17 +5,11 @@
 
 #include "ui/conditions/condition_list_page.h"
 
-class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QListWidget;
-class QPushButton;
 
 namespace dovrex {
-
-class NumberButtons;
-class TickList;
 
 // Tab 28, 历史数据过滤: a range of past draws and how many reds a ticket may share with one of them.
 class HistoryMatchPage : public ConditionTab {

@@ -7,16 +7,12 @@
 #include "ui/conditions/count_lists_page.h"
 
 class QButtonGroup;
-class QCheckBox;
-class QComboBox;
 class QLabel;
-class QListWidget;
 class QPushButton;
 
 namespace dovrex {
 
 class NumberButtons;
-class TickList;
 
 // Tab 14, 区间设置: the four interval count lists, and the intervals themselves drawn number by
 // number. Leaving the page after a change recounts the intervals of every draw.

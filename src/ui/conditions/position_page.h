@@ -8,13 +8,9 @@
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
-class QLabel;
-class QListWidget;
-class QPushButton;
 
 namespace dovrex {
 
-class NumberButtons;
 class TickList;
 
 // Tab 15, 定位过滤: the numbers allowed at each of the seven positions with the tolerance, and the

@@ -5,8 +5,6 @@
 
 #include "screen/ticket_options.h"
 
-class QCheckBox;
-class QComboBox;
 class QLineEdit;
 class QLabel;
 class QRadioButton;

@@ -8,7 +8,6 @@ class QLabel;
 class QRadioButton;
 class QSlider;
 class QSpinBox;
-class QTimer;
 
 namespace dovrex {
 

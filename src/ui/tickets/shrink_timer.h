@@ -3,10 +3,6 @@
 #include <QFrame>
 #include <array>
 
-class QCheckBox;
-class QLabel;
-class QRadioButton;
-class QSlider;
 class QTimer;
 
 namespace dovrex {

@@ -7,9 +7,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QLineEdit;
-class QLabel;
-class QRadioButton;
 
 namespace dovrex {
 

@@ -3,9 +3,6 @@
 #include <QDialog>
 
 class QButtonGroup;
-class QComboBox;
-class QLabel;
-class QLineEdit;
 
 namespace dovrex {
 

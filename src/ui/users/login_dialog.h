@@ -2,7 +2,6 @@
 
 #include <QDialog>
 
-class QButtonGroup;
 class QComboBox;
 class QLabel;
 class QLineEdit;

@@ -2,9 +2,11 @@
 
 #include <QHash>
 #include <algorithm>
+#include <optional>
 
 #include "domain/condition_catalogue.h"
 #include "filters/condition_store.h"
+#include "filters/filter_families.h"
 #include "filters/filter_run.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -42,33 +44,79 @@ int clampTolerance(int k) {
 
 }  // namespace
 
-std::vector<PreparedCondition> prepare_Conditions(IssueNumber issue) {
-    QuietScreen quiet;
+namespace {
+
+// Runs one filter's hooks as the shared loop does, on the array as it stands; false when the filter
+// judges no ticket (switched off, refused by its hook, or broken: a run of the issue breaks there
+// and removes nothing).
+bool prepareOne(const FilterDef& def, IssueNumber issue, PreparedCondition& out) {
     SharedState& s = shared();
-    std::vector<PreparedCondition> out;
-    for (const FilterStep& step : filterSteps()) {
-        for (const FilterDef& def : step.filters) {
-            if (!def.provided()) continue;
-            FilterPass pass;
-            pass.issue = issue;
-            pass.savedLog = s.operationLog;
-            pass.resultLabel = def.label;
-            try {
-                // The hooks in the order the shared loop runs them.
-                if (def.beforeSwitch) def.beforeSwitch(pass);
-                if (!filter_SwitchedOn(def)) continue;
-                if (def.afterSwitch && !def.afterSwitch(pass)) continue;
-                if (def.maxId >= def.minId) load_GuoLvFanWei(def.minId, def.maxId);
-                const TicketTest test =
-                    def.run ? (def.ticketTest ? def.ticketTest(pass) : TicketTest{}) : def.prepare(pass);
-                if (!test.value && !test.accept) continue;
-                out.push_back({&def, def.label, test, s.guoLvShuZu});
-            } catch (const StoreError&) {
-                // A run of this issue breaks here and removes nothing: the condition judges no ticket.
-            }
-        }
+    FilterPass pass;
+    pass.issue = issue;
+    pass.savedLog = s.operationLog;
+    pass.resultLabel = def.label;
+    try {
+        if (def.beforeSwitch) def.beforeSwitch(pass);
+        if (!filter_SwitchedOn(def)) return false;
+        if (def.afterSwitch && !def.afterSwitch(pass)) return false;
+        if (def.maxId >= def.minId) load_GuoLvFanWei(def.minId, def.maxId);
+        const TicketTest test =
+            def.run ? (def.ticketTest ? def.ticketTest(pass) : TicketTest{}) : def.prepare(pass);
+        if (!test.value && !test.accept) return false;
+        out = {&def, def.label, test, s.guoLvShuZu};
+        return true;
+    } catch (const StoreError&) {
+        return false;
     }
-    return out;
+}
+
+// The conditions of many issues in a row. The first issue prepares every filter; later ones only
+// those whose verdict depends on the issue, each from the array as it stood before it the first
+// time (what comes before it never depends on the issue), the others as they were.
+class ConditionsByIssue {
+  public:
+    std::vector<PreparedCondition> prepare(IssueNumber issue) {
+        QuietScreen quiet;
+        std::vector<PreparedCondition> out;
+        if (steps_.empty()) {
+            for (const FilterStep& step : filterSteps())
+                for (const FilterDef& def : step.filters) {
+                    if (!def.provided()) continue;
+                    Step st{&def, shared().guoLvShuZu, std::nullopt};
+                    PreparedCondition c;
+                    if (prepareOne(def, issue, c)) {
+                        out.push_back(c);
+                        if (!def.dependsOnIssue) st.fixed = c;
+                    }
+                    steps_.push_back(st);
+                }
+            return out;
+        }
+        for (const Step& st : steps_) {
+            if (!st.def->dependsOnIssue) {
+                if (st.fixed) out.push_back(*st.fixed);
+                continue;
+            }
+            shared().guoLvShuZu = st.before;
+            PreparedCondition c;
+            if (prepareOne(*st.def, issue, c)) out.push_back(c);
+        }
+        return out;
+    }
+
+  private:
+    struct Step {
+        const FilterDef* def;
+        ConditionArray before;
+        std::optional<PreparedCondition> fixed;
+    };
+    std::vector<Step> steps_;
+};
+
+}  // namespace
+
+std::vector<PreparedCondition> prepare_Conditions(IssueNumber issue) {
+    return ConditionsByIssue().prepare(issue);
 }
 
 QStringList failed_Conditions(const std::vector<PreparedCondition>& conditions, const TicketBalls& ticket) {
@@ -118,6 +166,8 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
     // One transaction for the many small reads: a statement outside one locks the file each time.
     Transaction reads(store());
     ConditionReadCache cache;
+    HistoryDrawCache draws;
+    ConditionsByIssue byIssue;
     int done = 0;
     for (; done < r.draws.size(); ++done) {
         if (progress && progress(done, int(r.draws.size()))) {
@@ -126,7 +176,7 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
         }
         BacktestDraw& d = r.draws[done];
         s.guoLvShuZu = startArray;
-        const std::vector<PreparedCondition> conditions = prepare_Conditions(d.issue);
+        const std::vector<PreparedCondition> conditions = byIssue.prepare(d.issue);
         TicketBalls ticket;
         ticket.reds = d.reds;
         ticket.blue = d.blue;

@@ -32,6 +32,16 @@ inline int sumOver(const NumberTable& t, const Reds& r) {
 void warnHistoryMatch(const QString& name, IssueNumber issue);
 QString historyMatchText(const QString& name, IssueNumber issue);
 
+// While one lives, 历史数据过滤 takes the draws of its range from a copy of the history read once
+// (the back-test asks for nearly the whole history once a draw). The history must not change then.
+class HistoryDrawCache {
+  public:
+    HistoryDrawCache();
+    ~HistoryDrawCache();
+    HistoryDrawCache(const HistoryDrawCache&) = delete;
+    HistoryDrawCache& operator=(const HistoryDrawCache&) = delete;
+};
+
 // The previous draw's parity pattern into rows 5001..5007 (reds 1..6 and the blue, each mod 2).
 // False, with nothing written, when the draw is not in the history.
 bool make_ShangQiDanShuang(IssueNumber prevIssue, QString& text);

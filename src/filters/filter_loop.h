@@ -66,6 +66,8 @@ struct FilterDef {
     // For a filter with a pass of its own: the same verdict on one ticket, for the back-test and
     // the run with a tolerance.
     std::function<TicketTest(FilterPass&)> ticketTest;
+    // The verdict depends on the issue (the draws before it), not on the condition rows alone.
+    bool dependsOnIssue = false;
 
     bool provided() const { return prepare || run; }
 };

@@ -2,6 +2,8 @@
 
 #include <QHash>
 #include <QSet>
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -114,7 +116,17 @@ const QString kLiShiLabel = QStringLiteral("[历史数据过滤]");
 struct LiShiDraws {
     int match = 6;
     std::vector<Reds> draws;
+    // With a HistoryDrawCache: the range within the cache instead of a copy in `draws`.
+    const Reds* cachedFirst = nullptr;
+    size_t cachedCount = 0;
 };
+
+// The copy a HistoryDrawCache keeps, in issue order; null when none lives.
+struct CachedDraws {
+    std::vector<IssueNumber> issues;
+    std::vector<Reds> reds;
+};
+CachedDraws* cachedDraws = nullptr;
 
 LiShiDraws readLiShiDraws(IssueNumber issue) {
     auto setting = store_Query(QStringLiteral("select * from 历史数据过滤"));
@@ -123,6 +135,14 @@ LiShiDraws readLiShiDraws(IssueNumber issue) {
     IssueNumber high = setting->intValue(QStringLiteral("最大值"));
     out.match = setting->intValue(QStringLiteral("匹配值"));
     if (high >= issue) high = prev_QiHao(issue, 1);
+    if (cachedDraws) {
+        const auto& issues = cachedDraws->issues;
+        const auto from = std::lower_bound(issues.begin(), issues.end(), low);
+        const auto to = std::upper_bound(from, issues.end(), high);
+        out.cachedFirst = cachedDraws->reds.data() + (from - issues.begin());
+        out.cachedCount = size_t(to - from);
+        return out;
+    }
     auto c = store_Query(QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 "
                                         "where 期号>=? and 期号<=? order by 期号 asc"),
                          {low, high});
@@ -134,21 +154,22 @@ LiShiDraws readLiShiDraws(IssueNumber issue) {
     return out;
 }
 
-using DrawMarks = std::array<int, 34>;
+// The reds of a draw as bits (red n is bit n).
+using DrawMarks = std::uint64_t;
 
 DrawMarks drawMarks(const Reds& draw) {
-    DrawMarks marks{};
+    DrawMarks marks = 0;
     for (int i = 1; i <= 6; ++i)
-        if (draw[size_t(i)] >= 1 && draw[size_t(i)] <= kRedCount) marks[size_t(draw[size_t(i)])] = 1;
+        if (draw[size_t(i)] >= 1 && draw[size_t(i)] <= kRedCount) marks |= DrawMarks(1) << draw[size_t(i)];
     return marks;
 }
 
 // The reds of a ticket that came up in a draw.
-int sharedReds(const DrawMarks& marks, const Reds& reds) {
+int sharedReds(DrawMarks marks, const Reds& reds) {
     int c = 0;
     for (int k = 1; k <= 6; ++k) {
         const int x = reds[size_t(k)];
-        if (x >= 1 && x <= kRedCount) c += marks[size_t(x)];
+        if (x >= 1 && x <= kRedCount) c += int(marks >> x & 1);
     }
     return c;
 }
@@ -157,6 +178,20 @@ int sharedReds(const DrawMarks& marks, const Reds& reds) {
 // draw of the range; at 6, reds unequal to every draw's.
 TicketTest liShiTest(FilterPass& pass) {
     const LiShiDraws d = readLiShiDraws(pass.issue);
+    if (d.cachedFirst) {
+        // The back-test judges one ticket an issue: straight over the cached draws, nothing built.
+        const Reds* first = d.cachedFirst;
+        const size_t count = d.cachedCount;
+        const int match = d.match;
+        return {{}, [first, count, match](const TicketBalls& b) {
+                    for (size_t i = 0; i < count; ++i) {
+                        const bool same = match >= 6 ? redsKey(first[i]) == redsKey(b.reds)
+                                                     : sharedReds(drawMarks(first[i]), b.reds) >= match;
+                        if (same) return false;
+                    }
+                    return true;
+                }};
+    }
     if (d.match >= 6) {
         auto keys = std::make_shared<QSet<quint64>>();
         for (const Reds& r : d.draws) keys->insert(redsKey(r));
@@ -166,7 +201,7 @@ TicketTest liShiTest(FilterPass& pass) {
     for (const Reds& r : d.draws) marks->push_back(drawMarks(r));
     const int match = d.match;
     return {{}, [marks, match](const TicketBalls& b) {
-                for (const DrawMarks& m : *marks)
+                for (const DrawMarks m : *marks)
                     if (sharedReds(m, b.reds) >= match) return false;
                 return true;
             }};
@@ -246,6 +281,23 @@ int liShi(IssueNumber issue, const FilterDef& def) {
 
 }  // namespace
 
+HistoryDrawCache::HistoryDrawCache() {
+    cachedDraws = new CachedDraws;
+    auto c = store_Query(
+        QStringLiteral("select 期号,红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录 order by 期号 asc"));
+    for (; !c->eof(); c->moveNext()) {
+        Reds r{};
+        for (int i = 1; i <= 6; ++i) r[size_t(i)] = c->intValue(i);
+        cachedDraws->issues.push_back(c->intValue(0));
+        cachedDraws->reds.push_back(r);
+    }
+}
+
+HistoryDrawCache::~HistoryDrawCache() {
+    delete cachedDraws;
+    cachedDraws = nullptr;
+}
+
 bool attach_HistoryFilter(FilterDef& def) {
     const QString& n = def.name;
     if (n == u"filter_ChongDie") {
@@ -266,6 +318,7 @@ bool attach_HistoryFilter(FilterDef& def) {
     } else {
         return false;
     }
+    def.dependsOnIssue = true;
     return true;
 }
 

@@ -87,6 +87,7 @@ void attachDanShuang(FilterDef& def) {
     auto pattern = std::make_shared<QString>();
     auto known = std::make_shared<bool>(true);
     if (slot == 0) {
+        def.dependsOnIssue = true;
         // Before the switch: the rows follow the last run even while the slot is off.
         def.beforeSwitch = [pattern, known](FilterPass& pass) {
             *known = make_ShangQiDanShuang(prev_QiHao(pass.issue, 1), *pattern);

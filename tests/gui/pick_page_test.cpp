@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFrame>
+#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -26,9 +27,9 @@
 #include "screen/ticket_page.h"
 #include "store/store.h"
 #include "ui/conditions/conditions_page.h"
+#include "ui/conditions/pick_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
-#include "ui/conditions/pick_page.h"
 #include "ui/shell/program_session.h"
 #include "ui/tickets/tickets_page.h"
 #include "widgets/cursor_model.h"
@@ -236,6 +237,9 @@ TEST_F(PickPageTest, InitThroughTheButtonFillsTheGrid) {
     }
     EXPECT_EQ(get_BiaoGeQiHao(), 2026097);
     EXPECT_TRUE(ticketsPage_->log()->toPlainText().startsWith(QStringLiteral("初始化选号完成!共 ２８ 注！")));
+    // The head of the page says what they cost.
+    EXPECT_EQ(ticketsPage_->findChild<QLabel*>(QStringLiteral("LabelTouZhuInfo"))->text(),
+              QStringLiteral("第 2026097 期，共 28 注，56 元"));
     EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
     EXPECT_TRUE(ticketsPage_->stopFrame()->isHidden());
 

@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include "app/pipeline_commands.h"
+#include "domain/game.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
 #include "store/store.h"
@@ -159,8 +160,9 @@ void TicketsPage::updateSummary() {
     }
     IssueNumber issue = 0;
     runCommand([&] { issue = get_BiaoGeQiHao(); });
-    summary_->setText(issue > 0 ? QStringLiteral("第 %1 期，共 %2 注").arg(issue).arg(rows)
-                                : QStringLiteral("共 %1 注").arg(rows));
+    // What the tickets cost is what the player weighs first.
+    const QString count = QStringLiteral("共 %1 注，%2 元").arg(rows).arg(qint64(rows) * kTicketPrice);
+    summary_->setText(issue > 0 ? QStringLiteral("第 %1 期，").arg(issue) + count : count);
 }
 
 void installTicketsPage(FormMain& window) {

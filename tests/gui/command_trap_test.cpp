@@ -27,9 +27,9 @@
 #include "store/store.h"
 #include "support/draw_list_server.h"
 #include "ui/analysis/combination_page.h"
+#include "ui/analysis/other_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
-#include "ui/analysis/other_page.h"
 #include "ui/tickets/tickets_page.h"
 #include "widgets/command_trap.h"
 
@@ -68,26 +68,14 @@ class TrapScreen : public GuiScreen {
     }
 };
 
-class CommandTrapTest : public SeededProgramTest {
-  protected:
-    void SetUp() override {
-        SeededProgramTest::SetUp();
-        session_ = makeSession(screen_);
-        ASSERT_TRUE(session_->start());
-        window_ = session_->window();
-        tickets_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
-        ASSERT_NE(tickets_, nullptr);
-    }
-
+class CommandTrapTest : public StartedProgramTest<TrapScreen> {
   public:
-    static void pick(int from, int to) {
-        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, kPickDrag);
-    }
+    static void pick(int from, int to) { pickRange(from, to, kPickDrag); }
 
   protected:
     void clickCommand(int index) {
         window_->selectPage(TopPage::Tickets);
-        QTest::mouseClick(tickets_->command(index), Qt::LeftButton);
+        QTest::mouseClick(ticketsPage_->command(index), Qt::LeftButton);
     }
     QAction* action(const char* name) const { return window_->findChild<QAction*>(QLatin1String(name)); }
 
@@ -95,9 +83,6 @@ class CommandTrapTest : public SeededProgramTest {
     static int count(const char* sql) { return store().scalar(QString::fromUtf8(sql)).toInt(); }
 
   protected:
-    TrapScreen* screen_ = nullptr;
-    FormMain* window_ = nullptr;
-    TicketsPage* tickets_ = nullptr;
 };
 
 // An exception of any kind in the middle of a pass: the player is told (memory exhaustion in its
@@ -125,8 +110,8 @@ TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
         EXPECT_TRUE(restedDuringPass);
         EXPECT_EQ(shared().commandDepth, 0);
         EXPECT_EQ(shared().tingZhi, 0);
-        EXPECT_TRUE(tickets_->stopFrame()->isHidden());
-        EXPECT_TRUE(tickets_->commandBar()->isEnabled());
+        EXPECT_TRUE(ticketsPage_->stopFrame()->isHidden());
+        EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
         EXPECT_TRUE(action("mnu_ShengCeng(1)")->isEnabled());
         EXPECT_TRUE(action("mnu_ZuHeYiLou2")->isEnabled());
         EXPECT_GT(count("select count(*) from 日志表"), 0);

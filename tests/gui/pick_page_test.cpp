@@ -55,17 +55,12 @@ class PlayerScreen : public GuiScreen {
     int ui_ChooseUserMode() override { return 1; }
 };
 
-class PickPageTest : public SeededProgramTest {
+class PickPageTest : public StartedProgramTest<PlayerScreen> {
   protected:
     void SetUp() override {
-        SeededProgramTest::SetUp();
-        session_ = makeSession(screen_);
-        ASSERT_TRUE(session_->start());
-        window_ = session_->window();
+        StartedProgramTest::SetUp();
         pickPage_ = qobject_cast<PickPage*>(window_->conditionsPage()->tab(1));
-        ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
         ASSERT_NE(pickPage_, nullptr);
-        ASSERT_NE(ticketsPage_, nullptr);
     }
 
     void click(int index) { QTest::mouseClick(pickPage_->button(index), Qt::LeftButton); }
@@ -75,14 +70,7 @@ class PickPageTest : public SeededProgramTest {
     QAction* menuEntry(int index) const {
         return window_->findChild<QAction*>(QStringLiteral("mnu_ShengCeng(%1)").arg(index));
     }
-    static void pickRange(int from, int to, int value) {
-        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);
-    }
-
-    PlayerScreen* screen_ = nullptr;
-    FormMain* window_ = nullptr;
     PickPage* pickPage_ = nullptr;
-    TicketsPage* ticketsPage_ = nullptr;
 };
 
 TEST_F(PickPageTest, OpensOnThePickPageWithTheStoredPicks) {

@@ -7,9 +7,12 @@
 #include <memory>
 
 #include "domain/date_value.h"
+#include "filters/condition_store.h"
 #include "screen/app_paths.h"
 #include "screen/shared_state.h"
+#include "ui/shell/form_main.h"
 #include "ui/shell/program_session.h"
+#include "ui/tickets/tickets_page.h"
 
 namespace dovrex {
 
@@ -42,6 +45,29 @@ class SeededProgramTest : public ::testing::Test {
     QTemporaryDir tmp_;
     AppPaths paths_;
     std::unique_ptr<ProgramSession> session_;
+};
+
+// A program started on that folder, its boxes answered by `TestScreen`, with its main window and
+// 投注号码 page at hand.
+template <class TestScreen>
+class StartedProgramTest : public SeededProgramTest {
+  protected:
+    void SetUp() override {
+        SeededProgramTest::SetUp();
+        session_ = makeSession(screen_);
+        ASSERT_TRUE(session_->start());
+        window_ = session_->window();
+        ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
+        ASSERT_NE(ticketsPage_, nullptr);
+    }
+    // Writes a pick value (1 drag, 2 banker) into the rows from..to of 过滤条件.
+    static void pickRange(int from, int to, int value) {
+        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);
+    }
+
+    TestScreen* screen_ = nullptr;
+    FormMain* window_ = nullptr;
+    TicketsPage* ticketsPage_ = nullptr;
 };
 
 }  // namespace dovrex

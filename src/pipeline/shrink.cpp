@@ -92,7 +92,7 @@ QString proveGuarantee(const ShrinkScan& scan, const std::vector<std::uint64_t>&
     SharedState& s = shared();
     s.shrinkOriginalIssue = issue;
     s.shrinkOriginal = original;
-    const CoverageReport report = coverage_Report(original, kept);
+    const CoverageReport report = coverage_Report(original, kept, std::min(t, 4));
     int missed = 0;
     for (int k = 0; k < t && k < 8; ++k) missed += report.best[k];
     if (missed > 0) {

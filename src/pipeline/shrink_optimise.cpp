@@ -5,6 +5,7 @@
 #include <bit>
 #include <queue>
 #include <random>
+#include <unordered_set>
 
 namespace dovrex {
 
@@ -321,18 +322,49 @@ std::vector<int> uncovered_Tickets(const std::vector<std::uint64_t>& original,
     return out;
 }
 
+namespace {
+
+// Calls f with every k-ball subset of a mask (as a mask).
+template <class F>
+void forEachSubset(std::uint64_t mask, int k, F&& f) {
+    int balls[64];
+    int n = 0;
+    for (std::uint64_t m = mask; m; m &= m - 1) balls[n++] = std::countr_zero(m);
+    if (k < 1 || k > n) return;
+    for (std::uint32_t pick = (1u << k) - 1; pick < (1u << n);) {
+        std::uint64_t sub = 0;
+        for (int b = 0; b < n; ++b)
+            if (pick & (1u << b)) sub |= std::uint64_t(1) << balls[b];
+        f(sub);
+        const std::uint32_t low = pick & -pick, ripple = pick + low;
+        pick = ripple | (((ripple ^ pick) >> 2) / low);
+    }
+}
+
+}  // namespace
+
 CoverageReport coverage_Report(const std::vector<std::uint64_t>& original,
-                               const std::vector<std::uint64_t>& kept) {
+                               const std::vector<std::uint64_t>& kept, int lowest) {
     CoverageReport r;
     r.original = int(original.size());
     r.kept = int(kept.size());
+    lowest = std::clamp(lowest, 1, 4);
+    // A ticket meets a kept one in k balls exactly when they share a k-subset: the subsets of the
+    // kept tickets are looked up instead of comparing every pair.
+    std::vector<std::unordered_set<std::uint64_t>> subsets(8);
+    for (int k = lowest; k <= 7; ++k) {
+        subsets[size_t(k)].reserve(kept.size() * 35);
+        for (std::uint64_t m : kept)
+            forEachSubset(m, k, [&](std::uint64_t sub) { subsets[size_t(k)].insert(sub); });
+    }
     for (std::uint64_t m : original) {
         int best = 0;
-        for (std::uint64_t k : kept) {
-            best = std::max(best, std::popcount(m & k));
-            if (best >= 7) break;
+        for (int k = std::min(7, std::popcount(m)); k >= lowest && best == 0; --k) {
+            bool met = false;
+            forEachSubset(m, k, [&](std::uint64_t sub) { met = met || subsets[size_t(k)].count(sub) > 0; });
+            if (met) best = k;
         }
-        ++r.best[std::min(best, 7)];
+        ++r.best[best];
     }
     return r;
 }

@@ -39,13 +39,15 @@ std::vector<int> uncovered_Tickets(const std::vector<std::uint64_t>& original,
 // How many tickets of `original` meet a kept ticket in 7, 6, 5 and 4 balls at best: the chance of
 // each prize class if the draw is among the original tickets. The line of the log:
 // "若开奖号码在过滤后的 N 注之中: 中7球 a 注 (x%), 中6球 ...".
+// Matches are told apart from `lowest` balls up (at most 4); a ticket meeting every kept one in
+// fewer counts in best[0].
 struct CoverageReport {
     int original = 0;
     int kept = 0;
     int best[8] = {};  // best[k]: tickets whose best match with a kept ticket is k balls
 };
 CoverageReport coverage_Report(const std::vector<std::uint64_t>& original,
-                               const std::vector<std::uint64_t>& kept);
+                               const std::vector<std::uint64_t>& kept, int lowest = 4);
 QString coverage_Line(const CoverageReport& report);
 
 }  // namespace dovrex

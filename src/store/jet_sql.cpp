@@ -170,11 +170,9 @@ JetSql translateJetSql(const QString& statement) {
                                                 QRegularExpression::CaseInsensitiveOption);
         const int ob = findTopLevel(masked, orderBy);
         if (ob >= 0) {
-            const int termsStart =
-                masked.indexOf(
-                    QRegularExpression(QStringLiteral(R"(by\b)"), QRegularExpression::CaseInsensitiveOption),
-                    ob) +
-                2;
+            static const QRegularExpression byWord(QStringLiteral(R"(by\b)"),
+                                                   QRegularExpression::CaseInsensitiveOption);
+            const int termsStart = masked.indexOf(byWord, ob) + 2;
             static const QRegularExpression direction(QStringLiteral(R"(\s+(asc|desc)\s*$)"),
                                                       QRegularExpression::CaseInsensitiveOption);
             const QStringList maskedTerms = splitTopLevelCommas(masked.mid(termsStart));

@@ -17,21 +17,22 @@ QString sqliteMessage(sqlite3* db, const QString& sql) {
     return QStringLiteral("%1 [%2]").arg(QString::fromUtf8(sqlite3_errmsg(db)), sql);
 }
 
-// Owns one prepared statement that is not cached.
+// Borrows one prepared statement from the store's cache for as long as it runs.
 class Statement {
   public:
-    Statement(sqlite3* db, const QString& sql) : db_(db) {
-        const QByteArray utf8 = sql.toUtf8();
-        if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &stmt_, nullptr) != SQLITE_OK)
-            throw StoreError(sqliteMessage(db, sql));
-    }
-    ~Statement() { sqlite3_finalize(stmt_); }
+    Statement(Store& store, const QString& sql) : store_(store), sql_(sql), stmt_(store.lendStatement(sql)) {}
+    ~Statement() { store_.giveBackStatement(sql_, stmt_); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
     sqlite3_stmt* get() const { return stmt_; }
 
   private:
-    sqlite3* db_;
-    sqlite3_stmt* stmt_ = nullptr;
+    Store& store_;
+    QString sql_;
+    sqlite3_stmt* stmt_;
 };
+
+constexpr int kMaxCachedStatements = 256;
 
 void bindValue(sqlite3_stmt* stmt, int index, const QVariant& v) {
     if (!v.isValid() || v.isNull()) {
@@ -155,12 +156,45 @@ sqlite3_stmt* Store::cachedStatement(const QString& sql) {
         sqlite3_clear_bindings(*it);
         return *it;
     }
-    sqlite3_stmt* stmt = nullptr;
-    const QByteArray utf8 = sql.toUtf8();
-    if (sqlite3_prepare_v2(db_, utf8.constData(), int(utf8.size()), &stmt, nullptr) != SQLITE_OK)
-        throw StoreError(sqliteMessage(db_, sql));
+    sqlite3_stmt* stmt = lendStatement(sql);
+    makeRoomInCache();
     cache_.insert(sql, stmt);
     return stmt;
+}
+
+sqlite3_stmt* Store::lendStatement(const QString& sql) {
+    if (sqlite3_stmt* cached = cache_.take(sql)) return cached;
+    sqlite3_stmt* stmt = nullptr;
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db_, utf8.constData(), int(utf8.size()), &stmt, nullptr) != SQLITE_OK) {
+        sqlite3_finalize(stmt);
+        throw StoreError(sqliteMessage(db_, sql));
+    }
+    return stmt;
+}
+
+void Store::giveBackStatement(const QString& sql, sqlite3_stmt* stmt) {
+    if (!stmt) return;
+    sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
+    if (cache_.contains(sql)) {
+        sqlite3_finalize(stmt);
+        return;
+    }
+    makeRoomInCache();
+    cache_.insert(sql, stmt);
+}
+
+void Store::makeRoomInCache() {
+    if (cache_.size() < kMaxCachedStatements) return;
+    for (auto* stmt : std::as_const(cache_)) sqlite3_finalize(stmt);
+    cache_.clear();
+}
+
+const JetSql& Store::translated(const QString& sql) {
+    if (auto it = translations_.constFind(sql); it != translations_.constEnd()) return **it;
+    if (translations_.size() >= kMaxCachedStatements) translations_.clear();
+    return **translations_.insert(sql, std::make_shared<const JetSql>(translateJetSql(sql)));
 }
 
 void Store::begin() {
@@ -217,8 +251,8 @@ bool Store::fileIsSound(const QString& path) {
 }
 
 int Store::execute(const QString& sql, const QVariantList& params) {
-    const JetSql jet = translateJetSql(sql);
-    Statement stmt(db_, jet.sql);
+    const JetSql jet = translated(sql);
+    Statement stmt(*this, jet.sql);
     bindAll(stmt.get(), params);
     int rc;
     while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW) {
@@ -240,7 +274,7 @@ QString Store::rowIdAlias(const QString& table) {
     if (auto it = rowIdAliases_.find(table); it != rowIdAliases_.end()) return *it;
     QString alias;
     int keys = 0;
-    Statement stmt(db_, QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)));
+    Statement stmt(*this, QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)));
     while (sqlite3_step(stmt.get()) == SQLITE_ROW) {
         if (sqlite3_column_int(stmt.get(), 5) == 0) continue;
         ++keys;
@@ -261,20 +295,20 @@ bool Store::tableExists(const QString& name) {
 
 QStringList Store::columnNames(const QString& table) {
     QStringList names;
-    Statement stmt(db_, QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)));
+    Statement stmt(*this, QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)));
     while (sqlite3_step(stmt.get()) == SQLITE_ROW)
         names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 1)));
     return names;
 }
 
 std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& params) {
-    const JetSql jet = translateJetSql(sql);
+    const JetSql jet = translated(sql);
     if (!jet.isSelect) {
         // PRAGMA and the like: run as they are, without write-back.
     }
     const bool withRowId = !jet.baseTable.isEmpty();
     const QString text = jet.isSelect ? withHiddenColumns(jet, withRowId) : jet.sql;
-    Statement stmt(db_, text);
+    Statement stmt(*this, text);
     bindAll(stmt.get(), params);
 
     std::shared_ptr<Cursor> c(new Cursor);
@@ -358,12 +392,12 @@ QString countSql(const QString& sql) {
 }  // namespace
 
 std::shared_ptr<Cursor> Store::pagedQuery(const QString& sql, const QVariantList& params) {
-    const JetSql jet = translateJetSql(sql);
+    const JetSql jet = translated(sql);
     if (!jet.isSelect || jet.hasTop) return query(sql, params);
     std::shared_ptr<Cursor> c(new Cursor);
     c->store_ = this;
     {
-        Statement stmt(db_, jet.sql);
+        Statement stmt(*this, jet.sql);
         c->totalColumns_ = c->visibleColumns_ = sqlite3_column_count(stmt.get());
         for (int i = 0; i < c->visibleColumns_; ++i) {
             const QString name = QString::fromUtf8(sqlite3_column_name(stmt.get(), i));
@@ -372,7 +406,7 @@ std::shared_ptr<Cursor> Store::pagedQuery(const QString& sql, const QVariantList
         }
     }
     {
-        Statement count(db_, countSql(jet.sql));
+        Statement count(*this, countSql(jet.sql));
         bindAll(count.get(), params);
         if (sqlite3_step(count.get()) != SQLITE_ROW) throw StoreError(sqliteMessage(db_, jet.sql));
         c->rowCount_ = sqlite3_column_int(count.get(), 0);
@@ -395,7 +429,7 @@ const QVariant* Cursor::cell(int row, int pos) const {
         if (pages_.size() >= 16) pages_.clear();
         std::vector<QVariant> cells;
         cells.reserve(size_t(pageSize_) * totalColumns_);
-        Statement stmt(store_->handle(), pageSql_);
+        Statement stmt(*store_, pageSql_);
         bindAll(stmt.get(), pageParams_);
         sqlite3_bind_int(stmt.get(), int(pageParams_.size()) + 1, pageSize_);
         sqlite3_bind_int64(stmt.get(), int(pageParams_.size()) + 2, qint64(page) * pageSize_);

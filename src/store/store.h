@@ -14,6 +14,7 @@ struct sqlite3_stmt;
 namespace dovrex {
 
 class Cursor;
+struct JetSql;
 
 // A failed statement. Commands catch it in their general trap and keep what they wrote.
 class StoreError : public std::runtime_error {
@@ -69,8 +70,14 @@ class Store {
     // The same check on a store file, opened read-only; false for anything that is not a sound store.
     static bool fileIsSound(const QString& path);
 
-    // Prepared statement cache for the cursor's write-backs; statements stay valid until close.
+    // Prepared statement cache for the cursor's write-backs: the statement stays valid until the
+    // next call that may prepare one.
     sqlite3_stmt* cachedStatement(const QString& sql);
+    // A prepared statement lent for one run, out of the cache (prepared when not there), and given
+    // back reset; a statement that is lent twice at once is simply prepared twice. A program that
+    // asks the same few questions thousands of times (a back-test, a chart) then parses each once.
+    sqlite3_stmt* lendStatement(const QString& sql);
+    void giveBackStatement(const QString& sql, sqlite3_stmt* stmt);
     // The column that is the table's row id (an INTEGER PRIMARY KEY), or empty.
     QString rowIdAlias(const QString& table);
 
@@ -79,7 +86,11 @@ class Store {
     sqlite3* db_ = nullptr;
     QString path_;
     int transactionDepth_ = 0;
+    // Both caches are bounded: statements that paste their values would otherwise grow them forever.
     QHash<QString, sqlite3_stmt*> cache_;
+    QHash<QString, std::shared_ptr<const JetSql>> translations_;
+    const JetSql& translated(const QString& sql);
+    void makeRoomInCache();
     QHash<QString, QString> rowIdAliases_;
 };
 

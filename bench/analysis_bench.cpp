@@ -15,7 +15,7 @@ using namespace dovrex;
 // Answers the warning before the combination count with OK.
 class YesScreen : public NullScreen {
   public:
-    bool ui_Confirm(const QString&) override { return true; }
+    bool ui_Confirm(const QString&, ConfirmButtons, const QString&) override { return true; }
 };
 
 double msSince(const QElapsedTimer& t) {

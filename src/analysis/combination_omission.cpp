@@ -58,7 +58,8 @@ std::vector<FenBuRow> readFenBu() {
 }
 
 int calcZhuHe(int size, myJinDuCTL& progress) {
-    if (!screen().ui_Confirm(QStringLiteral("由于计算的数据量比较大，点击'确定'按钮后请耐心等待一会！")))
+    if (!screen().ui_Confirm(QStringLiteral("由于计算的数据量比较大，点击'确定'按钮后请耐心等待一会！"),
+                             ConfirmButtons::OkCancel))
         return -1;
     const std::vector<FenBuRow> rows = readFenBu();
     const int total = int(rows.size());

@@ -64,7 +64,7 @@ void runShrink() {
     }
     const int count =
         store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
-    if (!ui.ui_Confirm(msg::shrinkConfirm(t, count))) return;
+    if (!ui.ui_Confirm(msg::shrinkConfirm(t, count), ConfirmButtons::OkCancel)) return;
     run_SuoShui(t, issue);
     show_HaoMaFenBu(issue);
     shared().tingZhi = 0;
@@ -82,7 +82,7 @@ void runCommand(int index) {
         }
         case kCmdFilter: {
             const IssueNumber issue = gridIssueOrSay();
-            if (issue >= 1 && ui.ui_Confirm(msg::kConfirmFilter)) run_GuoLv(issue);
+            if (issue >= 1 && ui.ui_Confirm(msg::kConfirmFilter, ConfirmButtons::OkCancel)) run_GuoLv(issue);
             break;
         }
         case kCmdShrink:
@@ -116,7 +116,7 @@ void runCommand(int index) {
                 ui.ui_Message(msg::kCheckDone);
             break;
         case kCmdDelete:
-            if (ui.ui_Confirm(msg::kConfirmDelete)) {
+            if (ui.ui_Confirm(msg::kConfirmDelete, ConfirmButtons::OkCancel)) {
                 delete_TouZhu(0);
                 ui.ui_Message(msg::kTicketsDeleteDone);
             }

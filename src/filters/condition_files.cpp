@@ -369,7 +369,7 @@ bool daocu_Click() {
         screen().ui_Message(msg::kTemplateMissing, MessageKind::Warning);
         return false;
     }
-    QString path = screen().ui_PickFile(msg::kConditionFileFilter, true);
+    QString path = screen().ui_PickFile(msg::kConditionFileFilter, true, false);
     if (path.isEmpty()) return false;
     if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".dovrex");
     return exportConditionSet(path);

@@ -337,7 +337,8 @@ DownloadResult downloadNewDraws(const QString& address) {
         if (outcome.read) {
             ui.ui_Message(outcome.refused > 0
                               ? msg::kDownloadDone + u'\n' + msg::refusedDrawsText(outcome.refused)
-                              : msg::kDownloadDone);
+                              : msg::kDownloadDone,
+                          MessageKind::Information, msg::kDownloadTitle);
             return DownloadResult::Updated;
         }
     } catch (const StoreError&) {
@@ -370,7 +371,8 @@ DownloadResult update_FromFile(const QString& chosen) {
         store_Downloaded(source, false);
         show_LiShi();
         ui.ui_Message(source.refused > 0 ? msg::kDownloadDone + u'\n' + msg::refusedDrawsText(source.refused)
-                                         : msg::kDownloadDone);
+                                         : msg::kDownloadDone,
+                      MessageKind::Information, msg::kDownloadTitle);
         return DownloadResult::Updated;
     } catch (const StoreError&) {
         return DownloadResult::Error;

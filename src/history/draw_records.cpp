@@ -94,7 +94,7 @@ DeleteResult cmm_scls(bool historyGridInView) {
     const qint64 issue = read_Number(reply);
     if (issue <= 0) return DeleteResult::Cancelled;
     if (store_Query(QStringLiteral("select  期号 from 历史记录 where 期号=?"), {issue})->eof()) {
-        ui.ui_Message(msg::kDeleteMissing, MessageKind::Error);
+        ui.ui_Message(msg::kDeleteMissing, MessageKind::Error, msg::kDeleteMissingTitle);
         return DeleteResult::Missing;
     }
     store_Execute(QStringLiteral("DELETE FROM 历史记录 where 期号=?"), {issue});

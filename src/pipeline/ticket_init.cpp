@@ -97,7 +97,7 @@ int init_TouZhu(IssueNumber issue) {
         const int existing =
             store().scalar(QStringLiteral("SELECT count(*) FROM 日志表 WHERE 期号=?"), {issue}).toInt();
         x.counter = existing;
-        if (existing > 0 && ui.ui_Confirm(msg::kKeepOldTickets)) {
+        if (existing > 0 && ui.ui_Confirm(msg::kKeepOldTickets, ConfirmButtons::YesNo, msg::kInfoTitle)) {
             store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
             x.counter = 0;
         }

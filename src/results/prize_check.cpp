@@ -106,7 +106,7 @@ int check_KaiJiang(IssueNumber issue) {
     const std::vector<StoredTicket> tickets = read_StoredTickets(byId, issue);
     if (draw->recordCount() == 0 || tickets.empty()) {
         if (issue > 0)
-            ui.ui_Message(msg::noDrawToCheck(issue), MessageKind::Error);
+            ui.ui_Message(msg::noDrawToCheck(issue), MessageKind::Error, msg::kNoDrawToCheckTitle);
         else
             ui.ui_Message(msg::kNothingToCheck);
         return 0;

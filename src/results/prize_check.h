@@ -44,8 +44,9 @@ inline const QString kPrizeUnknown = QStringLiteral("奖金未知");
 inline const QString kNothingToCheck = QStringLiteral("没有要核对的号码！请先选号！");
 inline const QString kCheckDone = QStringLiteral("开奖核对完成,结果请查看右边的操作提示！");
 inline const QString kCheckReportHead = QStringLiteral("开奖核对结果如下——");
+inline const QString kNoDrawToCheckTitle = QStringLiteral("出错啦!");
 inline QString noDrawToCheck(IssueNumber issue) {
-    return QStringLiteral("出错啦!\r\n\r\n当前表格或历史开奖数据中没有第") + to_QuanJiao(issue) +
+    return QStringLiteral("当前表格或历史开奖数据中没有第") + to_QuanJiao(issue) +
            QStringLiteral("期的数据！\r\n\r\n          无法核对哦^_^！！");
 }
 }  // namespace msg

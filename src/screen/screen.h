@@ -13,6 +13,14 @@ class Cursor;
 
 enum class MessageKind { Information, Warning, Error };
 
+// The buttons of a question box: 是/否, or 确定/取消 where the question is a go-ahead for a pass.
+enum class ConfirmButtons { YesNo, OkCancel };
+
+namespace msg {
+// The title of the boxes that inform before they ask, and of the timed tips.
+inline const QString kInfoTitle = QStringLiteral("信息提示");
+}  // namespace msg
+
 // Everything the logic asks of a window. The GUI implements it with real widgets; tests and the
 // headless runner implement it with scripted answers. Role names are the control names the
 // program has always used (LabelJindu, TDBGrid_RZ, cmmTouZhu, ...).
@@ -20,10 +28,12 @@ class Screen {
   public:
     virtual ~Screen() = default;
 
-    // An information, warning or error box.
-    virtual void ui_Message(const QString& text, MessageKind kind = MessageKind::Information) = 0;
-    // A yes/no box; closing it without an answer is no.
-    virtual bool ui_Confirm(const QString& text) = 0;
+    // An information, warning or error box; an empty title gives the program's own.
+    virtual void ui_Message(const QString& text, MessageKind kind = MessageKind::Information,
+                            const QString& title = {}) = 0;
+    // A question box; true for 是 or 确定. Closing it without an answer is no.
+    virtual bool ui_Confirm(const QString& text, ConfirmButtons buttons = ConfirmButtons::YesNo,
+                            const QString& title = {}) = 0;
     // A one-line input box; an empty reply means cancel.
     virtual QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) = 0;
     // The three-panel status line, panels 1..3.
@@ -31,7 +41,8 @@ class Screen {
     // The progress bar of the running pass.
     virtual void ui_Progress(int min, int max, int value, bool visible) = 0;
     // A file dialog; empty when cancelled. filter as "文本文件 (*.txt)".
-    virtual QString ui_PickFile(const QString& filter, bool save) = 0;
+    // askOverwrite false: the caller asks its own question about a file that exists.
+    virtual QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true) = 0;
     // Rebinds the named grid to a row set (null clears it).
     virtual void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) = 0;
     // Lets pending events run during a long pass. Implementations may throttle by time.
@@ -77,12 +88,12 @@ class Screen {
 // A screen that answers nothing and shows nothing: the default until a real one is installed.
 class NullScreen : public Screen {
   public:
-    void ui_Message(const QString&, MessageKind) override {}
-    bool ui_Confirm(const QString&) override { return false; }
+    void ui_Message(const QString&, MessageKind, const QString&) override {}
+    bool ui_Confirm(const QString&, ConfirmButtons, const QString&) override { return false; }
     QString ui_AskText(const QString&, const QString&, const QString&) override { return {}; }
     void ui_Status(int, const QString&) override {}
     void ui_Progress(int, int, int, bool) override {}
-    QString ui_PickFile(const QString&, bool) override { return {}; }
+    QString ui_PickFile(const QString&, bool, bool) override { return {}; }
     void ui_Grid(const QString&, std::shared_ptr<Cursor>) override {}
     void ui_Pump() override {}
 };

@@ -31,14 +31,23 @@ void ScriptedScreen::record(const QString& line) {
     if (listener) listener(line);
 }
 
-void ScriptedScreen::ui_Message(const QString& text, MessageKind kind) {
-    record(kindWord(kind) + u' ' + oneLine(text));
+// A title or the 确定/取消 buttons are written after the text, so that lines of plain boxes read
+// as they always did.
+void ScriptedScreen::ui_Message(const QString& text, MessageKind kind, const QString& title) {
+    record(kindWord(kind) + u' ' + oneLine(text) +
+           (title.isEmpty() ? QString() : QStringLiteral(" | ") + title));
+    messages_ << oneLine(text);
+    messageTitles_ << title;
 }
 
-bool ScriptedScreen::ui_Confirm(const QString& text) {
+bool ScriptedScreen::ui_Confirm(const QString& text, ConfirmButtons buttons, const QString& title) {
     const bool yes = confirms_.isEmpty() ? defaultConfirm : confirms_.dequeue();
-    record(QStringLiteral("CONFIRM %1 -> %2")
-               .arg(oneLine(text), yes ? QStringLiteral("yes") : QStringLiteral("no")));
+    const bool ok = buttons == ConfirmButtons::OkCancel;
+    record(QStringLiteral("CONFIRM %1%2%3 -> %4")
+               .arg(oneLine(text), ok ? QStringLiteral(" [确定/取消]") : QString(),
+                    title.isEmpty() ? QString() : QStringLiteral(" | ") + title,
+                    yes ? (ok ? QStringLiteral("ok") : QStringLiteral("yes"))
+                        : (ok ? QStringLiteral("cancel") : QStringLiteral("no"))));
     return yes;
 }
 
@@ -66,7 +75,7 @@ void ScriptedScreen::ui_Progress(int min, int max, int value, bool visible) {
                    .arg(visible ? QStringLiteral("shown") : QStringLiteral("hidden")));
 }
 
-QString ScriptedScreen::ui_PickFile(const QString& filter, bool save) {
+QString ScriptedScreen::ui_PickFile(const QString& filter, bool save, bool) {
     const QString answer = files_.isEmpty() ? QString() : files_.dequeue();
     record(QStringLiteral("FILE %1 %2 -> %3")
                .arg(save ? QStringLiteral("save") : QStringLiteral("open"), filter, answer));
@@ -124,6 +133,7 @@ void ScriptedScreen::ui_OpenUrl(const QString& url) {
 
 void ScriptedScreen::ui_TimedTip(const QString& text, int seconds) {
     record(QStringLiteral("TIP %1s %2").arg(seconds).arg(oneLine(text)));
+    messages_ << oneLine(text);
 }
 
 void ScriptedScreen::ui_RefreshPicks() {
@@ -175,18 +185,6 @@ void ScriptedScreen::ui_MarkDrawn(const QString& grid, const QList<int>& reds, i
         QStringLiteral("DRAWN %1 %2 + %3").arg(grid, numbers.join(u' ')).arg(blue, 2, 10, QLatin1Char('0')));
 }
 
-QStringList ScriptedScreen::messages() const {
-    static const QStringList heads{QStringLiteral("MESSAGE "), QStringLiteral("WARNING "),
-                                   QStringLiteral("ERROR ")};
-    QStringList out;
-    for (const QString& line : lines_) {
-        for (const QString& h : heads)
-            if (line.startsWith(h)) out << line.mid(h.size());
-        if (line.startsWith(QStringLiteral("TIP "))) out << line.section(u' ', 2, -1);
-    }
-    return out;
-}
-
 QStringList ScriptedScreen::linesStartingWith(const QString& prefix) const {
     QStringList out;
     for (const QString& line : lines_)
@@ -200,6 +198,8 @@ QString ScriptedScreen::lastStatus(int panel) const {
 
 void ScriptedScreen::clear() {
     lines_.clear();
+    messages_.clear();
+    messageTitles_.clear();
     status_.clear();
     pumps_ = 0;
     stopAt_ = 0;

@@ -18,12 +18,14 @@ namespace dovrex {
 // text, no file.
 class ScriptedScreen : public Screen {
   public:
-    void ui_Message(const QString& text, MessageKind kind = MessageKind::Information) override;
-    bool ui_Confirm(const QString& text) override;
+    void ui_Message(const QString& text, MessageKind kind = MessageKind::Information,
+                    const QString& title = {}) override;
+    bool ui_Confirm(const QString& text, ConfirmButtons buttons = ConfirmButtons::YesNo,
+                    const QString& title = {}) override;
     QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) override;
     void ui_Status(int panel, const QString& text) override;
     void ui_Progress(int min, int max, int value, bool visible) override;
-    QString ui_PickFile(const QString& filter, bool save) override;
+    QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true) override;
     void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) override;
     void ui_Pump() override;
     void ui_Log(const QString& wholeText) override;
@@ -61,7 +63,9 @@ class ScriptedScreen : public Screen {
     // --- what happened ---
     const QStringList& lines() const { return lines_; }
     // The texts of every message box and timed tip, of any kind, in order.
-    QStringList messages() const;
+    const QStringList& messages() const { return messages_; }
+    // The title of every message box in order; empty for the program's own.
+    const QStringList& messageTitles() const { return messageTitles_; }
     // The lines that start with `prefix` (e.g. "STATUS 1 ").
     QStringList linesStartingWith(const QString& prefix) const;
     int pumpCount() const { return pumps_; }
@@ -87,6 +91,7 @@ class ScriptedScreen : public Screen {
 
     QStringList lines_;
     QQueue<bool> confirms_;
+    QStringList messages_, messageTitles_;
     QQueue<QString> texts_, files_;
     QQueue<std::optional<TicketExportOptions>> toFile_;
     QQueue<std::optional<TicketImportOptions>> fromFile_;

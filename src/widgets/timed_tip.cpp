@@ -1,5 +1,7 @@
 #include "widgets/timed_tip.h"
 
+#include "screen/screen.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -16,7 +18,7 @@ QString okCaption(int n) {
 TimedTip::TimedTip(const QString& text, int seconds, QWidget* parent)
     : QDialog(parent), n_(qMax(1, seconds)) {
     setObjectName(QStringLiteral("frmTip"));
-    setWindowTitle(QStringLiteral("信息提示"));
+    setWindowTitle(msg::kInfoTitle);
     setAttribute(Qt::WA_DeleteOnClose);
     setModal(false);
 
@@ -56,7 +58,7 @@ void TimedTip::tick() {
 
 PreparingTip::PreparingTip(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmTip10"));
-    setWindowTitle(QStringLiteral("信息提示"));
+    setWindowTitle(msg::kInfoTitle);
     setAttribute(Qt::WA_DeleteOnClose);
     setModal(false);
     no_ = new QPushButton(QStringLiteral("正在准备数据......"), this);

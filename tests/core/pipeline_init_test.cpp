@@ -90,7 +90,7 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
     EXPECT_EQ(init_TouZhu(kIssue), 4);
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM ") +
                                       ScriptedScreen::oneLine(msg::kKeepOldTickets) +
-                                      QStringLiteral(" -> no")));
+                                      QStringLiteral(" | 信息提示 -> no")));
     auto rows = tickets();
     ASSERT_EQ(rows.size(), 4u);
     EXPECT_EQ(rows[2].id, 3);

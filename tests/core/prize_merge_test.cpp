@@ -89,8 +89,9 @@ TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
     store_Execute(QStringLiteral("UPDATE 日志表 SET 红球中=9, 蓝球中=9"));
     EXPECT_EQ(check_KaiJiang(kIssue), 0);
     EXPECT_EQ(ui().messages(), QStringList{QStringLiteral(
-                                   "出错啦!\\n\\n当前表格或历史开奖数据中没有第２００８１１８期的数据！\\n\\n"
+                                   "当前表格或历史开奖数据中没有第２００８１１８期的数据！\\n\\n"
                                    "          无法核对哦^_^！！")});
+    EXPECT_EQ(ui().messageTitles(), QStringList{QStringLiteral("出错啦!")});
     EXPECT_EQ(hits(t), std::make_pair(9, 9));
     EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("DRAWN")).isEmpty());
     // A draw but nothing hit: no success box, the report in the log only.

@@ -11,6 +11,7 @@
 #include "analysis/history_tables.h"
 #include "analysis/jindu.h"
 #include "app/app_flow.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
@@ -31,17 +32,7 @@ using namespace dovrex;
 
 namespace {
 
-class AnswerScreen : public GuiScreen {
-  public:
-    bool answer = true;
-    QStringList shown, asked;
-    void ui_Message(const QString& text, MessageKind) override { shown << text; }
-    bool ui_Confirm(const QString& text) override {
-        asked << text;
-        return answer;
-    }
-    int ui_ChooseUserMode() override { return 1; }
-};
+using AnswerScreen = AnsweringScreen;
 
 class AnalysisPagesTest : public SeededProgramTest {
   protected:

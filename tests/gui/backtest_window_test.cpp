@@ -10,6 +10,7 @@
 #include "domain/condition_catalogue.h"
 #include "filters/backtest.h"
 #include "filters/condition_store.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "ui/conditions/backtest_window.h"
 #include "ui/shell/form_main.h"
@@ -18,12 +19,7 @@
 namespace dovrex {
 namespace {
 
-class SilentScreen : public GuiScreen {
-  public:
-    void ui_Message(const QString&, MessageKind) override {}
-    bool ui_Confirm(const QString&) override { return true; }
-    int ui_ChooseUserMode() override { return 1; }
-};
+using SilentScreen = AnsweringScreen;
 
 class BacktestWindowTest : public SeededProgramTest {};
 

@@ -16,6 +16,7 @@
 #include "app/app_flow.h"
 #include "app/pipeline_commands.h"
 #include "filters/condition_store.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
@@ -39,21 +40,15 @@ namespace {
 
 // Boxes answered yes, the issue typed in advance; at a chosen yield of the running command it
 // either throws or closes the window from a timer.
-class TrapScreen : public GuiScreen {
+class TrapScreen : public AnsweringScreen {
   public:
-    QStringList shown;
     int pumps = 0;
     int closeAtPump = 0;
     int throwAtPump = 0;
     std::function<void()> fault;
     int depthAtClose = -1;
 
-    void ui_Message(const QString& text, MessageKind) override { shown << text; }
-    bool ui_Confirm(const QString&) override { return true; }
-    QString ui_AskText(const QString&, const QString&, const QString&) override {
-        return QStringLiteral("2026097");
-    }
-    int ui_ChooseUserMode() override { return 1; }
+    TrapScreen() { reply = QStringLiteral("2026097"); }
     void ui_Pump() override {
         ++pumps;
         if (pumps == throwAtPump) fault();

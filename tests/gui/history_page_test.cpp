@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "app/app_flow.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
@@ -17,8 +18,8 @@
 #include "store/schema.h"
 #include "store/store.h"
 #include "ui/history/fenbu_grid.h"
-#include "ui/shell/form_main.h"
 #include "ui/history/history_page.h"
+#include "ui/shell/form_main.h"
 #include "ui/shell/program_session.h"
 #include "widgets/cursor_model.h"
 #include "widgets/search_row.h"
@@ -28,16 +29,9 @@ using namespace dovrex;
 namespace {
 
 // Keeps the boxes' texts and answers questions from a queue instead of opening them.
-class BoxScreen : public GuiScreen {
+class BoxScreen : public AnsweringScreen {
   public:
-    QStringList shown;
-    QStringList replies;
-    void ui_Message(const QString& text, MessageKind) override { shown << text; }
-    bool ui_Confirm(const QString&) override { return false; }
-    QString ui_AskText(const QString&, const QString&, const QString& defaultText) override {
-        return replies.isEmpty() ? defaultText : replies.takeFirst();
-    }
-    int ui_ChooseUserMode() override { return 1; }
+    BoxScreen() { answer = false; }
 };
 
 class HistoryPageTest : public SeededProgramTest {
@@ -127,12 +121,12 @@ TEST_F(HistoryPageTest, SearchRowCountsMatchesAndANoMatchClearsIt) {
 }
 
 TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
-    screen_->replies = {QStringLiteral("2026001")};
+    screen_->typed = {QStringLiteral("2026001")};
     button("cmm_scls")->click();
     EXPECT_EQ(screen_->shown, QStringList{msg::kDrawDeleteDone});
     EXPECT_EQ(page_->model()->rowCount(), 3492);
     screen_->shown.clear();
-    screen_->replies = {QStringLiteral("2026001")};
+    screen_->typed = {QStringLiteral("2026001")};
     button("cmm_scls")->click();
     EXPECT_EQ(screen_->shown, QStringList{msg::kDeleteMissing});
 

@@ -23,6 +23,7 @@
 
 #include "app/app_flow.h"
 #include "filters/condition_files.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
@@ -46,15 +47,9 @@ using namespace dovrex;
 namespace {
 
 // Answers every yes/no box with `answer` and keeps what it was shown instead of opening boxes.
-class ScriptedScreen : public GuiScreen {
+class ScriptedScreen : public AnsweringScreen {
   public:
-    bool answer = false;
-    QStringList asked, shown;
-    void ui_Message(const QString& text, MessageKind) override { shown << text; }
-    bool ui_Confirm(const QString& text) override {
-        asked << text;
-        return answer;
-    }
+    ScriptedScreen() { answer = false; }
     // The first-run choice and the login, answered without their windows.
     int mode = 1;
     QString user, password;

@@ -21,6 +21,7 @@
 #include "app/pipeline_commands.h"
 #include "domain/date_value.h"
 #include "filters/condition_store.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"
 #include "screen/shared_state.h"
@@ -41,18 +42,9 @@ namespace {
 
 // The player's side of the boxes: messages kept, questions answered from a queue (yes when empty),
 // the issue typed in advance.
-class PlayerScreen : public GuiScreen {
+class PlayerScreen : public AnsweringScreen {
   public:
-    QStringList shown, asked;
-    QList<bool> answers;
-    QString typed = QStringLiteral("2026097");
-    void ui_Message(const QString& text, MessageKind) override { shown << text; }
-    bool ui_Confirm(const QString& text) override {
-        asked << text;
-        return answers.isEmpty() ? true : answers.takeFirst();
-    }
-    QString ui_AskText(const QString&, const QString&, const QString&) override { return typed; }
-    int ui_ChooseUserMode() override { return 1; }
+    PlayerScreen() { reply = QStringLiteral("2026097"); }
 };
 
 class PickPageTest : public StartedProgramTest<PlayerScreen> {

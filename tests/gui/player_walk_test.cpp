@@ -17,15 +17,16 @@
 #include "app/pipeline_commands.h"
 #include "domain/date_value.h"
 #include "filters/condition_store.h"
+#include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_options.h"
 #include "store/store.h"
 #include "ui/conditions/conditions_page.h"
+#include "ui/conditions/pick_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
-#include "ui/conditions/pick_page.h"
 #include "ui/shell/program_session.h"
 #include "ui/tickets/tickets_page.h"
 #include "widgets/cursor_model.h"
@@ -38,29 +39,15 @@ namespace {
 using Ticket = std::array<int, 7>;  // six reds ascending, then the blue
 
 // Questions answered yes, texts typed from a queue (the proposed text when it runs dry).
-class PlayerScreen : public GuiScreen {
+class PlayerScreen : public AnsweringScreen {
   public:
-    QStringList shown, asked;
-    QStringList typed;
-    QList<bool> answers;  // yes when it runs dry
-    QString file;         // the file every file dialog chooses
     TicketImportOptions importAs;
-    void ui_Message(const QString& text, MessageKind) override { shown << text; }
-    bool ui_Confirm(const QString& text) override {
-        asked << text;
-        return answers.isEmpty() ? true : answers.takeFirst();
-    }
-    QString ui_PickFile(const QString&, bool) override { return file; }
     // The export dialog is accepted as it opens: numbers, a blank between reds, "+" before the blue.
     bool ui_ToFile(TicketExportOptions&) override { return true; }
     bool ui_FromFile(TicketImportOptions& options) override {
         options = importAs;
         return true;
     }
-    QString ui_AskText(const QString&, const QString&, const QString& proposed) override {
-        return typed.isEmpty() ? proposed : typed.takeFirst();
-    }
-    int ui_ChooseUserMode() override { return 1; }
 };
 
 std::vector<Ticket> ticketsOf(int issue) {

@@ -2,8 +2,8 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSpinBox>
 #include <QSlider>
+#include <QSpinBox>
 #include <QTest>
 
 #include "filters/condition_store.h"

@@ -190,22 +190,28 @@ void GuiScreen::releaseGrids() {
         if (auto* model = qobject_cast<CursorModel*>(view->model())) model->setCursor(nullptr);
 }
 
-void GuiScreen::ui_Message(const QString& text, MessageKind kind) {
+void GuiScreen::ui_Message(const QString& text, MessageKind kind, const QString& title) {
     const QMessageBox::Icon icon = kind == MessageKind::Error     ? QMessageBox::Critical
                                    : kind == MessageKind::Warning ? QMessageBox::Warning
                                                                   : QMessageBox::Information;
-    QMessageBox box(icon, kBoxTitle, text, QMessageBox::Ok, window_);
+    QMessageBox box(icon, title.isEmpty() ? kBoxTitle : title, text, QMessageBox::Ok, window_);
     box.button(QMessageBox::Ok)->setText(QStringLiteral("确定"));
     box.exec();
 }
 
-bool GuiScreen::ui_Confirm(const QString& text) {
-    QMessageBox box(QMessageBox::Question, kBoxTitle, text, QMessageBox::Yes | QMessageBox::No, window_);
-    box.setDefaultButton(QMessageBox::Yes);
-    box.setEscapeButton(QMessageBox::No);  // closing the box is no
-    box.button(QMessageBox::Yes)->setText(QStringLiteral("是(&Y)"));
-    box.button(QMessageBox::No)->setText(QStringLiteral("否(&N)"));
-    return box.exec() == QMessageBox::Yes;
+bool GuiScreen::ui_Confirm(const QString& text, ConfirmButtons buttons, const QString& title) {
+    const bool ok = buttons == ConfirmButtons::OkCancel;
+    const QMessageBox::StandardButton go = ok ? QMessageBox::Ok : QMessageBox::Yes;
+    const QMessageBox::StandardButton back = ok ? QMessageBox::Cancel : QMessageBox::No;
+    // A titled question is a notice that asks (the old tickets of an issue): it wears the
+    // information icon, as its title says.
+    QMessageBox box(title.isEmpty() ? QMessageBox::Question : QMessageBox::Information,
+                    title.isEmpty() ? kBoxTitle : title, text, go | back, window_);
+    box.setDefaultButton(go);
+    box.setEscapeButton(back);  // closing the box is no
+    box.button(go)->setText(ok ? QStringLiteral("确定") : QStringLiteral("是(&Y)"));
+    box.button(back)->setText(ok ? QStringLiteral("取消") : QStringLiteral("否(&N)"));
+    return box.exec() == go;
 }
 
 QString GuiScreen::ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) {
@@ -237,10 +243,13 @@ void GuiScreen::ui_Progress(int min, int max, int value, bool visible) {
     bar->setVisible(visible);
 }
 
-QString GuiScreen::ui_PickFile(const QString& filter, bool save) {
+QString GuiScreen::ui_PickFile(const QString& filter, bool save, bool askOverwrite) {
     const QString start = lastDir_.isEmpty() ? QDir::homePath() : lastDir_;
+    const QFileDialog::Options options =
+        askOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
     const QString path =
-        save ? QFileDialog::getSaveFileName(window_, QStringLiteral("保存文件"), start, filter)
+        save ? QFileDialog::getSaveFileName(window_, QStringLiteral("保存文件"), start, filter, nullptr,
+                                            options)
              : QFileDialog::getOpenFileName(window_, QStringLiteral("打开文件"), start, filter);
     if (!path.isEmpty()) lastDir_ = QFileInfo(path).absolutePath();
     return path;

@@ -55,12 +55,14 @@ class GuiScreen : public QObject, public Screen {
     // Unbinds every grid (before the store closes).
     void releaseGrids();
 
-    void ui_Message(const QString& text, MessageKind kind = MessageKind::Information) override;
-    bool ui_Confirm(const QString& text) override;
+    void ui_Message(const QString& text, MessageKind kind = MessageKind::Information,
+                    const QString& title = {}) override;
+    bool ui_Confirm(const QString& text, ConfirmButtons buttons = ConfirmButtons::YesNo,
+                    const QString& title = {}) override;
     QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) override;
     void ui_Status(int panel, const QString& text) override;
     void ui_Progress(int min, int max, int value, bool visible) override;
-    QString ui_PickFile(const QString& filter, bool save) override;
+    QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true) override;
     void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) override;
     void ui_Pump() override;
 

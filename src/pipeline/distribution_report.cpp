@@ -11,10 +11,13 @@ namespace dovrex {
 
 void show_HaoMaFenBu(IssueNumber issue) {
     SharedState& s = shared();
+    // A Stop of the pass before (the shrink) leaves tingZhi raised: no report then.
+    if (s.tingZhi) return;
     const std::vector<StoredTicket> rows = read_StoredTickets({}, issue);
     if (rows.empty()) return;
     RunPanel panel(int(rows.size()));
-    log_Append(QStringLiteral("正在统计各号码发布情况．．．"));
+    const PassLog log;
+    log.show(QStringLiteral("正在统计各号码发布情况．．．"));
     std::array<int, kRedCount + 1> count{};
     Screen& ui = screen();
     int done = 0;
@@ -26,13 +29,13 @@ void show_HaoMaFenBu(IssueNumber issue) {
         panel.step(++done);
     }
     if (s.tingZhi) return;
-    QString text = s.operationLog + kCrLf2 + QStringLiteral("所选红球号码分布情况——") + kCrLf;
+    QString text = QStringLiteral("所选红球号码分布情况——") + kCrLf;
     for (int n = 1; n <= kRedCount; ++n) {
         if (count[size_t(n)] == 0) continue;
         text += kCrLf + to_QuanJiao(QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'))) +
                 QStringLiteral("：") + QString::number(count[size_t(n)]) + QStringLiteral(" 注.") + kCrLf;
     }
-    log_Set(text);
+    log.show(text);
 }
 
 }  // namespace dovrex

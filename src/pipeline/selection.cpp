@@ -97,12 +97,13 @@ void run_ZhiNengYouHua(IssueNumber issue, int t) {
     const auto rows = read_StoredTickets(unfiltered, issue);
     if (rows.empty()) return;
     RunPanel panel(int(rows.size()));
-    log_Append(QStringLiteral("[ 智能优化 ]优化正在进行中．．．"));
+    const PassLog log;
+    log.show(QStringLiteral("[ 智能优化 ]优化正在进行中．．．"));
     const bool done = scoreTickets(rows, issue, panel);
     writeTop(QStringLiteral(
                  "select top 60 percent 临时数据 from 日志表 where 期号=? order by 临时数据 asc,序号 asc"),
              issue, 0);
-    if (done) log_Append(QStringLiteral("[ 智能优化 ] 完 成 "));
+    if (done) log.show(QStringLiteral("[ 智能优化 ] 完 成 "));
 }
 
 void run_JingXuan(IssueNumber issue, int n) {
@@ -132,7 +133,8 @@ void run_JingXuan(IssueNumber issue, int n) {
     if (rows.empty()) return;
     {
         RunPanel panel(int(rows.size()));
-        log_Append(QStringLiteral("[ 号码分析 ]分析正在进行中．．．"));
+        const PassLog log;
+        log.show(QStringLiteral("[ 号码分析 ]分析正在进行中．．．"));
         const ChaZhiBlock block = loadDifferenceBlock(issue);
         const ChaZhiMoShi pattern = calc_ChaZhiMoShi(block);
         SharedState& s = shared();
@@ -168,7 +170,8 @@ void run_JingXuan(IssueNumber issue, int n) {
         Prepared mark(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE rowid=?"));
         for (long long id : survivors) mark.bind(1, kChosen).bind(2, id).exec();
         delete_StoredTickets(issue, removed, survivors);
-        if (!s.tingZhi) log_Append(QStringLiteral("[ 号码分析 ] 完 成 "));
+        if (!s.tingZhi)
+            log.show(QStringLiteral("[ 号码分析 ] 完 成 ，") + ticketsAndCost(int(survivors.size())));
     }
     screen().ui_Message(msg::kSelectDone);
     load_TouZhuBiao(issue);

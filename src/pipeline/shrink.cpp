@@ -30,7 +30,7 @@ int countTickets(IssueNumber issue) {
 
 QString resultLine(int t, int count) {
     return QStringLiteral("[") + shrinkCaption(t) + QStringLiteral("]缩水后余：") + to_QuanJiao(count) +
-           QStringLiteral(" 注");
+           QStringLiteral(" 注，") + QString::number(qint64(count) * kTicketPrice) + QStringLiteral(" 元");
 }
 
 struct TimerOff {
@@ -291,7 +291,9 @@ int run_SuoShui(int t, IssueNumber issue) {
         log_Set(savedLog + kCrLf2 + resultLine(t, kept) + kCrLf2 +
                 proveGuarantee(scan, masks, marks, t, issue));
     }
-    s.tingZhi = 0;
+    // A Stop stays raised, so that the command skips the distribution report after it; a Stop
+    // that only cut the optimiser short ended a finished shrink.
+    if (!scan.stopped) s.tingZhi = 0;
     return kept;
 }
 

@@ -37,6 +37,7 @@ int merge_XiangTongZhu() {
     everyIssue.orderBy = QStringLiteral("序号 asc");
     const std::vector<StoredTicket> rows = read_StoredTickets(everyIssue);
     if (rows.empty()) return 0;
+    const PassLog log;
     const int total = int(rows.size());
 
     // Each distinct set of reds is one walk, in the order of its first ticket; a walk marks the later
@@ -55,8 +56,8 @@ int merge_XiangTongZhu() {
 
     {
         RunPanel panel(total);
-        log_Append(QStringLiteral("合并相同注期前有： ") + to_QuanJiao(total) + QStringLiteral("  注") +
-                   kCrLf2 + QStringLiteral("合并相同注正在进行中．．．"));
+        log.show(QStringLiteral("合并相同注期前有： ") + to_QuanJiao(total) + QStringLiteral("  注") +
+                 kCrLf2 + QStringLiteral("合并相同注正在进行中．．．"));
         // The walks run in memory; their marks reach the table at the end: 临时数据 of every row
         // at once, the first tickets of the walks done when a Stop left some undone, and the repeats
         // deleted in one statement.
@@ -90,7 +91,7 @@ int merge_XiangTongZhu() {
 
     const int left = store().scalar(QStringLiteral("select count(*) from 日志表")).toInt();
     load_TouZhuBiao(-1);
-    log_Append(QStringLiteral("合并相同注后余：") + to_QuanJiao(left) + QStringLiteral(" 注"));
+    log.show(QStringLiteral("合并相同注后余：") + to_QuanJiao(left) + QStringLiteral(" 注"));
     return left;
 }
 

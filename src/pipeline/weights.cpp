@@ -112,9 +112,10 @@ bool run_QuanZhong(IssueNumber issue) {
         rows.push_back({t.key, w});
     }
     if (rows.empty()) return false;
+    const PassLog log;
     {
         RunPanel panel(int(rows.size()));
-        log_Append(QStringLiteral("正在进行号码权重设置．．．"));
+        log.show(QStringLiteral("正在进行号码权重设置．．．"));
         Screen& ui = screen();
         Transaction tx(store());
         Prepared write(QStringLiteral("UPDATE 日志表 SET 临时数据=? WHERE rowid=?"));
@@ -126,7 +127,7 @@ bool run_QuanZhong(IssueNumber issue) {
             panel.step(++done);
         }
     }
-    log_Append(QStringLiteral("号码权重设置完成！"));
+    log.show(QStringLiteral("号码权重设置完成！"));
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "screen/run_panel.h"
 
+#include "domain/game.h"
 #include "screen/control_roles.h"
 #include "screen/shared_state.h"
 
@@ -16,6 +17,16 @@ void log_CaoZuo(const QString& text, bool keep) {
 
 void log_Append(const QString& line) {
     log_Set(shared().operationLog + kCrLf2 + line);
+}
+
+PassLog::PassLog() : saved_(shared().operationLog) {}
+
+void PassLog::show(const QString& line) const {
+    log_Set(saved_ + kCrLf2 + line);
+}
+
+QString ticketsAndCost(int tickets) {
+    return QStringLiteral("共 %1 注，%2 元").arg(tickets).arg(qint64(tickets) * kTicketPrice);
 }
 
 namespace {

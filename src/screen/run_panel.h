@@ -17,6 +17,21 @@ void log_Append(const QString& line);
 // Replaces the whole text.
 void log_Set(const QString& wholeText);
 
+// The log as it stood when a pass began. The pass shows its in-progress line behind it, then
+// replaces that line with its result instead of adding the result below it.
+class PassLog {
+  public:
+    PassLog();
+    // The saved text, two line ends and the line.
+    void show(const QString& line) const;
+
+  private:
+    QString saved_;
+};
+
+// "共 N 注，M 元": a count of tickets with what they cost.
+QString ticketsAndCost(int tickets);
+
 // The progress panel of a pass over the tickets: ProgressBar_TouZu_Busy from 0 to the total,
 // LabelJindu the value, LabelJinduAll the total, FrameStop shown with cmm_stop enabled and the
 // command buttons (Pic_subTouZhu) disabled while it lives; all restored when it goes, on every way

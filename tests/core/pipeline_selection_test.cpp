@@ -94,7 +94,10 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
     }
     EXPECT_EQ(left, keep);  // 序号 keeps its gaps
     EXPECT_EQ(ui().messages().last(), msg::kSelectDone);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[ 号码分析 ] 完 成 ")));
+    // The result replaces the in-progress line and gives what the tickets left cost.
+    EXPECT_TRUE(shared().operationLog.endsWith(
+        QStringLiteral("\r\n\r\n[ 号码分析 ] 完 成 ，共 %1 注，%2 元").arg(keep.size()).arg(2 * keep.size())));
+    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("分析正在进行中")));
 
     // More than there are: all stay.
     ui().answerText(QStringLiteral("100"));

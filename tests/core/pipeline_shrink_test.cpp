@@ -257,7 +257,7 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(rows()[0].serial, 1);
     EXPECT_EQ(rows()[0].mark, 6);
     EXPECT_TRUE(shared().operationLog.contains(
-        QStringLiteral("[保六型]缩水后余：１ 注\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
+        QStringLiteral("[保六型]缩水后余：１ 注，2 元\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
 
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
@@ -266,7 +266,7 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(run_SuoShui(7, kIssue), 2);
     EXPECT_EQ(rows().size(), 2u);
     EXPECT_EQ(ui().messages(), QStringList{msg::kShrinkNothingRemoved});
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保七型]缩水后余：２ 注")));
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保七型]缩水后余：２ 注，4 元")));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].blue, 1);
 
@@ -335,6 +335,9 @@ TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
     EXPECT_EQ(marked, kept);
     EXPECT_NE(after.back().serial, int(after.size()));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TimerSuosuijinxingzong.enabled = false")));
+    // The Stop stays raised, so the distribution report that follows a shrink is skipped.
+    show_HaoMaFenBu(kIssue);
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户停止！")));
 }
 
 TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {

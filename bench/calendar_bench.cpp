@@ -3,9 +3,20 @@
 
 #include "bench.h"
 #include "calendar/almanac.h"
+#include "calendar/bazi_haoma.h"
+#include "calendar/calendar_text.h"
 #include "calendar/nongli.h"
 
 namespace {
+
+// What the calendar control does for one month: the grid and the lunar line of every day in it.
+int monthGridTexts(int year, int month) {
+    dovrex::build_MonthGrid(year, month);
+    int characters = 0;
+    for (const std::int16_t day : dovrex::RiLiGeZi)
+        if (day > 0) characters += int(dovrex::calendarCellText(QDate(year, month, day)).size());
+    return characters;
+}
 
 const bench::Register almanacYear("calendar", [] {
     dovrex::init_NongLiTables();
@@ -20,10 +31,33 @@ const bench::Register almanacYear("calendar", [] {
     bench::report(QStringLiteral("almanac table of one year, processor time"),
                   double(std::clock() - cpu) * 1000 / CLOCKS_PER_SEC, QStringLiteral("ms"));
 
+    // Years nobody asked for yet: the first month shown in a year pays for that year's terms.
+    t.restart();
+    monthGridTexts(2031, 2);
+    bench::report(QStringLiteral("month grid of a year not shown before"), double(t.nsecsElapsed()) / 1e6,
+                  QStringLiteral("ms"));
+    t.restart();
+    monthGridTexts(2031, 3);
+    bench::report(QStringLiteral("month grid of the same year again"), double(t.nsecsElapsed()) / 1e6,
+                  QStringLiteral("ms"));
+    t.restart();
+    dovrex::BaziState state;
+    dovrex::make_BaziReport(dovrex::naiveDateTime(QDate(1987, 8, 8), 9 * 3600), QDate(2024, 6, 1),
+                            dovrex::getJieQistr(1987, QStringLiteral("小寒"), -1, true), state);
+    bench::report(QStringLiteral("birth-chart report of a year not asked before"),
+                  double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+
     t.restart();
     qsizetype characters = 0;
     for (int year = 1901; year <= 2100; ++year) characters += dovrex::getJieQi1(year).size();
     bench::report(QStringLiteral("almanac tables of 1901..2100 (%1 characters)").arg(characters),
+                  double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+
+    t.restart();
+    int cells = 0;
+    for (int year = 1901; year <= 2100; ++year)
+        for (int month = 1; month <= 12; ++month) cells += monthGridTexts(year, month);
+    bench::report(QStringLiteral("month grids of 1901..2100 (%1 characters)").arg(cells),
                   double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
 
     t.restart();

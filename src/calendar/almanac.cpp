@@ -6,6 +6,10 @@
 #include <QHash>
 #include <QStringList>
 #include <cmath>
+#include <memory>
+#include <mutex>
+
+#include "calendar/nongli.h"
 
 namespace dovrex {
 namespace almanac {
@@ -281,24 +285,73 @@ int beijingDay(double t) {
     return int(std::floor(beijingDayValue(t)));
 }
 
-QString beijingTimeText(double t) {
+namespace {
+
+// Beijing civil time of a dynamical time, the seconds rounded half up. Seconds carry into minutes
+// and hours, never into the date, so 23:59:59.6 reads 24:00:00 of the same day.
+CivilTime beijingCivilTime(double t) {
     const double jd = t + kJ2000 + 8.0 / 24;
-    const CivilTime c = fromJulianDay(jd - deltaT_days(jd - kJ2000));
-    int h = c.h, m = c.mi, s = int(std::floor(c.s + 0.5));
-    // Seconds carry into minutes and hours, never into the date.
-    if (s >= 60) s -= 60, ++m;
-    if (m >= 60) m -= 60, ++h;
+    CivilTime c = fromJulianDay(jd - deltaT_days(jd - kJ2000));
+    c.s = std::floor(c.s + 0.5);
+    if (c.s >= 60) c.s -= 60, ++c.mi;
+    if (c.mi >= 60) c.mi -= 60, ++c.h;
+    return c;
+}
+
+}  // namespace
+
+QString beijingTimeText(double t) {
+    const CivilTime c = beijingCivilTime(t);
     auto two = [](int v) { return QStringLiteral("%1").arg(v, 2, 10, QLatin1Char('0')); };
-    return QStringLiteral("%1-%2-%3 %4:%5:%6").arg(c.y, 5).arg(two(c.m), two(c.d), two(h), two(m), two(s));
+    return QStringLiteral("%1-%2-%3 %4:%5:%6")
+        .arg(c.y, 5)
+        .arg(two(c.m), two(c.d), two(c.h), two(c.mi), two(int(c.s)));
+}
+
+namespace {
+
+// Row i of a year's table holds a term at i * 30 - 105 degrees and a mid-term 15 degrees on, each
+// searched from its own start; rows 1..12 are the year's 24 terms from 小寒 to 冬至.
+double tableTerm(int year, int row, bool midTerm) {
+    const double t1 = 365.2422 * (year - 2000) - 50;
+    return jiaoCal(t1 + row * 30.4, row * 30 - (midTerm ? 90 : 105), 0);
+}
+
+YearTerms computeYearTerms(int year) {
+    YearTerms y;
+    for (int k = 0; k < 24; ++k) {
+        y.td[k] = tableTerm(year, k / 2 + 1, k % 2 == 1);
+        const CivilTime c = beijingCivilTime(y.td[k]);
+        y.day[k] = QDate(c.y, c.m, c.d);
+        y.moment[k] = naiveDateTime(y.day[k], c.h * 3600 + c.mi * 60 + qint64(c.s));
+        y.text[k] = beijingTimeText(y.td[k]).trimmed();
+    }
+    return y;
+}
+
+}  // namespace
+
+const YearTerms* yearTerms(int year) {
+    if (year < kFirstTermYear || year > kLastTermYear) return nullptr;
+    // Each year is computed once (about 3 ms) and kept: the month grid asks for a term on every
+    // cell it draws. The entries never move, so a pointer handed out stays good.
+    static std::mutex lock;
+    static std::array<std::unique_ptr<const YearTerms>, kLastTermYear - kFirstTermYear + 1> years;
+    const std::lock_guard<std::mutex> guard(lock);
+    auto& slot = years[year - kFirstTermYear];
+    if (!slot) slot = std::make_unique<const YearTerms>(computeYearTerms(year));
+    return slot.get();
 }
 
 YearTable paiYue(int year) {
     YearTable r;
     r.year = year;
-    const double t1 = 365.2422 * (year - 2000) - 50;
+    // Rows 1..12 are the year's kept terms; the rows before and after are searched here.
+    const YearTerms* own = yearTerms(year);
     for (int i = 0; i < 14; ++i) {
-        r.zq[i] = jiaoCal(t1 + i * 30.4, i * 30 - 90, 0);
-        r.jq[i] = jiaoCal(t1 + i * 30.4, i * 30 - 105, 0);
+        const bool kept = own && i >= 1 && i <= 12;
+        r.jq[i] = kept ? own->td[2 * i - 2] : tableTerm(year, i, false);
+        r.zq[i] = kept ? own->td[2 * i - 1] : tableTerm(year, i, true);
     }
     // From 0 hours on the day after the winter solstice: 14 new moons.
     const double dayValue = beijingDayValue(r.zq[0]);
@@ -356,30 +409,15 @@ QString getJieQi1(int year) {
 }
 
 QString getJieQistr(int year, const QString& termName, int termIndex, bool allTerms) {
-    static const QString kNames = QStringLiteral(
-        "小寒大寒立春雨水惊蛰春分清明谷雨立夏小满芒种夏至小暑大暑立秋处暑白露秋分寒露霜降立冬小雪大雪冬至");
-    QStringList names;
-    for (int i = 0; i < 24; ++i) names << kNames.mid(i * 2, 2);
-    const QString wanted = (termIndex >= 1 && termIndex <= 24) ? names[termIndex - 1] : termName;
-    if (wanted.isEmpty() && !allTerms) return {};
-
-    QString text = getJieQi1(year);
-    const int start = text.indexOf(QStringLiteral("小寒"));
-    if (text.isEmpty() || start < 0) return {};
-    text = text.mid(start);
-
+    const almanac::YearTerms* terms = almanac::yearTerms(year);
+    if (!terms) return {};
     if (allTerms) {
-        QString list;
-        for (const QString& name : names) {
-            const int p = text.indexOf(name);
-            if (p < 0) return {};
-            list += text.mid(p + 4, 19) + QLatin1Char(',');
-        }
-        list.chop(1);
-        return list;
+        QStringList all;
+        for (const QString& t : terms->text) all << t;
+        return all.join(QLatin1Char(','));
     }
-    const int p = text.indexOf(wanted);
-    return p < 0 ? QString() : text.mid(p + 4, 19);
+    const int k = (termIndex >= 1 && termIndex <= 24) ? termIndex - 1 : int(JieQiMing.indexOf(termName));
+    return k < 0 ? QString() : terms->text[k];
 }
 
 }  // namespace dovrex

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QDate>
+#include <QDateTime>
 #include <QString>
+#include <array>
 #include <vector>
 
 // The almanac: exact solar terms and new moons of a year, in Beijing time, and the lunar month
@@ -44,13 +47,30 @@ struct YearTable {
 };
 YearTable paiYue(int year);
 
+// The years whose solar terms come from the almanac: those of the lunar month table, over which
+// the sun's series is fitted. Outside them the simple formula stands in.
+constexpr int kFirstTermYear = 1900;
+constexpr int kLastTermYear = 2100;
+
+// The 24 solar terms of a year in the order of JieQiMing (小寒 first), each from the sun's
+// longitude with the same search as the year's table, so the two agree to the second.
+struct YearTerms {
+    std::array<double, 24> td{};       // dynamical time, days from J2000
+    std::array<QString, 24> text;      // "yyyy-mm-dd hh:mm:ss" as the table prints it
+    std::array<QDateTime, 24> moment;  // the same in naive Beijing time (an hour of 24 carried over)
+    std::array<QDate, 24> day;         // the Beijing date the term falls on
+};
+// Computed once per year and kept; nullptr outside kFirstTermYear..kLastTermYear.
+const YearTerms* yearTerms(int year);
+
 }  // namespace almanac
 
 // The almanac text of a year, trimmed: head line, rule, and one row per lunar month.
 QString getJieQi1(int year);
 // One term's time "yyyy-mm-dd hh:mm:ss" (termIndex 1..24 in the order of JieQiMing picks the name,
-// else termName decides), or with allTerms the 24 times joined by commas. Empty when the text
-// lacks a term, as it does in a year of 12 rows (no 大雪 and 冬至 of its own).
+// else termName decides), or with allTerms the 24 times joined by commas, in that order. Every
+// year of the almanac has all 24, whether its table has 12 rows or 13; empty outside those years
+// or for a name that is no term.
 QString getJieQistr(int year, const QString& termName, int termIndex, bool allTerms);
 
 }  // namespace dovrex

@@ -15,7 +15,8 @@ struct BaziState {
 };
 
 // The report of a birth moment. termList is the birth year's 24 term times from the almanac, or
-// empty (the formula decides then). Fills state and the fanXu of JiaZiBiao for today's year.
+// empty (solarTermTime decides then). Fills state and the fanXu of JiaZiBiao for today's year,
+// whose pillar turns at the almanac's 立春.
 QString make_BaziReport(const QDateTime& birth, const QDate& today, const QString& termList,
                         BaziState& state);
 

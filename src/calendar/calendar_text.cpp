@@ -58,7 +58,7 @@ namespace {
 
 QString termOfDay(const QDate& date) {
     for (int n = date.month() * 2 - 1; n <= date.month() * 2; ++n)
-        if (get_JieQiDate(date.year(), n, false).date() == date) return JieQiMing[n - 1];
+        if (solarTermDay(date.year(), n) == date) return JieQiMing[n - 1];
     return {};
 }
 

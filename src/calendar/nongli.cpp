@@ -3,6 +3,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "calendar/almanac.h"
+
 namespace dovrex {
 
 namespace {
@@ -105,7 +107,7 @@ QDateTime parseTermTime(const QString& text) {
     return naiveDateTime(d, hms[0].toInt() * 3600 + hms[1].toInt() * 60 + hms[2].toInt());
 }
 
-// The opening term of a list entry, or the formula's value when the list is empty or short.
+// The opening term of a list entry, or the term's own time when the list is empty or short.
 QDateTime openingTerm(const QString& termList, int entry, int year, int n) {
     if (!termList.isEmpty()) {
         const QStringList items = termList.split(QLatin1Char(','));
@@ -114,7 +116,7 @@ QDateTime openingTerm(const QString& termList, int entry, int year, int n) {
             if (t.isValid()) return t;
         }
     }
-    return get_JieQiDate(year, n, true);
+    return solarTermTime(year, n);
 }
 
 }  // namespace
@@ -310,6 +312,16 @@ QDateTime get_JieQiDate(int year, int n, bool withTime) {
     const QDateTime t =
         kEpoch.addSecs(qint64(std::nearbyint(half))).addSecs(qint64(std::nearbyint(total - half)));
     return withTime ? t : naiveDateTime(t.date());
+}
+
+QDateTime solarTermTime(int year, int n) {
+    if (const almanac::YearTerms* terms = almanac::yearTerms(year)) return terms->moment.at(n - 1);
+    return get_JieQiDate(year, n, true);
+}
+
+QDate solarTermDay(int year, int n) {
+    if (const almanac::YearTerms* terms = almanac::yearTerms(year)) return terms->day.at(n - 1);
+    return get_JieQiDate(year, n, false).date();
 }
 
 int findSexagenaryIndex(const QString& ganZhi) {

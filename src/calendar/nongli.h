@@ -8,8 +8,9 @@
 #include <cstdint>
 
 // The Chinese calendar: lunar dates from the month table, the sexagenary cycle, the four pillars,
-// solar terms by the simple formula, month grids and festivals. Pure date logic, no store, no window.
-// Date-times are naive (QDateTime in UTC is used only as a zone-free carrier).
+// solar terms (the almanac's, the simple formula beyond its years), month grids and festivals.
+// Pure date logic, no store, no window. Date-times are naive (QDateTime in UTC is used only as a
+// zone-free carrier).
 namespace dovrex {
 
 // One position of the sexagenary cycle.
@@ -56,17 +57,25 @@ QString get_ShengXiaoOfYear(int year);
 QString get_NaYin(const QString& ganZhi);
 
 // Solar term n (1..24, in the order of JieQiMing) by the mean-year formula; no time zone.
-// Without withTime the time of day is zero.
+// Without withTime the time of day is zero. Up to three hours off: only for years the almanac
+// does not reach.
 QDateTime get_JieQiDate(int year, int n, bool withTime);
 
+// Solar term n (1..24, in the order of JieQiMing) of a year in Beijing time, to the second: the
+// almanac's in its years (1900..2100), the formula's outside them. solarTermDay is the date it
+// falls on, as the almanac's table prints it.
+QDateTime solarTermTime(int year, int n);
+QDate solarTermDay(int year, int n);
+
 // The four pillars of a birth moment. termList is empty or the year's 24 term times
-// ("yyyy-mm-dd hh:mm:ss" joined by commas, in the order of JieQiMing) from the almanac.
-// which 1..4 gives one pillar (year, month, day, hour); anything else the whole text.
+// ("yyyy-mm-dd hh:mm:ss" joined by commas, in the order of JieQiMing); when it is empty, the
+// terms are solarTermTime's. which 1..4 gives one pillar (year, month, day, hour); anything else
+// the whole text.
 QString get_BaZi(const QDateTime& dateTime, int which, const QString& termList);
 // Position 1..60 of a pillar in JiaZiBiao, 0 if it is none.
 int findSexagenaryIndex(const QString& ganZhi);
-// The year pillar's position for a moment, the spring term decided by the simple formula
-// or by termList as in get_BaZi.
+// The year pillar's position for a moment, the spring term taken from termList or solarTermTime
+// as in get_BaZi.
 int nianZhuIndex(const QDateTime& dateTime, const QString& termList);
 
 void set_JiaZiFanXu(const QString& ganZhi);

@@ -44,8 +44,7 @@ bool headless_Almanac(HeadlessRunner& r, const HeadlessArgs& a) {
     if (year < kCalendarFirst.year() || year > kCalendarLast.year())
         return r.fail(QStringLiteral("year outside 1901..2100: ") + a.words.value(0));
     printLines(r, getJieQi1(year));
-    const QString terms = getJieQistr(year, QStringLiteral("小寒"), -1, true);
-    r.print(QStringLiteral("terms ") + (terms.isEmpty() ? QStringLiteral("none") : terms));
+    r.print(QStringLiteral("terms ") + getJieQistr(year, QStringLiteral("小寒"), -1, true));
     return true;
 }
 

@@ -110,23 +110,35 @@ TEST(Almanac, TableTextOfAYear) {
 }
 
 TEST(Almanac, TermLists) {
-    // A year of 12 rows lacks its own 大雪 and 冬至: no list, and no single time for them.
-    EXPECT_EQ(getJieQistr(2024, "小寒", -1, true), "");
-    EXPECT_EQ(getJieQistr(2024, "大雪", -1, false), "");
+    // A year of 12 rows has all 24 terms too, its own 大雪 and 冬至 among them, though its table
+    // ends at 小雪.
+    ASSERT_EQ(allYears().at(2024).rows, 12);
+    EXPECT_EQ(getJieQistr(2024, "大雪", -1, false), "2024-12-06 23:16:57");
     EXPECT_EQ(getJieQistr(2024, "立春", 0, false), "2024-02-04 16:27:03");
     EXPECT_EQ(getJieQistr(2024, "", 3, false), "2024-02-04 16:27:03");
     EXPECT_EQ(getJieQistr(2024, "不是", -1, false), "");
+    EXPECT_EQ(getJieQistr(2024, "", -1, false), "");
+    EXPECT_EQ(getJieQistr(2101, "小寒", -1, true), "");  // beyond the almanac's years
 
-    // 2023 has a leap month, 13 rows and the full list, in order, all in 2023.
-    const QStringList all = getJieQistr(2023, "小寒", -1, true).split(',');
-    ASSERT_EQ(all.size(), 24);
-    for (int i = 0; i < 24; ++i) {
-        EXPECT_EQ(all[i].size(), 19);
-        EXPECT_TRUE(all[i].startsWith("2023-"));
-        if (i > 0) EXPECT_LT(all[i - 1], all[i]);
-        EXPECT_EQ(all[i], getJieQistr(2023, "", i + 1, false));
+    // Every year, 12 rows or 13: the list runs from 小寒 to 冬至 of that year and gives the times
+    // of the year's own table, printed in its rows (12 rows stop at 小雪) or kept beyond them.
+    for (int year = 1901; year <= 2100; ++year) {
+        const QStringList all = getJieQistr(year, "小寒", -1, true).split(',');
+        ASSERT_EQ(all.size(), 24) << year;
+        const YearTable& table = allYears().at(year);
+        const QStringList lines = table.text.split("\r\n");
+        for (int k = 0; k < 24; ++k) {
+            const int row = k / 2 + 1;
+            ASSERT_TRUE(all[k].startsWith(QString::number(year))) << year << ' ' << k;
+            if (k > 0) ASSERT_LT(all[k - 1], all[k]) << year;
+            ASSERT_EQ(beijingTimeText(k % 2 ? table.zq[row] : table.jq[row]).trimmed(), all[k]) << year;
+            if (row < table.rows) {
+                ASSERT_EQ(lines[row + 2].mid(k % 2 * 24, 2), JieQiMing[k]) << year;
+                ASSERT_EQ(lines[row + 2].mid(k % 2 * 24 + 4, 19), all[k]) << year << ' ' << k;
+            }
+        }
     }
-    EXPECT_TRUE(all[23].startsWith("2023-12-22 11:27")) << all[23].toStdString();
+    EXPECT_TRUE(getJieQistr(2023, "冬至", -1, false).startsWith("2023-12-22 11:27"));
 }
 
 TEST(Almanac, AgreesWithPublishedTimes) {

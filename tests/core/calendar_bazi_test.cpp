@@ -100,7 +100,7 @@ TEST_F(BaziPick, FixedBirthsGiveFixedTickets) {
     const Case cases[] = {
         {at(1990, 5, 17, 8, 30), "庚午辛巳壬午甲辰", "08 15 24 23 01 14+02"},
         {at(1984, 2, 4, 23, 30), "甲子丙寅己巳甲子", "05 04 12 27 09 18+05"},
-        {at(2024, 2, 4, 16, 0), "甲辰丙寅戊戌庚申", "01 12 27 07 09 20+12"},
+        {at(2024, 2, 4, 16, 0), "癸卯乙丑戊戌庚申", "02 04 07 09 20 12+04"},  // 立春 came at 16:27
         {at(1965, 6, 1, 10, 0), "乙巳辛巳丙戌癸巳", "06 24 19 12 15 23+01"},
     };
     for (const Case& c : cases) {
@@ -116,15 +116,26 @@ TEST_F(BaziPick, FixedBirthsGiveFixedTickets) {
         << report.toStdString();
 }
 
-TEST_F(BaziPick, SpringTermOfTheAlmanacDecidesTheYear) {
-    // 立春 2023 fell at 10:42:21; the almanac's list is used when the year has one.
-    const QString terms = getJieQistr(2023, "小寒", -1, true);
-    ASSERT_FALSE(terms.isEmpty());
+TEST_F(BaziPick, TermsOfTheAlmanacDecideYearAndMonth) {
+    // 立春 2023 fell at 10:42:21.
+    const QString terms2023 = getJieQistr(2023, "小寒", -1, true);
     BaziState before, after;
-    make_BaziReport(at(2023, 2, 4, 10, 40), today, terms, before);
-    make_BaziReport(at(2023, 2, 4, 10, 45), today, terms, after);
+    make_BaziReport(at(2023, 2, 4, 10, 40), today, terms2023, before);
+    make_BaziReport(at(2023, 2, 4, 10, 45), today, terms2023, after);
     EXPECT_TRUE(before.baZiZi.startsWith("壬寅癸丑"));
     EXPECT_TRUE(after.baZiZi.startsWith("癸卯甲寅"));
+
+    // 2024 has no leap month (12 rows). 小暑 fell at 22:19:58 on 6 July; the formula puts it at
+    // 23:55, after a birth at 22:30, which is in the 未 month all the same, list or no list.
+    const QDateTime birth = at(2024, 7, 6, 22, 30);
+    ASSERT_GT(get_JieQiDate(2024, 13, true), birth);
+    for (const QString& terms : {getJieQistr(2024, "小寒", -1, true), QString()}) {
+        EXPECT_EQ(get_BaZi(birth, 2, terms), "辛未");
+        EXPECT_EQ(get_BaZi(at(2024, 7, 6, 22, 19), 2, terms), "庚午");
+        BaziState s;
+        make_BaziReport(birth, today, terms, s);
+        EXPECT_TRUE(s.baZiZi.startsWith("甲辰辛未")) << s.baZiZi.toStdString();
+    }
 }
 
 TEST_F(BaziPick, TicketChangesOnlyWithTheCurrentYearsPillar) {
@@ -134,7 +145,7 @@ TEST_F(BaziPick, TicketChangesOnlyWithTheCurrentYearsPillar) {
         make_BaziReport(birth, day, QString(), s);
         return make_BaziHaoMa(s);
     };
-    // 立春 2024 by the formula is on 4 February: the 甲辰 year runs from there to 立春 2025.
+    // 立春 2024 fell on 4 February: the 甲辰 year runs from there to 立春 2025.
     const QString jiaChen = ticketOn(QDate(2024, 2, 5));
     EXPECT_EQ(jiaChen, ticketOn(QDate(2024, 12, 31)));
     EXPECT_EQ(jiaChen, ticketOn(QDate(2025, 1, 20)));

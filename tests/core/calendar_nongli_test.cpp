@@ -167,8 +167,9 @@ TEST_F(NongLi, BirthPillars) {
     EXPECT_EQ(get_BaZi(late, 4, ""), get_BaZi(at(2014, 8, 9, 0, 30), 4, ""));
     EXPECT_TRUE(get_BaZi(late, 4, "").endsWith("子"));
 
-    // Year and month turn at 立春 by the formula when no list is given...
-    const QDateTime spring = get_JieQiDate(2023, 3, true);
+    // Year and month turn at the almanac's 立春 when no list is given...
+    const QDateTime spring = solarTermTime(2023, 3);
+    EXPECT_LT(std::abs(spring.secsTo(at(2023, 2, 4, 10, 42).addSecs(21))), 30);  // as published
     EXPECT_EQ(get_BaZi(spring.addSecs(-60), 1, ""), "壬寅");
     EXPECT_EQ(get_BaZi(spring.addSecs(-60), 2, ""), "癸丑");
     EXPECT_EQ(get_BaZi(spring, 1, ""), "癸卯");
@@ -185,12 +186,22 @@ TEST_F(NongLi, BirthPillars) {
     EXPECT_EQ(get_BaZi(at(2024, 1, 20), 1, ""), "癸卯");
 }
 
-TEST_F(NongLi, FormulaTermsStayNearTheTrueOnes) {
+TEST_F(NongLi, TermsFromTheAlmanacAndTheFormulaBeyondIt) {
     // 立春 2024 was 16:27 on 4 February, 冬至 2024 17:20 on 21 December (Beijing).
     EXPECT_EQ(get_JieQiDate(2024, 3, false), naiveDateTime(QDate(2024, 2, 4)));
     EXPECT_LT(std::abs(get_JieQiDate(2024, 3, true).secsTo(at(2024, 2, 4, 16, 27))), 4 * 3600);
     EXPECT_LT(std::abs(get_JieQiDate(2024, 24, true).secsTo(at(2024, 12, 21, 17, 20))), 4 * 3600);
     EXPECT_EQ(get_JieQiDate(1900, 1, true), at(1900, 1, 6, 2, 5));
+
+    // The almanac's own in a year of 12 rows, within seconds of the published 17:20:34.
+    EXPECT_EQ(solarTermTime(2024, 24), at(2024, 12, 21, 17, 20).addSecs(29));
+    EXPECT_EQ(solarTermDay(2024, 24), QDate(2024, 12, 21));
+    // 白露 2022 fell at 23:32 on 7 September; the formula has it on the 8th.
+    EXPECT_EQ(solarTermDay(2022, 17), QDate(2022, 9, 7));
+    EXPECT_EQ(get_JieQiDate(2022, 17, false).date(), QDate(2022, 9, 8));
+    // Beyond the almanac's years the formula stands in.
+    EXPECT_EQ(solarTermTime(1899, 3), get_JieQiDate(1899, 3, true));
+    EXPECT_EQ(solarTermDay(2101, 24), get_JieQiDate(2101, 24, false).date());
 }
 
 TEST_F(NongLi, Festivals) {

@@ -31,6 +31,9 @@ TEST(CalendarText, WeekdaysAndLunarText) {
 
 TEST(CalendarText, CellTextPrefersTermsThenFestivals) {
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 4)), "立春");  // also 腊月廿五
+    // 白露 2022 fell at 23:32 on 7 September (a year of 12 rows); the formula has it the day after.
+    EXPECT_EQ(calendarCellText(QDate(2022, 9, 7)), "白露");
+    EXPECT_EQ(calendarCellText(QDate(2022, 9, 8)), "拾三");
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 10)), "春节");
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 9)), "除夕");
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 14)), "情人节");

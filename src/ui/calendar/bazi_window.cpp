@@ -103,7 +103,7 @@ void BaziWindow::setResult(const QString& text, int extraPoints) {
 
 QString BaziWindow::make_BaziReport() {
     const QDateTime birth = cnCalendar1_->valueDateTime();
-    // The almanac's terms of the birth year; the formula stands in when the year has none.
+    // The almanac's terms of the birth year, all 24 whatever the shape of the year's table.
     const QString terms = getJieQistr(birth.date().year(), QStringLiteral("小寒"), -1, true);
     return dovrex::make_BaziReport(birth, Clock::today(), terms, state_);
 }

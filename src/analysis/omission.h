@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "domain/game.h"
+#include "history/history_queries.h"
 
 namespace dovrex {
 
@@ -27,10 +28,6 @@ inline const QString kOmissionRedItem = QStringLiteral("红球号码遗漏分析
 inline const QString kOmissionBlueItem = QStringLiteral("蓝球号码遗漏分析");
 
 // Combo_QSofYLFX: its text (the newest issue) and its list (the 50 newest, newest first).
-struct IssueChoice {
-    QString text;
-    QStringList items;
-};
 IssueChoice fill_QiShuCombo();
 
 // Numbers the draws up to `issue` from 0 in 总期号 and clears 遗漏数据.

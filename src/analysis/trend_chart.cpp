@@ -94,13 +94,16 @@ QStringList trendColumnCaptions(const TrendSpec& trend) {
     return out;
 }
 
-QList<TrendRow> trendRows(const TrendSpec& trend, int periods) {
+QList<TrendRow> trendRows(const TrendSpec& trend, int periods, IssueNumber last) {
     QList<TrendRow> rows;
     if (trend.field.isEmpty()) return rows;
-    const IssueNumber from = prev_QiHao(latest_QiHao(), periods);
-    auto c = store_Query(QStringLiteral("select  期号,[%1] from 历史记录 where 期号>%2 order by 期号 asc")
-                             .arg(trend.field)
-                             .arg(from));
+    if (last <= 0) last = latest_QiHao();
+    const IssueNumber from = prev_QiHao(last, periods);
+    auto c = store_Query(
+        QStringLiteral("select  期号,[%1] from 历史记录 where 期号>%2 and 期号<=%3 order by 期号 asc")
+            .arg(trend.field)
+            .arg(from)
+            .arg(last));
     const QStringList keys = patterns(trend.patternMode);
     for (; !c->eof(); c->moveNext()) {
         TrendRow row;

@@ -33,8 +33,8 @@ struct TrendRow {
     QString value;   // as the history holds it
     int column = 0;  // -1 when the value lies outside the chart's columns
 };
-// The draws after prev_QiHao(latest, periods), oldest first.
-QList<TrendRow> trendRows(const TrendSpec& trend, int periods);
+// The draws after prev_QiHao(last, periods) up to `last`, oldest first; `last` 0 is the newest.
+QList<TrendRow> trendRows(const TrendSpec& trend, int periods, IssueNumber last = 0);
 
 // The condition line: the page's "当前取值阅览：" text without line ends, "阅览" becoming "范围";
 // in the range and pattern families a text with "～" gets "值范围=" for "值".
@@ -76,5 +76,7 @@ inline constexpr int kTrendFontFirst = 20;
 inline constexpr int kTrendFontMin = 6;
 inline constexpr int kTrendFontMax = 30;
 inline constexpr int kTrendPeriods = 100;
+// Issues the chooser of the chart's last issue offers.
+inline constexpr int kTrendChooserIssues = 200;
 
 }  // namespace dovrex

@@ -133,6 +133,15 @@ QList<IssueNumber> issues_NewestFirst() {
     return issues;
 }
 
+IssueChoice fill_QiShuZuhe(int n) {
+    IssueChoice choice;
+    for (auto c = store_Query(QStringLiteral("select TOP %1 期号 from 历史记录  order by 期号 DESC").arg(n));
+         !c->eof(); c->moveNext())
+        choice.items << QString::number(c->intValue(0));
+    choice.text = choice.items.isEmpty() ? QString::number(earliest_QiHao()) : choice.items.first();
+    return choice;
+}
+
 std::shared_ptr<Cursor> open_CountColumns() {
     return store_Query(QStringLiteral(
         "select 期号,奇数个数,偶数个数,大数个数,小数个数,低尾码个数,高尾码个数,区间1,区间2,区间3,区间4 "

@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <memory>
 
@@ -51,6 +52,14 @@ QString prizeTableText(IssueNumber issue);
 
 // Every stored issue, the newest first (the choosers of an issue range).
 QList<IssueNumber> issues_NewestFirst();
+// An issue chooser's list, newest first, and the text it shows.
+// The chooser of the trend chart's last issue (Combo_TuBiaoQS): the newest n issues, and the first
+// of them or, with no draw, earliest_QiHao().
+struct IssueChoice {
+    QString text;
+    QStringList items;
+};
+IssueChoice fill_QiShuZuhe(int n);
 // The count columns of every draw, the newest first, as the count page's grid lists them: 期号,
 // odd, even, big, small, low-tail and high-tail counts, then the four zone counts.
 std::shared_ptr<Cursor> open_CountColumns();

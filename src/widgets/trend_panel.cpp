@@ -1,14 +1,19 @@
 #include "widgets/trend_panel.h"
 
+#include <QComboBox>
 #include <QFontMetricsF>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSet>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "history/history_queries.h"
 #include "store/store.h"
 #include "widgets/command_trap.h"
 
@@ -48,31 +53,17 @@ QColor colourOf(TrendOp::Role role) {
 
 }  // namespace
 
-TrendSurface::TrendSurface(QWidget* parent) : QWidget(parent) {
-    setObjectName(QStringLiteral("PICshow"));
-    setAutoFillBackground(true);
-    QPalette p = palette();
-    p.setColor(QPalette::Window, Qt::white);
-    setPalette(p);
-}
+namespace {
 
-void TrendSurface::setChart(const TrendChart& chart, const QFont& font) {
-    chart_ = chart;
-    setFont(font);
-    update();
-}
-
-void TrendSurface::paintEvent(QPaintEvent* event) {
-    QPainter p(this);
-    p.setClipRect(event->rect());
-    p.setRenderHint(QPainter::Antialiasing, true);
-    const QFontMetricsF fm(font());
-    const double r = chart_.ops.isEmpty() ? 0 : fm.height() * 1.1 / 3;
-    for (const TrendOp& op : chart_.ops) {
+void paintOps(QPainter& p, const TrendChart& chart, const QFont& font, const QSet<TrendOp::Role>& roles) {
+    const QFontMetricsF fm(font);
+    const double r = fm.height() * 1.1 / 3;
+    for (const TrendOp& op : chart.ops) {
+        if (!roles.contains(op.role)) continue;
         const QColor colour = colourOf(op.role);
         switch (op.kind) {
             case TrendOp::Text: {
-                QFont f = font();
+                QFont f = font;
                 f.setBold(op.role == TrendOp::Title || op.role == TrendOp::Head);
                 p.setFont(f);
                 p.setPen(colour);
@@ -98,18 +89,136 @@ void TrendSurface::paintEvent(QPaintEvent* event) {
     }
 }
 
-void TrendSurface::mouseDoubleClickEvent(QMouseEvent* event) {
+const TrendOp* firstOf(const TrendChart& chart, TrendOp::Role role, int skip = 0) {
+    for (const TrendOp& op : chart.ops)
+        if (op.role == role && op.kind == TrendOp::Text && skip-- == 0) return &op;
+    return nullptr;
+}
+
+}  // namespace
+
+TrendStrip::TrendStrip(Band band, QWidget* parent) : QWidget(parent), band_(band) {
+    static const char* const names[] = {"PIC_HeadTable", "PICshow_Issues", "PICshow", "PICshow_Condition"};
+    setObjectName(QLatin1String(names[band]));
+    setAutoFillBackground(true);
+    QPalette p = palette();
+    p.setColor(QPalette::Window, Qt::white);
+    setPalette(p);
+}
+
+void TrendStrip::setChart(const TrendChart* chart, double x0, double bodyTop, double bodyBottom) {
+    chart_ = chart;
+    x0_ = x0;
+    bodyTop_ = bodyTop;
+    bodyBottom_ = bodyBottom;
+    update();
+}
+
+void TrendStrip::setScroll(int x, int y) {
+    if (x == scrollX_ && y == scrollY_) return;
+    scrollX_ = x;
+    scrollY_ = y;
+    update();
+}
+
+void TrendStrip::paintEvent(QPaintEvent*) {
+    if (!chart_) return;
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    const int left = int(std::ceil(x0_));
+    const QRect fixedPart(0, 0, left, height());
+    const QRect scrolledPart(left, 0, std::max(0, width() - left), height());
+    using R = TrendOp;
+    switch (band_) {
+        case Head: {
+            p.setClipRect(fixedPart);
+            paintOps(p, *chart_, font(), {R::Rule, R::Head});
+            p.setClipRect(scrolledPart);
+            p.translate(-scrollX_, 0);
+            paintOps(p, *chart_, font(), {R::Rule, R::Caption});
+            p.resetTransform();
+            // The title stays over the middle of what is in view.
+            if (const TrendOp* title = firstOf(*chart_, R::Title)) {
+                QFont bold = font();
+                bold.setBold(true);
+                p.setFont(bold);
+                p.setPen(colourOf(R::Title));
+                const double w = QFontMetricsF(bold).horizontalAdvance(title->text);
+                const double x = std::max<double>(left + 4, left + (width() - left - w) / 2);
+                p.drawText(QPointF(x, title->y + QFontMetricsF(bold).ascent()), title->text);
+            }
+            break;
+        }
+        case Left:
+            p.translate(0, -bodyTop_ - scrollY_);
+            paintOps(p, *chart_, font(), {R::Rule, R::Issue, R::Value});
+            break;
+        case Body:
+            p.translate(-left, -bodyTop_);
+            paintOps(p, *chart_, font(), {R::Rule, R::Mark, R::MarkText, R::Join});
+            break;
+        case Foot: {
+            p.setClipRect(fixedPart);
+            p.translate(0, -bodyBottom_);
+            paintOps(p, *chart_, font(), {R::Rule});
+            p.resetTransform();
+            p.setClipRect(scrolledPart);
+            p.translate(-scrollX_, -bodyBottom_);
+            paintOps(p, *chart_, font(), {R::Rule, R::Allowed});
+            p.resetTransform();
+            p.setClipping(false);
+            // "当前条件设置->" at the left, the condition in the middle of what is in view.
+            const TrendOp* lead = firstOf(*chart_, R::Condition);
+            const TrendOp* text = firstOf(*chart_, R::Condition, 1);
+            if (!lead) break;
+            const QFontMetricsF fm(font());
+            p.setFont(font());
+            p.setPen(colourOf(R::Condition));
+            const double y = lead->y - bodyBottom_;
+            p.drawText(QPointF(lead->x, y + fm.ascent()), lead->text);
+            if (text) {
+                const double from = lead->x + fm.horizontalAdvance(lead->text) + fm.horizontalAdvance(u'1');
+                const QRectF room(from, y, std::max(0.0, width() - from - 4), height() - y);
+                p.drawText(room, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text->text);
+            }
+            break;
+        }
+    }
+}
+
+void TrendStrip::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) emit zoom(+1);
 }
 
-void TrendSurface::mousePressEvent(QMouseEvent* event) {
+void TrendStrip::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::RightButton) emit zoom(-1);
 }
 
 TrendPanel::TrendPanel(QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("Frame_PICshow"));
     setFrameShape(QFrame::StyledPanel);
-    area_ = new QScrollArea(this);
+
+    chooser_ = new QComboBox(this);
+    chooser_->setObjectName(QStringLiteral("Combo_TuBiaoQS"));
+    chooser_->setToolTip(QStringLiteral("走势图截止到所选的期号"));
+    connect(chooser_, &QComboBox::activated, this, [this] {
+        readRows();
+        redraw();
+    });
+    auto* chooserRow = new QHBoxLayout;
+    chooserRow->setContentsMargins(4, 2, 4, 2);
+    auto* hint = new QLabel(QStringLiteral("双击图表放大字体，右键缩小"), this);
+    hint->setStyleSheet(QStringLiteral("color: #777777;"));
+    chooserRow->addWidget(hint);
+    chooserRow->addStretch(1);
+    chooserRow->addWidget(new QLabel(QStringLiteral("截止期号："), this));
+    chooserRow->addWidget(chooser_);
+
+    head_ = new TrendStrip(TrendStrip::Head);
+    left_ = new TrendStrip(TrendStrip::Left);
+    body_ = new TrendStrip(TrendStrip::Body);
+    foot_ = new TrendStrip(TrendStrip::Foot);
+    area_ = new QScrollArea;
     area_->setFrameShape(QFrame::NoFrame);
     area_->setWidgetResizable(false);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -117,16 +226,39 @@ TrendPanel::TrendPanel(QWidget* parent) : QFrame(parent) {
     area_->horizontalScrollBar()->setObjectName(QStringLiteral("VScroll_PICshow_H"));
     area_->verticalScrollBar()->setSingleStep(20);
     area_->horizontalScrollBar()->setSingleStep(20);
-    surface_ = new TrendSurface;
-    area_->setWidget(surface_);
-    connect(surface_, &TrendSurface::zoom, this, &TrendPanel::zoomBy);
+    area_->setWidget(body_);
+    auto follow = [this] {
+        const int x = area_->horizontalScrollBar()->value();
+        const int y = area_->verticalScrollBar()->value();
+        head_->setScroll(x, 0);
+        foot_->setScroll(x, 0);
+        left_->setScroll(0, y);
+    };
+    connect(area_->horizontalScrollBar(), &QScrollBar::valueChanged, this, follow);
+    connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, this, follow);
+    for (TrendStrip* strip : {head_, left_, body_, foot_})
+        connect(strip, &TrendStrip::zoom, this, &TrendPanel::zoomBy);
+
+    chartBox_ = new QWidget(this);
+    auto* grid = new QGridLayout(chartBox_);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(0);
+    grid->addWidget(head_, 0, 0, 1, 2);
+    grid->addWidget(left_, 1, 0);
+    grid->addWidget(area_, 1, 1);
+    grid->addWidget(foot_, 2, 0, 1, 2);
+    grid->setRowStretch(1, 1);
+    grid->setColumnStretch(1, 1);
+
     empty_ = new QLabel(QStringLiteral("暂无开奖记录，无法显示走势图。"), this);
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setStyleSheet(QStringLiteral("color: #777777;"));
     empty_->hide();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(1, 1, 1, 1);
-    layout->addWidget(area_, 1);
+    layout->setSpacing(0);
+    layout->addLayout(chooserRow);
+    layout->addWidget(chartBox_, 1);
     layout->addWidget(empty_, 1);
     setToolTip(QStringLiteral("双击放大，右键缩小"));
 }
@@ -135,12 +267,29 @@ int TrendPanel::fontSize() {
     return gFontSize;
 }
 
+void TrendPanel::fillChooser() {
+    const QString kept = chooser_->currentText();
+    IssueChoice choice;
+    runCommand([&] { choice = fill_QiShuZuhe(kTrendChooserIssues); });
+    chooser_->clear();
+    chooser_->addItems(choice.items);
+    // An issue chosen before stays chosen while the list still offers it.
+    chooser_->setCurrentIndex(std::max(0, chooser_->findText(kept.isEmpty() ? choice.text : kept)));
+}
+
+void TrendPanel::readRows() {
+    rows_.clear();
+    if (trend_.family == TrendFamily::None || trend_.family == TrendFamily::Grid) return;
+    const IssueNumber last = chooser_->currentIndex() > 0 ? chooser_->currentText().toInt() : 0;
+    runCommand([&] { rows_ = trendRows(trend_, kTrendPeriods, last); });
+}
+
 void TrendPanel::show_TrendOfTab(const QString& tabCaption) {
     trend_ = trendSpecOfTab(tabCaption);
-    rows_.clear();
-    if (trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid) {
-        runCommand([&] { rows_ = trendRows(trend_, kTrendPeriods); });
-    }
+    const bool chartable = trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid;
+    chooser_->setVisible(chartable);
+    if (chartable) fillChooser();
+    readRows();
     redraw();
 }
 
@@ -166,8 +315,8 @@ void TrendPanel::resizeEvent(QResizeEvent* event) {
 
 void TrendPanel::redraw() {
     const bool hasChart = !rows_.isEmpty();
-    area_->setVisible(hasChart);
-    empty_->setVisible(!hasChart && trend_.family != TrendFamily::None);
+    chartBox_->setVisible(hasChart);
+    empty_->setVisible(!hasChart && trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid);
     if (!hasChart) return;
     setEnabled(false);
 
@@ -177,8 +326,11 @@ void TrendPanel::redraw() {
     TrendMetrics m;
     m.charW = fm.horizontalAdvance(QLatin1Char('1'));
     m.charH = fm.height() * 1.1;
+    const double x0 = 20 * m.charW - m.charW / 2;
+    const int leftWidth = int(std::ceil(x0));
     drawnWidth_ = area_->viewport()->width();
-    // Columns wide enough for a mark with its value beside it: narrower ones scroll sideways.
+    // Columns wide enough for a mark with its value beside it: the body fills the width when they
+    // fit and scrolls sideways, under its head, when they do not.
     QFont bold = font;
     bold.setBold(true);
     const QFontMetricsF fb(bold);
@@ -187,19 +339,26 @@ void TrendPanel::redraw() {
     for (const TrendRow& row : rows_) widest = std::max(widest, fb.horizontalAdvance(row.value));
     const double r = m.charH / 3;
     const double column = std::max(2 * r, r + widest) + m.charW / 2;
-    const double x0 = 20 * m.charW - m.charW / 2;
-    m.width = std::max<double>(drawnWidth_, x0 + std::max(1, trend_.columns) * column);
+    m.width = std::max<double>(leftWidth + drawnWidth_, x0 + std::max(1, trend_.columns) * column);
 
-    const TrendChart chart =
-        draw_TrendBody(trend_, rows_, kTrendPeriods, m, trendConditionText(tip_, trend_.family), allowed_);
-    surface_->setFixedSize(int(std::ceil(m.width)), int(std::ceil(chart.height)));
-    surface_->setChart(chart, font);
+    const int n = int(rows_.size());
+    chart_ = draw_TrendBody(trend_, rows_, n, m, trendConditionText(tip_, trend_.family), allowed_);
+    const double bodyTop = 2 * m.charH;
+    const double bodyBottom = m.charH * (n + 2);
+    for (TrendStrip* strip : {head_, left_, body_, foot_}) {
+        strip->setFont(font);
+        strip->setChart(&chart_, x0, bodyTop, bodyBottom);
+    }
+    head_->setFixedHeight(int(std::ceil(bodyTop)));
+    foot_->setFixedHeight(int(std::ceil(chart_.height - bodyBottom)));
+    left_->setFixedWidth(leftWidth);
+    body_->setFixedSize(int(std::ceil(m.width)) - leftWidth, int(std::ceil(bodyBottom - bodyTop)));
 
     // The newest draws at the bottom, and the column of the newest one in sight.
     area_->verticalScrollBar()->setValue(area_->verticalScrollBar()->maximum());
     const int last = rows_.last().column;
-    if (last >= 0 && last < chart.colX.size())
-        area_->ensureVisible(int(chart.colX[last]), int(chart.height) - 1, int(column * 3), 0);
+    if (last >= 0 && last < chart_.colX.size())
+        area_->ensureVisible(int(chart_.colX[last]) - leftWidth, body_->height() - 1, int(column * 3), 0);
     setEnabled(true);
 }
 

@@ -5,19 +5,24 @@
 
 #include "analysis/trend_chart.h"
 
+class QComboBox;
 class QLabel;
 class QScrollArea;
 
 namespace dovrex {
 
-// PICshow: the surface the chart's operations are painted on. A left double click makes the text
-// bigger, a right click smaller.
-class TrendSurface : public QWidget {
+// One band of the chart: the part of the drawing it shows, and how it follows the body's scroll
+// bars. The head (title, "期号", the metric and the column captions) and the foot (the condition
+// line) stay in view and follow the body sideways; the issue and value column stays at the left
+// and follows it up and down; the body (PICshow) holds the marks.
+class TrendStrip : public QWidget {
     Q_OBJECT
   public:
-    explicit TrendSurface(QWidget* parent = nullptr);
-    void setChart(const TrendChart& chart, const QFont& font);
-    const TrendChart& chart() const { return chart_; }
+    enum Band { Head, Left, Body, Foot };
+    TrendStrip(Band band, QWidget* parent = nullptr);
+    void setChart(const TrendChart* chart, double x0, double bodyTop, double bodyBottom);
+    void setScroll(int x, int y);
+    Band band() const { return band_; }
 
   signals:
     void zoom(int step);
@@ -28,11 +33,15 @@ class TrendSurface : public QWidget {
     void mousePressEvent(QMouseEvent* event) override;
 
   private:
-    TrendChart chart_;
+    Band band_;
+    const TrendChart* chart_ = nullptr;
+    double x0_ = 0, bodyTop_ = 0, bodyBottom_ = 0;
+    int scrollX_ = 0, scrollY_ = 0;
 };
 
-// Frame_PICshow: the trend chart of a condition's metric beside its value list, scrolled to the
-// newest draws.
+// Frame_PICshow: the trend chart of a condition's metric beside its value list. It opens on the
+// newest draws; Combo_TuBiaoQS lets it end at an earlier issue. A left double click makes the text
+// bigger, a right click smaller.
 class TrendPanel : public QFrame {
     Q_OBJECT
   public:
@@ -49,22 +58,35 @@ class TrendPanel : public QFrame {
     static int fontSize();
     void zoomBy(int step);
 
-    TrendSurface* surface() const { return surface_; }
+    TrendStrip* head() const { return head_; }
+    TrendStrip* left() const { return left_; }
+    TrendStrip* surface() const { return body_; }
+    TrendStrip* foot() const { return foot_; }
     QScrollArea* area() const { return area_; }
+    QComboBox* issueChooser() const { return chooser_; }
     const TrendSpec& trend() const { return trend_; }
     const QList<TrendRow>& rows() const { return rows_; }
+    const TrendChart& chart() const { return chart_; }
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void readRows();
     void redraw();
+    void fillChooser();
 
+    QComboBox* chooser_;
+    QWidget* chartBox_;
+    TrendStrip* head_;
+    TrendStrip* left_;
+    TrendStrip* body_;
+    TrendStrip* foot_;
     QScrollArea* area_;
-    TrendSurface* surface_;
     QLabel* empty_;
     TrendSpec trend_;
     QList<TrendRow> rows_;
+    TrendChart chart_;
     QString tip_;
     QList<int> allowed_;
     int drawnWidth_ = 0;

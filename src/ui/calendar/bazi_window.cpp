@@ -112,6 +112,8 @@ QString BaziWindow::make_BaziHaoMa() const {
     return dovrex::make_BaziHaoMa(state_);
 }
 
+// Every button but 返回 shows its result whether or not one is shown already; only the switch
+// from the calendar to the result is skipped when the result is up.
 void BaziWindow::cmmBazixuanhao_Click(int index) {
     const QString crlf = QStringLiteral("\r\n");
     switch (index) {
@@ -119,34 +121,30 @@ void BaziWindow::cmmBazixuanhao_Click(int index) {
             close();
             return;
         case 1: {
-            if (resultShown()) return;
             make_BaziReport();
             setResult(QStringLiteral("根据生辰八字：") + crlf + state_.baZiZi + crlf + crlf +
                           QStringLiteral("在今年得出一注号码——") + crlf + crlf + make_BaziHaoMa(),
                       8);
-            show_Result();
+            if (!resultShown()) show_Result();
             return;
         }
         case 2:
             show_Result();
             return;
         case 3:
-            if (resultShown()) return;
             setResult(
                 crlf + cnCalendar1_->getJieQi1() + crlf +
                     QStringLiteral("注，准确的节气时间对八字排盘很重要，软件中节气据天文算法精确到秒！"),
                 0);
-            show_Result();
+            if (!resultShown()) show_Result();
             return;
         case 4:
-            if (resultShown()) return;
             setResult(baziHelpText(), 0);
-            show_Result();
+            if (!resultShown()) show_Result();
             return;
         case 5:
-            if (resultShown()) return;
             setResult(make_BaziReport(), 0);
-            show_Result();
+            if (!resultShown()) show_Result();
             return;
         default:
             return;

@@ -167,7 +167,7 @@ TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, i
     text(TrendOp::Title, (w - 2 * cw) / 2, pad, trend.title);
     text(TrendOp::Head, 3 * cw, ch / 2, QStringLiteral("期号"));
     text(TrendOp::Head, 10.8 * cw + cw, ch / 2, trend.name);
-    const double x0 = 20 * cw - cw / 2;
+    const double x0 = m.x0 > 0 ? m.x0 : 20 * cw - cw / 2;
     line(TrendOp::Rule, x0, ch, w, ch);
     line(TrendOp::Rule, 10 * cw, 0, 10 * cw, chart.height - 3 * ch);
     line(TrendOp::Rule, x0, 0, x0, chart.height);

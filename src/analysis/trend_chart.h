@@ -45,6 +45,9 @@ struct TrendMetrics {
     double charW = 8;
     double charH = 16;  // text height of "1" * 1.1
     double width = 800;
+    // Where the columns of values start; 0 is 20 cells less half a cell. A window widens it when
+    // the values (the longer patterns) need more room than their column has.
+    double x0 = 0;
 };
 
 struct TrendOp {

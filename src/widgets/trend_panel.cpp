@@ -326,17 +326,22 @@ void TrendPanel::redraw() {
     TrendMetrics m;
     m.charW = fm.horizontalAdvance(QLatin1Char('1'));
     m.charH = fm.height() * 1.1;
-    const double x0 = 20 * m.charW - m.charW / 2;
+    QFont bold = font;
+    bold.setBold(true);
+    const QFontMetricsF fb(bold);
+    double widest = 0, widestValue = 0;
+    for (const QString& c : trendColumnCaptions(trend_)) widest = std::max(widest, fb.horizontalAdvance(c));
+    for (const TrendRow& row : rows_) {
+        widest = std::max(widest, fb.horizontalAdvance(row.value));
+        widestValue = std::max(widestValue, fm.horizontalAdvance(row.value));
+    }
+    // The value column holds the longest value (a pattern of six parts needs more than its cells).
+    const double x0 = std::max(20 * m.charW - m.charW / 2, 11.3 * m.charW + widestValue + m.charW);
+    m.x0 = x0;
     const int leftWidth = int(std::ceil(x0));
     drawnWidth_ = area_->viewport()->width();
     // Columns wide enough for a mark with its value beside it: the body fills the width when they
     // fit and scrolls sideways, under its head, when they do not.
-    QFont bold = font;
-    bold.setBold(true);
-    const QFontMetricsF fb(bold);
-    double widest = 0;
-    for (const QString& c : trendColumnCaptions(trend_)) widest = std::max(widest, fb.horizontalAdvance(c));
-    for (const TrendRow& row : rows_) widest = std::max(widest, fb.horizontalAdvance(row.value));
     const double r = m.charH / 3;
     const double column = std::max(2 * r, r + widest) + m.charW / 2;
     m.width = std::max<double>(leftWidth + drawnWidth_, x0 + std::max(1, trend_.columns) * column);

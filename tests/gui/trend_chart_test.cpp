@@ -65,9 +65,6 @@ TEST_F(TrendChartTest, HeadIssuesAndConditionStayInViewWhileTheBodyScrolls) {
         // The head is as wide as the panel, and the body fills it or scrolls only sideways.
         EXPECT_GE(panel->surface()->width(), panel->area()->viewport()->width()) << name;
 
-        if (QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS"); !dir.isEmpty() && tab == kSumTab)
-            window_->grab().save(QDir(dir).filePath(QStringLiteral("trend-chart.png")));
-
         const QPoint headAt = panel->head()->mapTo(panel, QPoint(0, 0));
         const QPoint footAt = panel->foot()->mapTo(panel, QPoint(0, 0));
         down->setValue(0);
@@ -78,6 +75,17 @@ TEST_F(TrendChartTest, HeadIssuesAndConditionStayInViewWhileTheBodyScrolls) {
         EXPECT_TRUE(inView(panel->head(), panel)) << name;
     }
     EXPECT_GE(charts, 15);
+}
+
+// DOVREX_SCREENSHOTS=<folder> keeps a picture of every condition page at 1366x768.
+TEST_F(TrendChartTest, PicturesOfTheConditionPages) {
+    const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS");
+    if (dir.isEmpty()) GTEST_SKIP() << "no DOVREX_SCREENSHOTS";
+    for (int tab = 1; tab <= ConditionsPage::kTabs; ++tab) {
+        open(tab);
+        window_->grab().save(
+            QDir(dir).filePath(QStringLiteral("condition-page-%1.png").arg(tab, 2, 10, QLatin1Char('0'))));
+    }
 }
 
 // The chooser ends the chart at an earlier issue.

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "filters/condition_editing.h"
+#include "filters/condition_help.h"
 #include "ui/conditions/condition_page_kit.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
@@ -23,18 +24,6 @@ namespace {
 // Pages of List_TiaojianElse (the others use List_TiaoJian).
 bool elseList(int tab) {
     return tab >= 16 && tab <= 25;
-}
-
-QString definition(int tab) {
-    if (tab == 24)
-        return QStringLiteral(
-            "温度值5：指的是本期开奖的６个红球号码在最近前5期中各码开出次数之和。"
-            "反映的是整注号码相对于最近５期的冷热程度。");
-    if (tab == 25)
-        return QStringLiteral(
-            "温度值10：指的是本期开奖的６个红球号码在最近前10期中各码开出次数之和。"
-            "反映的是整注号码相对于最近１０期的冷热程度。");
-    return {};
 }
 
 }  // namespace
@@ -79,7 +68,7 @@ ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(pa
     layout->addWidget(left, 0, 0);
     layout->addWidget(chart_, 0, 1);
     layout->addWidget(tip_, 1, 0, 1, 2);
-    if (const QString text = definition(tab); !text.isEmpty())
+    if (QString text; runCommand([&] { text = condition_Definition(tab); }) && !text.isEmpty())
         layout->addWidget(noteLabel(text, this), 2, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(0, 1);
@@ -165,6 +154,12 @@ CountListsPage::CountListsPage(int tab, QWidget* parent) : ConditionTab(parent),
     column->addStretch(1);
 
     grid_ = makeCountGrid(this);
+
+    if (QString text; runCommand([&] { text = condition_Definition(tab); }) && !text.isEmpty()) {
+        QLabel* note = noteLabel(text, left_);
+        note->setMaximumWidth(row_->sizeHint().width());
+        column->insertWidget(1, note);
+    }
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);

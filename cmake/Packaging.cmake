@@ -8,7 +8,7 @@ set(CPACK_PACKAGE_NAME dovrex)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT ${DOVREX_PACKAGE_MAINTAINER})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "双色球 ticket planner: pick, filter, shrink and check tickets")
-set(CPACK_PACKAGE_DESCRIPTION
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
     "dovrex expands wide picks of 双色球 numbers into tickets, filters them by some forty conditions "
     "measured on each ticket and against the draw history, shrinks what is left by a guarantee-N "
     "covering, and checks tickets against a draw. The published draw history ships with it.")

@@ -142,8 +142,9 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
     return StartOutcome::Ready;
 }
 
-StartOutcome AppFlow::start(bool smallScreen) {
+StartOutcome AppFlow::start(bool smallScreen, const QString& shippedDir) {
     if (const StartOutcome locked = acquireInstance(); locked != StartOutcome::Ready) return locked;
+    if (!shippedDir.isEmpty()) AppPaths::seedProgramDir(paths_.programDir, shippedDir);
     if (const StartOutcome unpacked = app_Initialize(); unpacked != StartOutcome::Ready) return unpacked;
     return openStore(smallScreen);
 }

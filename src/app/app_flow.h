@@ -85,7 +85,9 @@ class AppFlow {
     // On Ready the store is the process's shared one.
     StartOutcome openStore(bool smallScreen = false);
     // Everything up to a ready store in one call (lock, unpack, open): what the headless runner does.
-    StartOutcome start(bool smallScreen = false);
+    // With `shippedDir`, once the lock is held, whatever the program folder lacks is copied from
+    // there first, as the program does at its start.
+    StartOutcome start(bool smallScreen = false, const QString& shippedDir = {});
 
     // Ball faces of the 33 red and 16 blue buttons, read from BallColor.
     const QList<BallFace>& redFaces() const { return redFaces_; }

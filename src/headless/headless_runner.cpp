@@ -29,7 +29,6 @@ QString cellText(const QVariant& v) {
 }
 
 bool cmdOpenFolder(HeadlessRunner& r, const HeadlessArgs& a) {
-    if (a.words.isEmpty()) return r.fail(QStringLiteral("open-folder needs a program folder"));
     return r.openFolder(a.words.value(0), a.words.value(1));
 }
 
@@ -144,7 +143,7 @@ bool cmdHelp(HeadlessRunner& r, const HeadlessArgs&) {
 
 const QList<HeadlessCommand>& headlessCommands() {
     static const QList<HeadlessCommand> commands{
-        {"open-folder", "<program folder> [<temp folder>]", cmdOpenFolder},
+        {"open-folder", "[<program folder> [<temp folder>]]", cmdOpenFolder},
         {"open-store", "<store file>", cmdOpenStore},
         {"today", "yyyy/mm/dd", cmdToday},
         {"answer", "yes|no|text <t>|file <path>", cmdAnswer},
@@ -306,16 +305,18 @@ bool HeadlessRunner::closeNow() {
 
 bool HeadlessRunner::openFolder(const QString& programDir, const QString& tempDir) {
     if (shared().g_Store) return fail(QStringLiteral("a store is open already"));
+    const AppPaths standard = AppPaths::standard(programDir.isEmpty());
+    const QString canonical = QFileInfo(programDir).canonicalFilePath();
+    const bool own =
+        programDir.isEmpty() ||
+        (!canonical.isEmpty() && canonical == QFileInfo(standard.programDir).canonicalFilePath());
     AppPaths paths;
-    paths.programDir = QFileInfo(programDir).absoluteFilePath();
+    paths.programDir = programDir.isEmpty() ? standard.programDir : QFileInfo(programDir).absoluteFilePath();
     if (!tempDir.isEmpty()) {
         paths.tempDir = QFileInfo(tempDir).absoluteFilePath();
-    } else if (const AppPaths standard = AppPaths::standard(false);
-               !QFileInfo(programDir).canonicalFilePath().isEmpty() &&
-               QFileInfo(programDir).canonicalFilePath() ==
-                   QFileInfo(standard.programDir).canonicalFilePath()) {
+    } else if (own) {
         // The program's own folder: share its temporary folder, as a second program would.
-        paths = standard;
+        paths.tempDir = standard.tempDir;
     } else {
         ownTemp_ = std::make_unique<QTemporaryDir>();
         paths.tempDir = ownTemp_->path();
@@ -323,7 +324,9 @@ bool HeadlessRunner::openFolder(const QString& programDir, const QString& tempDi
     flow_ = std::make_unique<AppFlow>(paths);
     flow_->setCheckpointInterval(checkpointIntervalMs_);
     if (storeSizeLimit_ >= 0) flow_->setStoreSizeLimit(storeSizeLimit_);
-    const StartOutcome outcome = flow_->start();
+    // The program's own folder starts as the program starts: whatever it lacks is copied from the
+    // data shipped beside the executable.
+    const StartOutcome outcome = flow_->start(false, own ? AppPaths::shippedDataDir() : QString());
     if (outcome == StartOutcome::Ready) return true;
     screen_.ui_Message(startMessage(outcome), MessageKind::Error);
     flow_.reset();

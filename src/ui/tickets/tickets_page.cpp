@@ -16,6 +16,7 @@
 
 #include "app/pipeline_commands.h"
 #include "domain/game.h"
+#include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
 #include "store/store.h"
@@ -161,8 +162,7 @@ void TicketsPage::updateSummary() {
     IssueNumber issue = 0;
     runCommand([&] { issue = get_BiaoGeQiHao(); });
     // What the tickets cost is what the player weighs first.
-    const QString count = QStringLiteral("共 %1 注，%2 元").arg(rows).arg(qint64(rows) * kTicketPrice);
-    summary_->setText(issue > 0 ? QStringLiteral("第 %1 期，").arg(issue) + count : count);
+    summary_->setText(issue > 0 ? issueTicketsAndCost(issue, rows) : ticketsAndCost(rows));
 }
 
 void installTicketsPage(FormMain& window) {

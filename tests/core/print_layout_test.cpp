@@ -47,6 +47,13 @@ TEST(PrintLayout, TicketsFillColumnsDownThenAcrossAndThePagesCount) {
     EXPECT_EQ(layout_Print(tight, false).columns, 4);
     tight.width = 889;
     EXPECT_EQ(layout_Print(tight, false).columns, 3);
+    // A line wider than the page and a page shorter than its bands still take a ticket a page.
+    tight.lineWidth = 2000;
+    tight.height = 90;
+    const PrintLayout least = layout_Print(tight, true);
+    EXPECT_EQ(least.columns, 1);
+    EXPECT_EQ(least.linesPerColumn, 1);
+    EXPECT_EQ(least.pageCount(3), 3);
 }
 
 TEST(PrintLayout, BlankLineAfterEveryFifthTicketOfAColumn) {
@@ -58,16 +65,6 @@ TEST(PrintLayout, BlankLineAfterEveryFifthTicketOfAColumn) {
     EXPECT_TRUE(layout.slot(54) == (PrintSlot{0, 64}));
     EXPECT_TRUE(layout.slot(55) == (PrintSlot{1, 0}));
     EXPECT_EQ(layout.pageCount(77520), 353);  // 220 a page
-}
-
-TEST(PrintLayout, APageTooSmallStillTakesOneTicket) {
-    PrintArea a = area();
-    a.lineWidth = 2000;
-    a.height = 90;  // less than the bands and a line
-    const PrintLayout layout = layout_Print(a, true);
-    EXPECT_EQ(layout.columns, 1);
-    EXPECT_EQ(layout.linesPerColumn, 1);
-    EXPECT_EQ(layout.pageCount(3), 3);
 }
 
 }  // namespace

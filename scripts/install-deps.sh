@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the program need, once; safe to run again.
 set -euo pipefail
-packages=(cmake g++ make qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6charts6 libgl-dev
-          libsqlite3-dev libgtest-dev libnova-dev liberfa-dev fonts-noto-cjk xvfb xauth ccache
+packages=(cmake g++ make qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6charts6 libqt6printsupport6
+          libgl-dev libsqlite3-dev libgtest-dev libnova-dev liberfa-dev fonts-noto-cjk xvfb xauth ccache
           dpkg-dev file binutils)
 missing=()
 for p in "${packages[@]}"; do

@@ -107,6 +107,19 @@ QString read_WenJian(const QString& path) {
     return QString::fromUtf8(file.readAll());
 }
 
+void export_EachLine(IssueNumber issue, const TicketExportOptions& options,
+                     const std::function<void(const QString&)>& line) {
+    Prepared rows(
+        QStringLiteral("select 序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 日志表 "
+                       "where 期号=? order by 序号 asc"));
+    rows.bind(1, issue);
+    while (rows.next()) {
+        Reds reds{};
+        for (int i = 1; i <= kRedsPerTicket; ++i) reds[size_t(i)] = rows.intColumn(1 + i);
+        line(export_Line(options, rows.intColumn(0), rows.intColumn(1), reds, rows.intColumn(8)));
+    }
+}
+
 int export_HaoMa(IssueNumber issue, const QString& fileName) {
     Screen& ui = screen();
     TicketExportOptions options = export_LastOptions();
@@ -120,22 +133,16 @@ int export_HaoMa(IssueNumber issue, const QString& fileName) {
     int count = 0;
     {
         RunPanel panel(total);
-        Prepared rows(
-            QStringLiteral("select 序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 日志表 "
-                           "where 期号=? order by 序号 asc"));
-        rows.bind(1, issue);
         const bool blankLines = options.daoChuXuanXiang[TicketExportOptions::kBlankLines];
         text.reserve(total * 24);
-        while (rows.next()) {
-            Reds reds{};
-            for (int i = 1; i <= kRedsPerTicket; ++i) reds[size_t(i)] = rows.intColumn(1 + i);
-            text += export_Line(options, rows.intColumn(0), rows.intColumn(1), reds, rows.intColumn(8));
+        export_EachLine(issue, options, [&](const QString& line) {
+            text += line;
             text += u'\n';
             ++count;
             panel.step(count);
             if (blankLines && count % 5 == 0) text += u'\n';
             ui.ui_Pump();
-        }
+        });
         panel.show(count);
         // A file that cannot be written leaves the old one; the clipboard still gets the text.
         write_WenJian(path, text);

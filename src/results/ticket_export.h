@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 #include "domain/game.h"
 #include "pipeline/random_pick.h"
@@ -21,6 +22,11 @@ QString daoChu_Folder();
 // separator "," with every switch on.
 QString export_Line(const TicketExportOptions& options, int serial, IssueNumber issue, const Reds& reds,
                     int blue);
+
+// Reads the tickets of `issue` in 序号 order and hands each one's line (export_Line) to `line`: the
+// one reader of the export file and of the printed tickets.
+void export_EachLine(IssueNumber issue, const TicketExportOptions& options,
+                     const std::function<void(const QString&)>& line);
 
 // The presets of the 导出格式 list, and the separators the two lists offer.
 const QStringList& export_PresetItems();

@@ -29,6 +29,10 @@ QString ticketsAndCost(int tickets) {
     return QStringLiteral("共 %1 注，%2 元").arg(tickets).arg(qint64(tickets) * kTicketPrice);
 }
 
+QString issueTicketsAndCost(IssueNumber issue, int tickets) {
+    return QStringLiteral("第 %1 期，").arg(issue) + ticketsAndCost(tickets);
+}
+
 namespace {
 
 void openPanel() {

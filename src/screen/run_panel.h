@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "domain/game.h"
+
 namespace dovrex {
 
 // Two line ends: the separator of every line of the operation log and of the program's messages.
@@ -31,6 +33,8 @@ class PassLog {
 
 // "共 N 注，M 元": a count of tickets with what they cost.
 QString ticketsAndCost(int tickets);
+// "第 I 期，共 N 注，M 元": the heading of an issue's tickets, over the ticket grid and on paper.
+QString issueTicketsAndCost(IssueNumber issue, int tickets);
 
 // The progress panel of a pass over the tickets: ProgressBar_TouZu_Busy from 0 to the total,
 // LabelJindu the value, LabelJinduAll the total, FrameStop shown with cmm_stop enabled and the

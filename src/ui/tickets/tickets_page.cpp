@@ -16,12 +16,14 @@
 
 #include "app/pipeline_commands.h"
 #include "domain/game.h"
+#include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
 #include "store/store.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
 #include "ui/shell/window_parts.h"
+#include "ui/tickets/ticket_printer.h"
 #include "widgets/ball_art.h"
 #include "widgets/command_trap.h"
 #include "widgets/cursor_model.h"
@@ -44,6 +46,19 @@ TicketsPage::TicketsPage(QWidget* parent) : QWidget(parent) {
     head->addWidget(title);
     head->addWidget(summary_);
     head->addStretch(1);
+    // Paper and PDF of the grid's issue, beside the heading they repeat on every page.
+    auto* print = new QPushButton(QStringLiteral("打印"), this);
+    print->setObjectName(QStringLiteral("cmm_DaYin"));
+    print->setToolTip(msg::kPrintTip);
+    auto* pdf = new QPushButton(QStringLiteral("导出PDF"), this);
+    pdf->setObjectName(QStringLiteral("cmm_DaoChuPdf"));
+    pdf->setToolTip(msg::kPdfTip);
+    for (QPushButton* b : {print, pdf}) {
+        b->setMinimumWidth(b->fontMetrics().horizontalAdvance(b->text()) + 24);
+        head->addWidget(b);
+    }
+    connectCommand(print, &QPushButton::clicked, this, [this] { TicketPrinter::printOnPaper(window()); });
+    connectCommand(pdf, &QPushButton::clicked, this, [] { TicketPrinter::exportPdf(); });
 
     grid_ = new QTableView(this);
     grid_->setObjectName(QStringLiteral("TDBGrid_RZ"));
@@ -161,8 +176,7 @@ void TicketsPage::updateSummary() {
     IssueNumber issue = 0;
     runCommand([&] { issue = get_BiaoGeQiHao(); });
     // What the tickets cost is what the player weighs first.
-    const QString count = QStringLiteral("共 %1 注，%2 元").arg(rows).arg(qint64(rows) * kTicketPrice);
-    summary_->setText(issue > 0 ? QStringLiteral("第 %1 期，").arg(issue) + count : count);
+    summary_->setText(issue > 0 ? issueTicketsAndCost(issue, rows) : ticketsAndCost(rows));
 }
 
 void installTicketsPage(FormMain& window) {
@@ -178,6 +192,17 @@ void installTicketsPage(FormMain& window) {
         a->setObjectName(QStringLiteral("mnu_ShengCeng(%1)").arg(i));
         a->setToolTip(texts[size_t(i)].toolTip);
         connectCommand(a, &QAction::triggered, &window, [i] { mnu_ShengCeng_Click(i); });
+        if (i == kCmdImport) {
+            QAction* print = menu->addAction(QStringLiteral("打印..."));
+            print->setObjectName(QStringLiteral("mnu_DaYin"));
+            print->setToolTip(msg::kPrintTip);
+            connectCommand(print, &QAction::triggered, &window,
+                           [&window] { TicketPrinter::printOnPaper(&window); });
+            QAction* pdf = menu->addAction(QStringLiteral("导出PDF..."));
+            pdf->setObjectName(QStringLiteral("mnu_DaoChuPdf"));
+            pdf->setToolTip(msg::kPdfTip);
+            connectCommand(pdf, &QAction::triggered, &window, [] { TicketPrinter::exportPdf(); });
+        }
     }
 }
 

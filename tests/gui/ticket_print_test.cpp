@@ -1,0 +1,124 @@
+// 打印 and 导出PDF on the 投注号码 page: the PDF holds the grid's issue on the pages its layout
+// counts, and a Stop leaves no file behind.
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPrinter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+#include <cstdio>
+
+#include "gui/answering_screen.h"
+#include "gui/seeded_program.h"
+#include "results/ticket_export.h"
+#include "screen/run_panel.h"
+#include "screen/ticket_page.h"
+#include "ui/tickets/ticket_printer.h"
+
+namespace dovrex {
+namespace {
+
+constexpr IssueNumber kIssue = 2026097;
+constexpr int kTickets = 77520;
+
+class TicketPrintTest : public StartedProgramTest<AnsweringScreen> {
+  protected:
+    // 77,520 tickets of the issue, and a few of the one before that stay off the paper.
+    static void fillTickets() {
+        store_Execute(
+            QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<77520) "
+                           "INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                           "SELECT i,2026097,1+i%28,2+i%28,3+i%28,4+i%28,5+i%28,6+i%28,1+i%16 FROM n"));
+        store_Execute(
+            QStringLiteral("INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                           "VALUES (1,2026096,1,2,3,4,5,6,7),(2,2026096,1,2,3,4,5,7,7)"));
+        load_TouZhuBiao(kIssue);
+    }
+    QPushButton* pdfButton() const {
+        return ticketsPage_->findChild<QPushButton*>(QStringLiteral("cmm_DaoChuPdf"));
+    }
+    // The page objects of a PDF (the page tree's own /Pages aside).
+    static int pdfPages(const QString& path) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) return -1;
+        static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?!s)"));
+        return int(QString::fromLatin1(file.readAll()).count(page));
+    }
+};
+
+TEST_F(TicketPrintTest, PdfHoldsTheGridsIssueOnThePagesItsLayoutCounts) {
+    window_->selectPage(TopPage::Tickets);
+    ASSERT_NE(pdfButton(), nullptr);
+    const QString path = tmp_.filePath(QStringLiteral("号码.pdf"));
+    screen_->file = path;
+    QTest::mouseClick(pdfButton(), Qt::LeftButton);
+    ASSERT_EQ(screen_->shown, QStringList{msg::kNoTickets});
+    EXPECT_FALSE(QFile::exists(path));
+
+    fillTickets();
+    screen_->shown.clear();
+    screen_->file = tmp_.filePath(QStringLiteral("号码"));  // the suffix is added
+    shared().tingZhi = 1;                                   // a Stop of an earlier pass ends that pass only
+    QElapsedTimer clock;
+    clock.start();
+    QTest::mouseClick(pdfButton(), Qt::LeftButton);
+    const double ms = clock.nsecsElapsed() / 1e6;
+
+    // The pages the exporter's layout gives for this paper, drawn once each.
+    QStringList lines;
+    export_EachLine(kIssue, export_LastOptions(), [&](const QString& line) { lines << line; });
+    ASSERT_EQ(lines.size(), kTickets);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    TicketPrinter::setUpPage(printer, QString());
+    const TicketPrinter paper(printer, QString(), lines, false);
+    const int pages = paper.pageCount();
+    // A4 at 10 points takes several columns of the plain layout "01 02 03 04 05 06+07".
+    EXPECT_GE(paper.layout().columns, 4);
+    EXPECT_GE(paper.layout().linesPerColumn, 40);
+    EXPECT_EQ(pdfPages(path), pages);
+    EXPECT_EQ(screen_->shown, QStringList{msg::pdfDone(pages, kTickets, path)});
+    EXPECT_FALSE(QFile::exists(path + QStringLiteral(".part")));
+    EXPECT_TRUE(shared().operationLog.endsWith(msg::pdfDone(pages, kTickets, path)));
+    std::printf("[ pdf ] %d tickets to %d pages of A4: %.0f ms\n", kTickets, pages, ms);
+}
+
+TEST_F(TicketPrintTest, StopLeavesTheFileThatWasThere) {
+    fillTickets();
+    window_->selectPage(TopPage::Tickets);
+    const QString path = tmp_.filePath(QStringLiteral("old.pdf"));
+    {
+        QFile old(path);
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("old");
+    }
+    screen_->file = path;
+    // Pressed once a few thousand tickets are drawn, however fast the machine is.
+    auto* bar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
+    ASSERT_NE(bar, nullptr);
+    bool pressed = false;
+    QObject::connect(bar, &QProgressBar::valueChanged, ticketsPage_, [&](int value) {
+        if (pressed || value < 5000) return;
+        pressed = true;
+        QMetaObject::invokeMethod(
+            ticketsPage_, [&] { QTest::mousePress(ticketsPage_->stopButton(), Qt::LeftButton); },
+            Qt::QueuedConnection);
+    });
+    QTest::mouseClick(pdfButton(), Qt::LeftButton);
+    QTest::mouseRelease(ticketsPage_->stopButton(), Qt::LeftButton);
+    ASSERT_TRUE(pressed);
+    EXPECT_EQ(screen_->shown, QStringList{msg::kPdfStopped});
+    QFile old(path);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), QByteArray("old"));
+    EXPECT_FALSE(QFile::exists(path + QStringLiteral(".part")));
+    EXPECT_EQ(shared().tingZhi, 0);
+    EXPECT_FALSE(ticketsPage_->stopFrame()->isVisible());
+    EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
+}
+
+}  // namespace
+}  // namespace dovrex

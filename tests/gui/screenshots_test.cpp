@@ -82,7 +82,7 @@ TEST_F(Screenshots, EveryPageAndWindow) {
     pickRange(101, 101, kPickDrag);
     window_->selectPage(TopPage::Conditions);
     save(window_, QStringLiteral("pick-page"));
-    init_TouZhu(2026097);
+    windowOf([] { init_TouZhu(2026097); }, QStringLiteral("message-init-done"));
 
     window_->selectPage(TopPage::Tickets);
     save(window_, QStringLiteral("tickets-page"));

@@ -253,12 +253,7 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     int rowsAtPress = -1;
     QElapsedTimer sincePress;
     // Pressed once the pass is a few thousand rows in, however fast the machine is.
-    auto* bar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
-    ASSERT_NE(bar, nullptr);
-    bool pressed = false;
-    QObject::connect(bar, &QProgressBar::valueChanged, ticketsPage_, [&](int value) {
-        if (pressed || value < 5000) return;
-        pressed = true;
+    pressStopAt(5000, [&] {
         disabledDuringRun = !ticketsPage_->commandBar()->isEnabled();
         menuDisabledDuringRun = !menuEntry(kCmdInit)->isEnabled();
         stopShown = ticketsPage_->stopFrame()->isVisible();
@@ -267,9 +262,6 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
         userSwitchDisabled = !userSwitch->isEnabled();
         rowsAtPress = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"))->value();
         sincePress.start();
-        QMetaObject::invokeMethod(
-            ticketsPage_, [&] { QTest::mousePress(ticketsPage_->stopButton(), Qt::LeftButton); },
-            Qt::QueuedConnection);
     });
     QTest::mouseClick(ticketsPage_->command(kCmdInit), Qt::LeftButton);
     ASSERT_TRUE(sincePress.isValid()) << "the run ended before Stop was pressed";

@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
+#include <functional>
 #include <memory>
 
 #include "domain/date_value.h"
@@ -59,6 +63,24 @@ class StartedProgramTest : public SeededProgramTest {
         window_ = session_->window();
         ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
         ASSERT_NE(ticketsPage_, nullptr);
+    }
+    // Presses Stop once the running pass's bar reaches `rows`, however fast the machine is;
+    // `atPress` looks at the window at that moment. True once pressed.
+    std::shared_ptr<bool> pressStopAt(int rows, std::function<void()> atPress = {}) {
+        auto pressed = std::make_shared<bool>(false);
+        auto* bar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
+        EXPECT_NE(bar, nullptr);
+        if (!bar) return pressed;
+        QObject::connect(
+            bar, &QProgressBar::valueChanged, ticketsPage_, [this, rows, atPress, pressed](int value) {
+                if (*pressed || value < rows) return;
+                *pressed = true;
+                if (atPress) atPress();
+                QMetaObject::invokeMethod(
+                    ticketsPage_, [this] { QTest::mousePress(ticketsPage_->stopButton(), Qt::LeftButton); },
+                    Qt::QueuedConnection);
+            });
+        return pressed;
     }
     // Writes a pick value (1 drag, 2 banker) into the rows from..to of 过滤条件.
     static void pickRange(int from, int to, int value) {

@@ -97,19 +97,10 @@ TEST_F(TicketPrintTest, StopLeavesTheFileThatWasThere) {
     }
     screen_->file = path;
     // Pressed once a few thousand tickets are drawn, however fast the machine is.
-    auto* bar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
-    ASSERT_NE(bar, nullptr);
-    bool pressed = false;
-    QObject::connect(bar, &QProgressBar::valueChanged, ticketsPage_, [&](int value) {
-        if (pressed || value < 5000) return;
-        pressed = true;
-        QMetaObject::invokeMethod(
-            ticketsPage_, [&] { QTest::mousePress(ticketsPage_->stopButton(), Qt::LeftButton); },
-            Qt::QueuedConnection);
-    });
+    const auto pressed = pressStopAt(5000);
     QTest::mouseClick(pdfButton(), Qt::LeftButton);
     QTest::mouseRelease(ticketsPage_->stopButton(), Qt::LeftButton);
-    ASSERT_TRUE(pressed);
+    ASSERT_TRUE(*pressed);
     EXPECT_EQ(screen_->shown, QStringList{msg::kPdfStopped});
     QFile old(path);
     ASSERT_TRUE(old.open(QIODevice::ReadOnly));

@@ -122,8 +122,8 @@ TEST_F(Screenshots, EveryPageAndWindow) {
         windowOf([this, command] { QTest::mouseClick(ticketsPage_->command(command), Qt::LeftButton); },
                  QStringLiteral("tickets-command-%1").arg(command));
     }
-    QTest::mouseClick(ticketsPage_->command(kCmdShrink), Qt::LeftButton);
-    save(window_, QStringLiteral("tickets-shrink-settings"));
+    windowOf([this] { QTest::mouseClick(ticketsPage_->command(kCmdShrink), Qt::LeftButton); },
+             QStringLiteral("tickets-shrink-settings"));
 }
 
 }  // namespace

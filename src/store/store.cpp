@@ -311,6 +311,11 @@ std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& par
     Statement stmt(*this, text);
     bindAll(stmt.get(), params);
 
+    // The first step comes before the columns are read: a kept statement is prepared again inside it
+    // when the schema changed since (a column added, a table made anew), and only then shows the
+    // columns as they are now.
+    int rc = sqlite3_step(stmt.get());
+
     std::shared_ptr<Cursor> c(new Cursor);
     c->store_ = this;
     c->table_ = withRowId ? jet.baseTable : QString();
@@ -333,9 +338,8 @@ std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& par
     };
     // TOP n needs no more rows than n and those tied with the n-th; PERCENT needs the whole count.
     const bool stopEarly = jet.hasTop && !jet.topPercent;
-    int rc;
     int rows = 0;
-    while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW) {
+    for (; rc == SQLITE_ROW; rc = sqlite3_step(stmt.get())) {
         for (int i = 0; i < c->totalColumns_; ++i) c->cells_.push_back(columnValue(stmt.get(), i));
         ++rows;
         if (stopEarly && rows > jet.topCount) {
@@ -398,6 +402,8 @@ std::shared_ptr<Cursor> Store::pagedQuery(const QString& sql, const QVariantList
     c->store_ = this;
     {
         Statement stmt(*this, jet.sql);
+        bindAll(stmt.get(), params);
+        sqlite3_step(stmt.get());  // as in query(): the columns as they are now
         c->totalColumns_ = c->visibleColumns_ = sqlite3_column_count(stmt.get());
         for (int i = 0; i < c->visibleColumns_; ++i) {
             const QString name = QString::fromUtf8(sqlite3_column_name(stmt.get(), i));

@@ -50,8 +50,8 @@ class TrendChartTest : public StartedProgramTest<AnsweringScreen> {
 TEST_F(TrendChartTest, HeadIssuesAndConditionStayInViewWhileTheBodyScrolls) {
     int charts = 0;
     for (int tab = 1; tab <= ConditionsPage::kTabs; ++tab) {
-        const TrendSpec spec = trendSpecOfTab(ConditionsPage::tabCaption(tab));
-        if (spec.family == TrendFamily::None || spec.family == TrendFamily::Grid) continue;
+        const TrendSpec chart = trendSpecOfTab(ConditionsPage::tabCaption(tab));
+        if (chart.family == TrendFamily::None || chart.family == TrendFamily::Grid) continue;
         TrendPanel* panel = open(tab);
         ASSERT_NE(panel, nullptr) << tab;
         ++charts;

@@ -32,27 +32,22 @@ using namespace dovrex;
 
 namespace {
 
-using AnswerScreen = AnsweringScreen;
-
-class AnalysisPagesTest : public SeededProgramTest {
+class AnalysisPagesTest : public StartedProgramTest<AnsweringScreen> {
   protected:
     void SetUp() override {
-        SeededProgramTest::SetUp();
-        session_ = makeSession(screen_);
-        ASSERT_TRUE(session_->start());
-        other_ = session_->window()->otherPage();
+        StartedProgramTest::SetUp();
+        other_ = window_->otherPage();
         ASSERT_NE(other_, nullptr);
     }
     template <class Page>
     Page* show() {
         Page* page = other_->findChild<Page*>();
         EXPECT_NE(page, nullptr);
-        session_->window()->selectPage(TopPage::Other);
+        window_->selectPage(TopPage::Other);
         other_->setCurrentWidget(page);
         return page;
     }
 
-    AnswerScreen* screen_ = nullptr;
     OtherPage* other_ = nullptr;
 };
 
@@ -128,7 +123,7 @@ TEST_F(AnalysisPagesTest, PairOmissionRunsBehindTheProgressPanelAndShowsTheMostO
 }
 
 TEST_F(AnalysisPagesTest, GroupOptionsWriteEachTickAtOnce) {
-    AnalysisGroupsDialog dialog(session_->window());
+    AnalysisGroupsDialog dialog(window_);
     QTableWidget* table = dialog.table();
     ASSERT_EQ(table->rowCount(), 33);
     ASSERT_EQ(table->columnCount(), 20);

@@ -34,14 +34,12 @@ class BoxScreen : public AnsweringScreen {
     BoxScreen() { answer = false; }
 };
 
-class HistoryPageTest : public SeededProgramTest {
+class HistoryPageTest : public StartedProgramTest<BoxScreen> {
   protected:
     void SetUp() override {
-        SeededProgramTest::SetUp();
-        session_ = makeSession(screen_);
-        ASSERT_TRUE(session_->start());
-        page_ = session_->window()->historyPage();
-        session_->window()->selectPage(TopPage::History);
+        StartedProgramTest::SetUp();
+        page_ = window_->historyPage();
+        window_->selectPage(TopPage::History);
     }
 
     void type(const QStringList& balls) {
@@ -55,7 +53,6 @@ class HistoryPageTest : public SeededProgramTest {
         return page_->findChild<QAbstractButton*>(QLatin1String(name));
     }
 
-    BoxScreen* screen_ = nullptr;
     HistoryPage* page_ = nullptr;
 };
 
@@ -167,8 +164,8 @@ TEST_F(HistoryPageTest, TheSelectedDrawShowsItsPrizeTable) {
         << prizes->text().toStdString();
     // DOVREX_SCREENSHOTS=<folder> keeps a picture of the page at 1366x768.
     if (const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS"); !dir.isEmpty()) {
-        session_->window()->resize(1366, 768);
-        session_->window()->grab().save(dir + QStringLiteral("/history-page.png"));
+        window_->resize(1366, 768);
+        window_->grab().save(dir + QStringLiteral("/history-page.png"));
     }
 }
 

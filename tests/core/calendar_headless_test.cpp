@@ -5,15 +5,13 @@
 
 #include "calendar/almanac.h"
 #include "domain/date_value.h"
-#include "headless/headless_runner.h"
+#include "support/headless_script.h"
 
 namespace dovrex {
 namespace {
 
 QStringList run(const QString& script, int expectedCode = 0) {
-    QStringList out;
-    HeadlessRunner runner([&out](const QString& line) { out << line; });
-    EXPECT_EQ(runner.runScript(script), expectedCode) << out.join(u'\n').toStdString();
+    const QStringList out = test::runHeadless(script, expectedCode);
     Clock::useSystemClock();
     return out;
 }

@@ -17,6 +17,7 @@
 #include "store/pack.h"
 #include "store/schema.h"
 #include "support/draw_list_server.h"
+#include "support/headless_script.h"
 #include "support/test_support.h"
 
 using namespace dovrex;
@@ -404,18 +405,15 @@ TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
     server.setPage(QStringLiteral("/other.json"), sample("other_shape.json"), "application/json");
     server.setPage(kNoticePath, sample("notices_page1.json"), "application/json");
     server.setPage(QStringLiteral("/ssq_desc.txt"), sample("text_list_desc_gb18030.txt"), "text/plain");
-    QStringList out;
-    HeadlessRunner runner([&out](const QString& line) { out << line; });
-    const int code =
-        runner.runScript(QStringLiteral("open-store %1\nmirrors %2 %3 %4\ndownload\ndownload\n"
-                                        "mirrors %2 %4 %3\ndownload\n"
-                                        "sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, "
-                                        "红球5, 红球6, 蓝球) VALUES (1, 2026096, 1, 4, 16, 22, 26, 31, 4)\n"
-                                        "check 2026096\n")
-                             .arg(file, server.url(QStringLiteral("/other.json")), server.url(kNoticePath),
-                                  server.url(QStringLiteral("/ssq_desc.txt"))));
+    const QStringList out =
+        runHeadless(QStringLiteral("open-store %1\nmirrors %2 %3 %4\ndownload\ndownload\n"
+                                   "mirrors %2 %4 %3\ndownload\n"
+                                   "sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, "
+                                   "红球5, 红球6, 蓝球) VALUES (1, 2026096, 1, 4, 16, 22, 26, 31, 4)\n"
+                                   "check 2026096\n")
+                        .arg(file, server.url(QStringLiteral("/other.json")), server.url(kNoticePath),
+                             server.url(QStringLiteral("/ssq_desc.txt"))));
     const QString all = out.join(u'\n');
-    EXPECT_EQ(code, 0) << all.toStdString();
     EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2"))) << all.toStdString();
     EXPECT_EQ(out.filter(QStringLiteral("updated, next mirror 2")).size(), 2) << all.toStdString();
     EXPECT_TRUE(all.contains(msg::refusedDrawsText(1))) << "the text list's bad blue";

@@ -4,9 +4,9 @@
 
 #include "core/filter_fixture.h"
 #include "domain/metrics.h"
-#include "headless/headless_runner.h"
 #include "history/derived_columns.h"
 #include "history/history_queries.h"
+#include "support/headless_script.h"
 
 namespace dovrex::test {
 namespace {
@@ -163,28 +163,24 @@ TEST(FilterHeadless, RealPickAgainstTheRealHistory) {
     ASSERT_GT(draws.size(), 2000u);
     const IssueNumber issue = 2099001;  // to come: judged against the newest draw
 
-    QStringList out;
-    {
-        HeadlessRunner runner([&out](const QString& line) { out << line; });
-        const int rc =
-            runner.runScript(QStringLiteral("open-store %1\n"
-                                            "pick 1 2-17\n"
-                                            "pick 1 101-102\n"
-                                            "condition 1 1060-1110 3642-3644 3310-3315 3450-3452\n"
-                                            "condition 1 3605-3610 3470-3471 4001-4003 4160-4168\n"
-                                            "switch 1 10 4 6 9 7 37 46 70 on\n"
-                                            "history-filter on 2003001 2099001 6\n"
-                                            // the odd numbers as custom group 1: the same counts again
-                                            "group-preset 1 奇数号码\n"
-                                            "condition 1 3802-3804\n"
-                                            "switch 20 on\n"
-                                            "init %2\n"
-                                            "filter %2\n"
-                                            "exit\n")
-                                 .arg(file)
-                                 .arg(issue));
-        ASSERT_EQ(rc, 0) << out.join(u'\n').toStdString();
-    }
+    const QStringList out =
+        runHeadless(QStringLiteral("open-store %1\n"
+                                   "pick 1 2-17\n"
+                                   "pick 1 101-102\n"
+                                   "condition 1 1060-1110 3642-3644 3310-3315 3450-3452\n"
+                                   "condition 1 3605-3610 3470-3471 4001-4003 4160-4168\n"
+                                   "switch 1 10 4 6 9 7 37 46 70 on\n"
+                                   "history-filter on 2003001 2099001 6\n"
+                                   // the odd numbers as custom group 1: the same counts again
+                                   "group-preset 1 奇数号码\n"
+                                   "condition 1 3802-3804\n"
+                                   "switch 20 on\n"
+                                   "init %2\n"
+                                   "filter %2\n"
+                                   "exit\n")
+                        .arg(file)
+                        .arg(issue));
+    ASSERT_FALSE(HasFailure());
 
     // The same conditions by the metrics.
     const Reds& last = draws.back();

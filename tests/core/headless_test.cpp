@@ -3,6 +3,7 @@
 #include "headless/headless_runner.h"
 #include "history/draw_list.h"
 #include "support/draw_list_server.h"
+#include "support/headless_script.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {
@@ -10,11 +11,8 @@ namespace {
 
 class HeadlessTest : public ProgramFolderTest {
   protected:
-    QStringList run(const QString& script, int expectedCode = 0) {
-        QStringList out;
-        HeadlessRunner runner([&out](const QString& line) { out << line; });
-        EXPECT_EQ(runner.runScript(script), expectedCode) << out.join(u'\n').toStdString();
-        return out;
+    static QStringList run(const QString& script, int expectedCode = 0) {
+        return runHeadless(script, expectedCode);
     }
     QString folder() const {
         return QStringLiteral("open-folder %1 %2\n").arg(paths().programDir, paths().tempDir);

@@ -30,7 +30,7 @@ int countTickets(IssueNumber issue) {
 
 QString resultLine(int t, int count) {
     return QStringLiteral("[") + shrinkCaption(t) + QStringLiteral("]缩水后余：") + to_QuanJiao(count) +
-           QStringLiteral(" 注，") + QString::number(qint64(count) * kTicketPrice) + QStringLiteral(" 元");
+           QStringLiteral(" 注，") + ticketsCost(count);
 }
 
 struct TimerOff {

@@ -25,8 +25,12 @@ void PassLog::show(const QString& line) const {
     log_Set(saved_ + kCrLf2 + line);
 }
 
+QString ticketsCost(int tickets) {
+    return QStringLiteral("%1 元").arg(qint64(tickets) * kTicketPrice);
+}
+
 QString ticketsAndCost(int tickets) {
-    return QStringLiteral("共 %1 注，%2 元").arg(tickets).arg(qint64(tickets) * kTicketPrice);
+    return QStringLiteral("共 %1 注，").arg(tickets) + ticketsCost(tickets);
 }
 
 QString issueTicketsAndCost(IssueNumber issue, int tickets) {

@@ -31,6 +31,8 @@ class PassLog {
     QString saved_;
 };
 
+// "M 元": what a count of tickets costs at the price of a ticket.
+QString ticketsCost(int tickets);
 // "共 N 注，M 元": a count of tickets with what they cost.
 QString ticketsAndCost(int tickets);
 // "第 I 期，共 N 注，M 元": the heading of an issue's tickets, over the ticket grid and on paper.

@@ -293,13 +293,9 @@ void TrendPanel::show_TrendOfTab(const QString& tabCaption) {
     redraw();
 }
 
-void TrendPanel::setConditionTip(const QString& tip) {
+void TrendPanel::setCondition(const QString& tip, const QList<int>& allowedColumns) {
     tip_ = tip;
-    if (!rows_.isEmpty()) redraw();
-}
-
-void TrendPanel::setAllowedColumns(const QList<int>& columns) {
-    allowed_ = columns;
+    allowed_ = allowedColumns;
     if (!rows_.isEmpty()) redraw();
 }
 

@@ -49,10 +49,9 @@ class TrendPanel : public QFrame {
 
     // show_TrendOfTab: reads the rows of the tab's metric and draws them.
     void show_TrendOfTab(const QString& tabCaption);
-    // The condition line under the chart (the page's "当前取值阅览：" text).
-    void setConditionTip(const QString& tip);
-    // Label_tjz: the columns the condition allows, marked under the last row.
-    void setAllowedColumns(const QList<int>& columns);
+    // The condition line under the chart (the page's "当前取值阅览：" text) and, as Label_tjz, the
+    // columns the condition allows, marked under the last row; the chart is drawn again once.
+    void setCondition(const QString& tip, const QList<int>& allowedColumns);
 
     // The font size of every chart, kept between drawings.
     static int fontSize();

@@ -94,8 +94,7 @@ void ConditionListPage::showTip() {
     QString summary;
     runCommand([&] { summary = conditionSummary(tab_); });
     tip_->setText(QStringLiteral("当前取值阅览：") + summary);
-    chart_->setConditionTip(tip_->text());
-    chart_->setAllowedColumns(allowedColumns());
+    chart_->setCondition(tip_->text(), allowedColumns());
 }
 
 QList<int> ConditionListPage::allowedColumns() const {

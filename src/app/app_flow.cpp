@@ -15,6 +15,7 @@
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/pack.h"
+#include "store/schema.h"
 #include "store/store.h"
 #include "users/users.h"
 
@@ -110,8 +111,7 @@ StartOutcome AppFlow::openStore(bool smallScreen) {
     if (QFileInfo(paths_.workStore()).size() > storeSizeLimit_) {
         // A plain store file in place of the pack; it replaces the pack in one step like any pack.
         QFile copy(paths_.workStoreCopy());
-        if (Store::fileIsSound(copy.fileName()) && copy.open(QIODevice::ReadOnly))
-            installPack(copy.readAll());
+        if (storeFileIsSound(copy.fileName()) && copy.open(QIODevice::ReadOnly)) installPack(copy.readAll());
     }
     try {
         store_ = Store::open(paths_.workStore());
@@ -175,6 +175,8 @@ QString saveMessage(SaveOutcome outcome) {
             return msg::kPackStoreDamaged;
         case SaveOutcome::WriteFailed:
             return msg::kPackWriteFailed;
+        case SaveOutcome::LastWriteFailed:
+            return msg::kWriteFailed;
         case SaveOutcome::Saved:
         case SaveOutcome::Unchanged:
         case SaveOutcome::Busy:
@@ -198,8 +200,9 @@ bool history_Status() {
     const bool empty = earliest_QiHao() == 0;
     const bool stale = empty || toQDate(next) < today;
     const int missing = empty ? 0 : missing_DrawCount(shared().g_DrawDays, latestDate, today);
-    screen().ui_Status(1, !stale ? msg::kHistoryUpToDate
-                                 : missing > 0 ? msg::historyMissingText(missing) : msg::kHistoryStale);
+    screen().ui_Status(1, !stale        ? msg::kHistoryUpToDate
+                          : missing > 0 ? msg::historyMissingText(missing)
+                                        : msg::kHistoryStale);
     return stale;
 }
 
@@ -218,7 +221,12 @@ bool AppFlow::saveAndClose() {
     if (shared().g_UserMode == kMultiUserMode && shared().g_Store && !shared().g_CurrentUser.isEmpty())
         save_ChengYuanWenJian(shared().g_CurrentUser);
     const bool changed = !store_ || store_->changeStamp() != packedStamp_;
+    const bool writeFailed = store_ && store_->writeFailed();
     abandon();
+    if (writeFailed) {
+        lastSave_ = SaveOutcome::LastWriteFailed;
+        return false;
+    }
     lastSave_ = changed ? packWorkStore() : SaveOutcome::Unchanged;
     return lastSave_ == SaveOutcome::Saved || lastSave_ == SaveOutcome::Unchanged;
 }
@@ -229,7 +237,9 @@ SaveOutcome AppFlow::save() {
 }
 
 SaveOutcome AppFlow::checkpoint() {
-    if (!store_ || store_->changeStamp() == packedStamp_ ||
+    // After a failed write the command has told the player; the store waits for a write that
+    // succeeds before it is packed again.
+    if (!store_ || store_->changeStamp() == packedStamp_ || store_->writeFailed() ||
         monotonicMs() - packedAtMs_ < checkpointIntervalMs_)
         return SaveOutcome::Unchanged;
     return save();
@@ -237,8 +247,10 @@ SaveOutcome AppFlow::checkpoint() {
 
 SaveOutcome AppFlow::packWorkStore() {
     if (store_ && store_->inTransaction()) return SaveOutcome::Busy;
+    // A store whose last transaction did not reach the file lacks what the player was told of.
+    if (store_ && store_->writeFailed()) return SaveOutcome::LastWriteFailed;
     // The check reads the file itself, not the connection's cache: those bytes are what is packed.
-    if (!Store::fileIsSound(paths_.workStore())) return SaveOutcome::StoreDamaged;
+    if (!storeFileIsSound(paths_.workStore())) return SaveOutcome::StoreDamaged;
     QByteArray bytes;
     if (!packedBytes(paths_.workStore(), paths_.workAux(), bytes)) return SaveOutcome::StoreDamaged;
     if (!installPack(bytes)) return SaveOutcome::WriteFailed;

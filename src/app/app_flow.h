@@ -53,10 +53,11 @@ enum class StartOutcome {
 
 enum class SaveOutcome {
     Saved,
-    Unchanged,     // nothing changed since the last pack, or a checkpoint is not due yet
-    Busy,          // a transaction is open: the store is half way through a pass
-    StoreDamaged,  // the store failed quick_check; the last good pack stays
-    WriteFailed,   // the program folder could not take the pack; the last good pack stays
+    Unchanged,        // nothing changed since the last pack, or a checkpoint is not due yet
+    Busy,             // a transaction is open: the store is half way through a pass
+    StoreDamaged,     // the store failed quick_check; the last good pack stays
+    WriteFailed,      // the program folder could not take the pack; the last good pack stays
+    LastWriteFailed,  // the store's last transaction did not reach the working copy; not packed
 };
 
 // The life of the process around its one store: from the pack in the program folder to an open
@@ -105,7 +106,8 @@ class AppFlow {
     // Packs the working copy now, while the store stays open. Busy inside a transaction.
     SaveOutcome save();
     // The checkpoint of the work: packs when the store changed since the last pack and the last
-    // pack is at least checkpointInterval old; Unchanged otherwise.
+    // pack is at least checkpointInterval old; Unchanged otherwise, and while the store's last
+    // transaction has failed (the command said so).
     SaveOutcome checkpoint();
     void setCheckpointInterval(qint64 ms) { checkpointIntervalMs_ = ms; }
     SaveOutcome lastSave() const { return lastSave_; }

@@ -5,6 +5,7 @@
 
 #include "app/app_flow.h"
 #include "domain/date_value.h"
+#include "domain/record_checks.h"
 #include "headless/calendar_headless.h"
 #include "headless/filter_headless.h"
 #include "headless/history_headless.h"
@@ -212,7 +213,12 @@ bool HeadlessArgs::issueAt(HeadlessRunner& runner, int i, int& issue) const {
         issue = get_BiaoGeQiHao();
         return true;
     }
-    return intAt(runner, i, issue);
+    if (!intAt(runner, i, issue)) return false;
+    if (const QString fault = issueFault(issue); !fault.isEmpty()) {
+        runner.screen().ui_Message(fault, MessageKind::Warning);
+        return runner.fail(fault);
+    }
+    return true;
 }
 
 bool HeadlessArgs::intAt(HeadlessRunner& runner, int i, int& value) const {
@@ -282,6 +288,9 @@ bool HeadlessRunner::runLine(const QString& raw) {
 bool HeadlessRunner::runCommand(const HeadlessCommand& command, const HeadlessArgs& args) {
     try {
         return command.run(*this, args);
+    } catch (const StoreWriteError& e) {
+        screen_.ui_Message(e.text, MessageKind::Error);
+        return fail(QStringLiteral("the store was not written"));
     } catch (const StoreError& e) {
         return fail(QStringLiteral("store error: ") + e.text);
     } catch (const std::exception& e) {

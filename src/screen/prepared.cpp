@@ -9,7 +9,7 @@ namespace dovrex {
 namespace {
 
 [[noreturn]] void fail(Store& store, const QString& sql) {
-    throw StoreError(QStringLiteral("%1 [%2]").arg(QString::fromUtf8(sqlite3_errmsg(store.handle())), sql));
+    store.raise(sql);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <QtEndian>
 #include <cstdio>
 
+#include "store/schema.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -104,7 +105,7 @@ FileOutcome unpackFiles(const QString& source, const QString& file1, const QStri
     // The store is checked where it will live, before it takes the place of the old one.
     const QString staged = stagedName(file1);
     if (!writeAndSync(staged, first)) return FileOutcome::WriteFailed;
-    if (!Store::fileIsSound(staged)) {
+    if (!storeFileIsSound(staged)) {
         QFile::remove(staged);
         return FileOutcome::SourceBad;
     }

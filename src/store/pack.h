@@ -7,7 +7,8 @@ namespace dovrex {
 
 // The pack: two files in one, with no magic, checksum or compression.
 //   offset 0: L1 (int32 LE), offset 4: L2 (int32 LE), then L1 bytes of the first file, L2 of the second.
-// The first file is always a store; a pack whose store fails the engine's quick_check is damaged.
+// The first file is always a store; a pack whose store fails the engine's quick_check or the
+// declared schema (storeFileIsSound) is damaged.
 
 enum class FileOutcome {
     Done,
@@ -22,7 +23,7 @@ FileOutcome packFiles(const QString& file1, const QString& file2, const QString&
 
 // Splits a pack into its two files. A plain store file in place of a pack (what a start leaves when
 // the store has outgrown its limit) is taken as the first file, with an empty second file.
-// Touches neither output unless the source is whole and its store passes quick_check.
+// Touches neither output unless the source is whole and its store is sound (storeFileIsSound).
 bool unpack(const QString& source, const QString& file1, const QString& file2);
 FileOutcome unpackFiles(const QString& source, const QString& file1, const QString& file2);
 

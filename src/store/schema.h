@@ -26,4 +26,14 @@ void createPrizeSchema(Store& store);
 // files hold: 过滤条件, 过滤条件使用情况, 历史数据过滤, 号码特性.
 void createConditionSchema(Store& store);
 
+// What keeps a store from being the program's: a table or column it uses that is missing or is not
+// a plain stored one, a trigger (the program makes none, and one may raise on any write), a
+// constraint or unique index it never declared, fewer than the 33 rows of BallColor. Empty when the
+// store matches the declared schema. Tables the program makes when they are missing may be absent.
+QString schemaFault(Store& store);
+
+// A store file the program may take: it opens, passes the engine's quick_check and matches the
+// declared schema. Opened read-only; false for anything else.
+bool storeFileIsSound(const QString& path);
+
 }  // namespace dovrex

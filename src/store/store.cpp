@@ -198,12 +198,35 @@ const JetSql& Store::translated(const QString& sql) {
 }
 
 void Store::begin() {
-    if (transactionDepth_++ == 0) execute(QStringLiteral("BEGIN"));
+    if (transactionDepth_ == 0) execute(QStringLiteral("BEGIN"));
+    ++transactionDepth_;
+}
+
+StoreWriteError::StoreWriteError(const QString& detail)
+    : StoreError(msg::kWriteFailed + QStringLiteral("\n\n") + detail) {}
+
+void Store::raise(const QString& sql) {
+    const int code = sqlite3_errcode(db_) & 0xff;
+    if (code == SQLITE_IOERR || code == SQLITE_FULL) {
+        writeFailed_ = true;
+        throw StoreWriteError(sqliteMessage(db_, sql));
+    }
+    throw StoreError(sqliteMessage(db_, sql));
 }
 
 void Store::commit() {
     if (transactionDepth_ <= 0) return;
-    if (--transactionDepth_ == 0) execute(QStringLiteral("COMMIT"));
+    if (--transactionDepth_ > 0) return;
+    if (sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) {
+        writeFailed_ = false;
+        return;
+    }
+    const QString detail = sqliteMessage(db_, QStringLiteral("COMMIT"));
+    // The engine may keep the transaction open after a failed COMMIT; what it held is given up,
+    // so that the next statement does not run inside it.
+    if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    writeFailed_ = true;
+    throw StoreWriteError(detail);
 }
 
 namespace {
@@ -257,7 +280,7 @@ int Store::execute(const QString& sql, const QVariantList& params) {
     int rc;
     while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW) {
     }
-    if (rc != SQLITE_DONE) throw StoreError(sqliteMessage(db_, jet.sql));
+    if (rc != SQLITE_DONE) raise(jet.sql);
     return sqlite3_changes(db_);
 }
 
@@ -351,7 +374,7 @@ std::shared_ptr<Cursor> Store::query(const QString& sql, const QVariantList& par
             }
         }
     }
-    if (rc != SQLITE_DONE) throw StoreError(sqliteMessage(db_, text));
+    if (rc != SQLITE_DONE) raise(text);
 
     if (jet.hasTop) {
         qint64 keep = jet.topCount;
@@ -550,9 +573,8 @@ void Cursor::update() {
     sqlite3_stmt* stmt = store_->cachedStatement(sql);
     bindAll(stmt, params);
     if (sqlite3_step(stmt) != SQLITE_DONE) {
-        const QString msg = sqliteMessage(store_->handle(), sql);
         sqlite3_reset(stmt);
-        throw StoreError(msg);
+        store_->raise(sql);
     }
     sqlite3_reset(stmt);
     if (wasAdding) {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QVariant>
 #include <QVariantList>
+#include <exception>
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -22,6 +23,19 @@ class StoreError : public std::runtime_error {
     explicit StoreError(const QString& message) : std::runtime_error(message.toStdString()), text(message) {}
     QString text;
 };
+
+// A write that did not reach the working copy (a failed COMMIT: a full or failing disc). Its text
+// is the message the player sees; the store no longer holds what the command meant to keep.
+class StoreWriteError : public StoreError {
+  public:
+    explicit StoreWriteError(const QString& detail);
+};
+
+namespace msg {
+inline const QString kWriteFailed = QStringLiteral(
+    "数据未能保存：写入工作数据时出错（磁盘已满或出错），这次操作的结果没有保存，上次保存的数据文件保持不变"
+    "。");
+}  // namespace msg
 
 // One connection to a store file. Statements are written in the program's dialect (see jet_sql.h);
 // values typed by the user are bound as parameters ('?') rather than pasted into the text.
@@ -57,10 +71,17 @@ class Store {
     QStringList columnNames(const QString& table);
 
     // Transactions nest by counting; only the outermost one reaches the file. Every pass keeps what
-    // it did, so there is no rollback: see Transaction.
+    // it did, so there is no rollback: see Transaction. A COMMIT that fails throws StoreWriteError
+    // after the engine has rolled the transaction back, and marks the store (writeFailed) until a
+    // later COMMIT succeeds.
     void begin();
     void commit();
     bool inTransaction() const { return transactionDepth_ > 0; }
+    // The last transaction failed to reach the file: such a store is not packed.
+    bool writeFailed() const { return writeFailed_; }
+    // Throws the error of the statement `sql` that just failed on this connection: StoreWriteError
+    // (and the store marked) when the disc refused a write, StoreError otherwise.
+    [[noreturn]] void raise(const QString& sql);
 
     // Grows with every change this connection made (rows and schema alike): a cheap test of whether
     // the store changed since it was last packed.
@@ -86,6 +107,7 @@ class Store {
     sqlite3* db_ = nullptr;
     QString path_;
     int transactionDepth_ = 0;
+    bool writeFailed_ = false;
     // Both caches are bounded: statements that paste their values would otherwise grow them forever.
     QHash<QString, sqlite3_stmt*> cache_;
     QHash<QString, std::shared_ptr<const JetSql>> translations_;
@@ -95,14 +117,22 @@ class Store {
 };
 
 // RAII: groups the writes of one pass into one transaction, committed when the pass ends, whether
-// it ends normally, on Stop or on an error. Passes never roll back.
+// it ends normally, on Stop or on an error. Passes never roll back. A failed COMMIT throws
+// StoreWriteError out of the destructor, so that no success message follows it; when the pass is
+// already leaving on an exception, that one goes on and the store keeps the failure (writeFailed).
 class Transaction {
   public:
-    explicit Transaction(Store& store) : store_(store) { store_.begin(); }
-    ~Transaction() {
+    explicit Transaction(Store& store) : store_(store), exceptions_(std::uncaught_exceptions()) {
+        store_.begin();
+    }
+    ~Transaction() noexcept(false) {
+        if (std::uncaught_exceptions() == exceptions_) {
+            store_.commit();
+            return;
+        }
         try {
             store_.commit();
-        } catch (...) {
+        } catch (const StoreError&) {
         }
     }
     Transaction(const Transaction&) = delete;
@@ -110,6 +140,7 @@ class Transaction {
 
   private:
     Store& store_;
+    int exceptions_;
 };
 
 // A row set held in memory with its exact count, movable both ways, readable by column name

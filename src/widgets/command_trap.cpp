@@ -121,6 +121,8 @@ bool runCommand(const std::function<void()>& command) {
         ok = true;
     } catch (const std::bad_alloc&) {
         report(msg::kOutOfMemory);
+    } catch (const StoreWriteError& e) {
+        report(e.text);  // says itself that nothing was saved
     } catch (const StoreError& e) {
         report(msg::kCommandFailed + kCrLf2 + e.text);
     } catch (const std::exception& e) {

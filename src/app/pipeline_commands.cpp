@@ -76,6 +76,7 @@ void runCommand(int index) {
         case kCmdInit: {
             const QString answer = ui.ui_AskText(msg::kAskIssue, touZhuCommandTexts()[0].button,
                                                  QString::number(next_QiHao(QDate::currentDate())));
+            if (answer.trimmed().isEmpty()) break;  // cancelled
             MenuDisabled menu(role::mnu_UserQiehuan);
             init_TouZhu(readIssue(answer));
             break;
@@ -105,9 +106,12 @@ void runCommand(int index) {
         case kCmdImport: {
             const QString file = ui.ui_PickFile(QStringLiteral("文本文件 (*.txt)"), false);
             if (file.isEmpty()) break;
-            const QString done = msg::importDone(import_HaoMa(file));
-            ui.ui_Message(done);
-            log_Append(done);
+            const int imported = import_HaoMa(file);
+            if (imported > 0) {  // otherwise the import said why nothing came in
+                const QString done = msg::importDone(imported);
+                ui.ui_Message(done);
+                log_Append(done);
+            }
             load_TouZhuBiao(-1);
             break;
         }
@@ -153,6 +157,8 @@ void cmmTouZhu_Click(int index) {
     if (index != kCmdShrink) set_SuoShuiSeZhiVisible(false);
     try {
         runCommand(index);
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         // The general trap: the command ends here and keeps what it wrote.
     }

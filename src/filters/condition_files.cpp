@@ -5,10 +5,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <array>
+#include <climits>
+#include <map>
+#include <set>
 #include <vector>
 
 #include "domain/condition_catalogue.h"
 #include "domain/game.h"
+#include "domain/record_checks.h"
 #include "screen/chosen_file.h"
 #include "screen/control_roles.h"
 #include "screen/shared_state.h"
@@ -118,24 +122,59 @@ std::vector<long long> storeKeys(const QString& sql) {
     return keys;
 }
 
-// Value ranges. Pick rows hold 0 none, 1 drag, 2 banker; the other condition rows hold switches,
-// tolerances and list indices; 最小值 and 最大值 of the history match are issues (yyyyNNN) and its
-// 匹配值 a count of the seven balls.
-constexpr int kPickValueMax = 2;
-constexpr int kConditionValueMax = 99;
-constexpr int kIssueMax = 9999999;
-
-bool isPickRow(long long id) {
-    return (id >= 1 && id <= 38) || (id > 100 && id <= 100 + kBlueCount);
+// 最小值 and 最大值 of the history match are issues; a range may reach into the future, so any
+// well-formed issue (yyyyNNN from the first year on, number 1..200) is taken. 匹配值 counts balls.
+bool wellFormedIssue(long long issue) {
+    const long long number = issue % 1000;
+    return issue >= kFirstDrawYear * 1000LL && issue <= 9999999 && number >= 1 && number <= kIssuesPerYearMax;
 }
 
-// A condition set read from a file, checked, in the store's row order.
+// A condition set read from a file, checked, keyed as the store's rows are.
 struct ConditionSet {
     std::vector<long long> ids, conditions, numbers, historyRows;  // the store's keys
     std::vector<int> values, switches;
     QStringList traitColumns;
     std::vector<std::vector<int>> traits, history;
 };
+
+// The rows of a keyed table of the file: every key the store has, none it lacks, none twice. Rows
+// the program added in a later version may be missing whole (each range of laterRows); they take
+// the factory value 0, as the start-up upgrade gives them. Values are checked by `fits`.
+template <typename Fits>
+std::vector<int> keyedValues(Store& file, const QString& sql, const std::vector<long long>& keys,
+                             const QList<QPair<int, int>>& laterRows, Fits fits) {
+    std::map<long long, int> byKey;
+    FileQuery q(file, sql);
+    q.bind(1, (long long)keys.size() + 1);
+    while (q.next()) {
+        const long long key = q.checkedInt(0, INT_MIN, INT_MAX);
+        const long long value = q.checkedInt(1, INT_MIN, INT_MAX);
+        if (!fits(key, value) || !byKey.emplace(key, int(value)).second) throw FileFault{};
+    }
+    const std::set<long long> known(keys.begin(), keys.end());
+    for (const auto& [key, value] : byKey)
+        if (!known.count(key)) throw FileFault{};  // a row the program does not have
+    std::vector<int> values;
+    values.reserve(keys.size());
+    for (long long key : keys) {
+        const auto it = byKey.find(key);
+        if (it != byKey.end()) {
+            values.push_back(it->second);
+            continue;
+        }
+        // Missing: only a later range, and only when all of it is missing.
+        bool later = false;
+        for (const auto& [lo, hi] : laterRows) {
+            if (key < lo || key > hi) continue;
+            for (long long k = lo; k <= hi; ++k)
+                if (byKey.count(k)) throw FileFault{};
+            later = true;
+        }
+        if (!later) throw FileFault{};
+        values.push_back(0);
+    }
+    return values;
+}
 
 ConditionSet readConditionSet(Store& file) {
     static const QStringList kHistoryColumns{QStringLiteral("使用状态"), QStringLiteral("最小值"),
@@ -154,37 +193,43 @@ ConditionSet readConditionSet(Store& file) {
                       QStringList{QStringLiteral("号码")} + set.traitColumns);
     requirePlainTable(file, QStringLiteral("历史数据过滤"), kHistoryColumns);
 
-    {
-        FileQuery q(file, QStringLiteral("SELECT VALUE FROM 过滤条件 ORDER BY ID LIMIT ?1"));
-        q.bind(1, (long long)set.ids.size());
-        while (q.next()) {
-            const long long id = set.ids[set.values.size()];
-            set.values.push_back(q.checkedInt(0, 0, isPickRow(id) ? kPickValueMax : kConditionValueMax));
-        }
-    }
-    {
-        FileQuery q(file, QStringLiteral("SELECT 使用情况 FROM 过滤条件使用情况 ORDER BY 条件 LIMIT ?1"));
-        q.bind(1, (long long)set.conditions.size());
-        while (q.next()) set.switches.push_back(q.checkedInt(0, 0, 1));
-    }
+    set.values = keyedValues(file, QStringLiteral("SELECT ID, VALUE FROM 过滤条件 LIMIT ?1"), set.ids,
+                             laterConditionRows(), [](long long id, long long value) {
+                                 int low = 0, high = 0;
+                                 if (!conditionValueRange(int(id), low, high))
+                                     return value == 0 || value == 1;
+                                 return conditionValueFits(int(id), value);
+                             });
+    set.switches =
+        keyedValues(file, QStringLiteral("SELECT 条件, 使用情况 FROM 过滤条件使用情况 LIMIT ?1"),
+                    set.conditions, {}, [](long long, long long value) { return switchValueFits(value); });
     {
         QStringList columns;
         for (const QString& c : set.traitColumns) columns << quoted(c);
-        FileQuery q(file,
-                    QStringLiteral("SELECT %1 FROM 号码特性 ORDER BY 号码 LIMIT ?1").arg(columns.join(u',')));
-        q.bind(1, (long long)set.numbers.size());
+        FileQuery q(file, QStringLiteral("SELECT 号码, %1 FROM 号码特性 LIMIT ?1").arg(columns.join(u',')));
+        q.bind(1, (long long)set.numbers.size() + 1);
+        std::map<long long, std::vector<int>> byNumber;
         while (q.next()) {
             std::vector<int> row;
-            for (int col = 0; col < columns.size(); ++col) row.push_back(q.checkedInt(col, 0, 1));
-            set.traits.push_back(std::move(row));
+            for (int col = 1; col <= columns.size(); ++col) row.push_back(q.checkedInt(col, 0, 1));
+            if (!byNumber.emplace(q.checkedInt(0, 1, kRedCount), std::move(row)).second) throw FileFault{};
+        }
+        if (byNumber.size() != set.numbers.size()) throw FileFault{};
+        for (long long n : set.numbers) {
+            const auto it = byNumber.find(n);
+            if (it == byNumber.end()) throw FileFault{};
+            set.traits.push_back(it->second);
         }
     }
     {
         FileQuery q(file, QStringLiteral("SELECT 使用状态,最小值,最大值,匹配值 FROM 历史数据过滤 LIMIT ?1"));
-        q.bind(1, (long long)set.historyRows.size());
-        while (q.next())
-            set.history.push_back({q.checkedInt(0, 0, 1), q.checkedInt(1, 0, kIssueMax),
-                                   q.checkedInt(2, 0, kIssueMax), q.checkedInt(3, 0, 7)});
+        q.bind(1, (long long)set.historyRows.size() + 1);
+        while (q.next()) {
+            const int low = q.checkedInt(1, 0, 9999999), high = q.checkedInt(2, 0, 9999999);
+            if (!wellFormedIssue(low) || !wellFormedIssue(high)) throw FileFault{};
+            set.history.push_back({q.checkedInt(0, 0, 1), low, high, q.checkedInt(3, 0, 7)});
+        }
+        if (set.history.size() != set.historyRows.size()) throw FileFault{};
     }
     return set;
 }
@@ -262,6 +307,8 @@ ReadResult loadConditionFile(const QString& path) {
         writeConditionSet(set, blueBanker);
     } catch (const FileFault& fault) {
         return fault.overLimit ? ReadResult::OverLimit : ReadResult::Refused;
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return ReadResult::Refused;
     }
@@ -334,6 +381,8 @@ bool save_ChengYuanWenJian(const QString& user) {
     try {
         if (!fillTemplate()) return false;
         return replaceFile(templatePath(), userFilePath(user));
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return false;
     }
@@ -355,11 +404,16 @@ bool load_ChengYuanWenJian(const QString& user) {
 bool exportConditionSet(const QString& path) {
     try {
         if (!fillTemplate()) return false;
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return false;
     }
     if (QFileInfo::exists(path) && !screen().ui_Confirm(msg::kOverwriteFile)) return false;
-    if (!replaceFile(templatePath(), path)) return false;
+    if (!replaceFile(templatePath(), path)) {
+        screen().ui_Message(msg::kExportFailed, MessageKind::Warning);
+        return false;
+    }
     screen().ui_Message(msg::kExportDone);
     return true;
 }
@@ -408,6 +462,8 @@ bool huanyuan_Click() {
             for (int pos = 0; pos < traits->fieldCount(); ++pos) traits->setValue(pos, false);
             traits->update();
         }
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return false;
     }
@@ -440,6 +496,8 @@ bool upgrade_TiaoJian() {
         const ConditionEntry* sum = conditionOfFilter(QStringLiteral("filter_HeZhi"));
         store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=? WHERE 菜单ID=? and 条件名称=?"),
                       {sum->maxId, sum->tab, sum->quickName()});
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return false;
     }

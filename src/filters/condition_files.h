@@ -10,8 +10,10 @@ class Store;
 // exported file (*.dovrex) and the template TJmode.tjmod. All are store files holding the four
 // condition tables 过滤条件, 过滤条件使用情况, 号码特性 and 历史数据过滤, with the same rows in the
 // same order. A copy goes row by row and ends where the source ends. A file read into the store is
-// data from outside: it is checked whole (tables, columns, every value's type and range, the
-// tickets its picks yield) and either taken whole or refused with the store unchanged.
+// data from outside: it is checked whole (tables, columns, rows matched by their keys ID, 条件 and
+// 号码, every value's type and range, the tickets its picks yield) and either taken whole or
+// refused with the store unchanged. Rows added in a later version may be missing from an older
+// file; they take their factory value.
 
 namespace msg {
 inline const QString kTemplateMissing = QStringLiteral("数据模板文件丢失无法导出，请重新安装！");
@@ -21,6 +23,7 @@ inline const QString kImportOverLimit =
     QStringLiteral("文件中所选号码的组合超过 １０００００ 注，超出了本程序的限制，无法导入！");
 inline const QString kImportDone = QStringLiteral("导入完成！");
 inline const QString kExportDone = QStringLiteral("导出完成！");
+inline const QString kExportFailed = QStringLiteral("无法写入所选的文件（文件夹不存在或不可写），没有导出。");
 inline const QString kOverwriteFile = QStringLiteral("要覆盖这个文件吗？");
 inline const QString kDefaultsRestored = QStringLiteral("全部过滤条件已还原为默认值！");
 inline const QString kConditionFileFilter = QStringLiteral("过滤条件 (*.dovrex);;全部文件 (*)");

@@ -3,7 +3,9 @@
 #include <QHash>
 #include <cstdint>
 #include <map>
+#include <stdexcept>
 
+#include "domain/record_checks.h"
 #include "screen/prepared.h"
 #include "screen/shared_state.h"
 
@@ -60,7 +62,25 @@ void load_GuoLvFanWei(int minId, int maxId) {
     }
 }
 
+namespace {
+// Every writer of 过滤条件 holds the rows to their ranges (rows the program does not know are
+// left to the UPDATE, which finds none of them).
+void requireFits(int minId, int maxId, int value) {
+    for (int id = minId; id <= maxId; ++id) {
+        int low = 0, high = 0;
+        if (conditionValueRange(id, low, high) && !conditionValueFits(id, value))
+            throw std::invalid_argument(QStringLiteral("过滤条件 %1 不能取值 %2（%3..%4）")
+                                            .arg(id)
+                                            .arg(value)
+                                            .arg(low)
+                                            .arg(high)
+                                            .toStdString());
+    }
+}
+}  // namespace
+
 void set_GuoLvFanWei(int minId, int maxId, int value) {
+    requireFits(minId, maxId, value);
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID>=? AND ID<=?"), {value, minId, maxId});
     if (cached) cached->reload();
 }
@@ -74,6 +94,7 @@ int get_GuoLvTiaoJian(int id) {
 }
 
 void set_GuoLvTiaoJian(int id, int value) {
+    requireFits(id, id, value);
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=?"), {value, id});
     if (cached && cached->values.count(id)) cached->values[id] = value;
 }
@@ -132,6 +153,8 @@ int get_ShiYongQingKuang(int n) {
 }
 
 void set_ShiYongQingKuang(int n, int value) {
+    if (!switchValueFits(value))
+        throw std::invalid_argument(QStringLiteral("开关 %1 只能是 0 或 1").arg(n).toStdString());
     if (store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=? WHERE 条件=?"), {value, n}) == 0)
         throw StoreError(QStringLiteral("过滤条件使用情况: no row %1").arg(n));
     if (cached) cached->switches[n] = value;

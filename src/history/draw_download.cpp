@@ -236,10 +236,10 @@ SourceDraws fetchNotices(const QString& address, IssueNumber from) {
         all.kind = DrawSourceKind::Notices;
         all.draws += page.draws;
         all.prizes += page.prizes;
-        all.refused += page.refused;
+        all.refused.add(page.refused);
         // The service names its last page; without that a short page is the last.
         const bool last = page.pageCount > 0 ? pageNo >= page.pageCount
-                                             : page.draws.size() + page.refused < kNoticePageSize;
+                                             : page.draws.size() + page.refused.count() < kNoticePageSize;
         ui.ui_Progress(0, std::max(page.pageCount, pageNo), pageNo, true);
         ui.ui_Pump();
         if (shared().tingZhi || last) break;
@@ -335,12 +335,13 @@ DownloadResult downloadNewDraws(const QString& address) {
     try {
         const FetchOutcome outcome = fetch_Draws(address);
         if (outcome.read) {
-            ui.ui_Message(outcome.refused > 0
-                              ? msg::kDownloadDone + u'\n' + msg::refusedDrawsText(outcome.refused)
-                              : msg::kDownloadDone,
+            ui.ui_Message(outcome.refused.isEmpty() ? msg::kDownloadDone
+                                                    : msg::kDownloadDone + u'\n' + outcome.refused.text(),
                           MessageKind::Information, msg::kDownloadTitle);
             return DownloadResult::Updated;
         }
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return DownloadResult::Error;
     }
@@ -370,10 +371,12 @@ DownloadResult update_FromFile(const QString& chosen) {
         }
         store_Downloaded(source, false);
         show_LiShi();
-        ui.ui_Message(source.refused > 0 ? msg::kDownloadDone + u'\n' + msg::refusedDrawsText(source.refused)
-                                         : msg::kDownloadDone,
+        ui.ui_Message(source.refused.isEmpty() ? msg::kDownloadDone
+                                               : msg::kDownloadDone + u'\n' + source.refused.text(),
                       MessageKind::Information, msg::kDownloadTitle);
         return DownloadResult::Updated;
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return DownloadResult::Error;
     }

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include "domain/game.h"
+#include "domain/record_checks.h"
 
 namespace dovrex {
 
@@ -20,9 +21,6 @@ inline const QString kDownloadFailed = QStringLiteral(
     "若无法更新可能是由于你的防火墙设为禁止程序访问网络,\n你现在可以重新试试,多试几次。");
 inline const QString kLookupAsk = QStringLiteral("请输入您要查询的期号（如:2008118）：");
 inline const QString kLookupTitle = QStringLiteral("输入要查询的期号");
-inline QString refusedDrawsText(int count) {
-    return QStringLiteral("已拒绝 %1 条无效记录").arg(count);
-}
 inline QString overwriteDrawsText(int count) {
     return QStringLiteral("下载的数据中有 %1 期与已存的开奖号码不同，是否以下载的为准？").arg(count);
 }
@@ -88,7 +86,7 @@ int store_Downloaded(SourceDraws& source, bool official);
 struct FetchOutcome {
     bool read = false;
     int stored = 0;
-    int refused = 0;
+    RefusedRecords refused;
 };
 // The fetch of one address (the mirror in use when empty), whatever its kind: the draw list from ten
 // issues before the latest to 3000 after; notices and text lists from ten issues before the latest,

@@ -1,5 +1,7 @@
 #include "history/draw_list.h"
 
+#include <algorithm>
+
 #include "domain/date_value.h"
 #include "store/store.h"
 
@@ -44,21 +46,29 @@ bool is_DrawList(const QString& cleaned) {
 
 namespace {
 
-// The draw whose issue stands at p.
+bool isDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
+
+// The draw whose issue stands at p, every field where the layout puts it: the date in its ten
+// characters, each ball two digits, each closed by '#' (or the end of the text after the blue). A
+// record that is short borrows nothing from the next one: it does not read.
 bool readDrawAt(IssueNumber issue, const QString& cleaned, qsizetype p, DrawRecord& draw) {
     if (p < 0 || p + 39 > cleaned.size()) return false;
     const QStringView at = QStringView(cleaned).mid(p);
+    auto closed = [&](qsizetype k) { return k == at.size() || at[k] == u'#'; };
+    if (!closed(7) || !closed(18)) return false;
     const auto date = parseDateText(at.mid(8, 10).toString());
     if (!date) return false;
+    auto ball = [&](qsizetype k) {
+        return isDigit(at[k]) && isDigit(at[k + 1]) && closed(k + 2) ? int(read_Number(at.mid(k, 2))) : -1;
+    };
     draw.issue = issue;
     draw.date = *date;
-    for (int i = 1; i <= 6; ++i) draw.reds[size_t(i)] = int(read_Number(at.mid(19 + 3 * (i - 1), 2))) % 34;
-    draw.blue = int(read_Number(at.mid(37, 2))) % 17;
-    return true;
-}
-
-bool isDigit(QChar c) {
-    return c >= u'0' && c <= u'9';
+    for (int i = 1; i <= 6; ++i) draw.reds[size_t(i)] = ball(19 + 3 * (i - 1));
+    draw.blue = ball(37);
+    return draw.blue >= 0 &&
+           std::none_of(draw.reds.begin() + 1, draw.reds.end(), [](int r) { return r < 0; });
 }
 
 }  // namespace

@@ -31,8 +31,10 @@ bool is_DrawList(const QString& cleaned);
 
 // parse_QiHao: finds the first place where the issue followed by '#' stands in the cleaned text and
 // reads the draw there: the date at +8 (ten characters), the reds at +19, +22 ... +34 and the blue
-// at +37 (two characters each), reds folded modulo 34 and the blue modulo 17. False when the issue
-// is not there, when its date does not read, or when the text ends before its blue (a cut list).
+// at +37 (two digits each), every field closed by '#'. The numbers are read as they stand (a 99
+// stays 99 for the draw check to refuse). False when the issue is not there, when its date does
+// not read, when a field is not where the layout puts it (a short record never borrows from the
+// next), or when the text ends before its blue (a cut list).
 bool parse_QiHao(IssueNumber issue, const QString& cleaned, DrawRecord& draw);
 
 // A cleaned list with the place of every issue noted once, so that looking for some three thousand

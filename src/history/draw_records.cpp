@@ -1,8 +1,10 @@
 #include "history/draw_records.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "domain/date_value.h"
+#include "domain/record_checks.h"
 #include "history/derived_columns.h"
 #include "history/draw_list.h"
 #include "history/history_display.h"
@@ -17,27 +19,25 @@ QString msg::searchDoneText(int count) {
     return QStringLiteral("搜索完成，符合条件的记录共：") + to_QuanJiao(count) + QStringLiteral(" 条！");
 }
 
+namespace {
+// A box holds digits only, at most `digits` of them: "7x" or "１２" is a typing slip, not a 7.
+qint64 strictBox(const QString& box, int digits) {
+    const QString text = box.trimmed();
+    if (text.isEmpty() || text.size() > digits) return -1;
+    for (const QChar c : text)
+        if (c < u'0' || c > u'9') return -1;
+    return text.toLongLong();
+}
+}  // namespace
+
 bool check_Shuru(DrawInput& input) {
-    bool ok = true;
-    int counted[kRedCount + 1] = {};
-    for (int i = 1; i <= kRedsPerTicket; ++i) {
-        const qint64 v = read_Number(input.boxes[size_t(i)]);
-        if (v < 1 || v > kRedCount) {
-            ok = false;
-            break;
-        }
-        ++counted[v];
-    }
-    for (int n = 1; n <= kRedCount; ++n)
-        if (counted[n] > 1) ok = false;
-    const qint64 blue = read_Number(input.boxes[7]);
-    if (blue < 1 || blue > kBlueCount) ok = false;
-    const qint64 issue = read_Number(input.boxes[0]);
-    if (issue < 1 || issue > 9999999) ok = false;
-    if (!ok) return false;
-    int box = 1;
-    for (int n = 1; n <= kRedCount; ++n)
-        if (counted[n]) input.boxes[size_t(box++)] = QString::number(n);
+    Reds reds{};
+    for (int i = 1; i <= kRedsPerTicket; ++i) reds[size_t(i)] = int(strictBox(input.boxes[size_t(i)], 2));
+    const int blue = int(strictBox(input.boxes[7], 2));
+    const qint64 issue = strictBox(input.boxes[0], 7);
+    if (!drawFault(reds, blue, issue, input.date).isEmpty()) return false;
+    std::sort(reds.begin() + 1, reds.end());
+    for (int i = 1; i <= kRedsPerTicket; ++i) input.boxes[size_t(i)] = QString::number(reds[size_t(i)]);
     return true;
 }
 
@@ -51,6 +51,7 @@ DrawRecord entry_Draw(const DrawInput& input) {
 }
 
 bool store_KaiJiang(const DrawRecord& draw, bool recalc) {
+    if (!drawFault(draw.reds, draw.blue, draw.issue, toQDate(draw.date)).isEmpty()) return false;
     try {
         auto rs = store_Query(QStringLiteral("select * from 历史记录 where 期号=?"), {draw.issue});
         if (rs->eof()) rs->addNew();
@@ -64,6 +65,8 @@ bool store_KaiJiang(const DrawRecord& draw, bool recalc) {
         rs->close();
         if (recalc) recalc_LiShiLie(draw.issue, draw.issue, false);
         return true;
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return false;
     }

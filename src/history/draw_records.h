@@ -38,9 +38,10 @@ struct DrawInput {
     QDate date;
 };
 
-// check_Shuru: every red 1..33 and no red twice, the blue 1..16, an issue of at least 1. When the
-// entry is good its reds are written back into boxes 1..6 in ascending order; a bad entry is left
-// as typed, for the user to correct.
+// check_Shuru: every box digits only, and the draw they make one that drawFault accepts (six
+// different reds, the blue, an issue that can exist, the date in its year and not after today).
+// When the entry is good its reds are written back into boxes 1..6 in ascending order; a bad entry
+// is left as typed, for the user to correct.
 bool check_Shuru(DrawInput& input);
 
 // The draw an entry stands for (call after check_Shuru).
@@ -48,7 +49,7 @@ DrawRecord entry_Draw(const DrawInput& input);
 
 // store_KaiJiang: writes the draw's row, adding it when the issue has none (an existing row is
 // overwritten), with 已完成 "Y". With `recalc` the draw's derived columns are computed at once.
-// False when the store refused the write; the row is then as it was.
+// False when the draw fails drawFault or the store refused the write; the row is then as it was.
 bool store_KaiJiang(const DrawRecord& draw, bool recalc);
 
 // The entry boxes after a stored draw: the next issue in box 0 and the picker on the next draw day.

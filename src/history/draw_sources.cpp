@@ -6,8 +6,10 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <algorithm>
+#include <cmath>
 
 #include "domain/date_value.h"
+#include "domain/record_checks.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 
@@ -30,27 +32,34 @@ const QRegularExpression& recordStartPattern() {
     return re;
 }
 
-// yyNNN is read as 20yyNNN.
+// yyNNN is read as 20yyNNN; anything beyond seven digits is no issue (0).
 IssueNumber fullIssue(qint64 issue) {
+    if (issue < 0 || issue > 9999999) return 0;
     return IssueNumber(issue < 100000 ? 2000000 + issue : issue);
 }
 
-// Sorts the reds and keeps the draw when it passes, counts it as refused otherwise.
-void keepOrRefuse(DrawRecord draw, SourceDraws& out) {
+// Sorts the reds and keeps the draw when it passes, counts it as refused at `position` otherwise.
+void keepOrRefuse(DrawRecord draw, SourceDraws& out, long long position) {
     std::sort(draw.reds.begin() + 1, draw.reds.end());
     if (valid_Draw(draw))
         out.draws << draw;
     else
-        ++out.refused;
+        out.refused.add(position);
 }
 
-// A JSON field that may come as a string or a number.
+// A JSON field that may come as a string or a number, read whole: a fraction, an exponent or
+// digits beyond what a count can be give `blank`, never a part of the number.
 qint64 jsonNumber(const QJsonValue& v, qint64 blank = 0) {
-    if (v.isDouble()) return qint64(v.toDouble());
+    constexpr double kLargest = 1e15;
+    if (v.isDouble()) {
+        const double d = v.toDouble();
+        return std::isfinite(d) && std::floor(d) == d && std::abs(d) <= kLargest ? qint64(d) : blank;
+    }
     const QString s = v.toString().trimmed().remove(u',');
-    bool ok = false;
-    const qint64 n = s.toLongLong(&ok);
-    return ok ? n : blank;
+    if (s.isEmpty() || s.size() > 15) return blank;
+    for (const QChar c : s)
+        if (c < u'0' || c > u'9') return blank;
+    return s.toLongLong();
 }
 
 QJsonArray noticeResults(const QString& text, QJsonObject* root) {
@@ -73,15 +82,7 @@ bool looksLikeJson(const QString& text) {
 }  // namespace
 
 bool valid_Draw(const DrawRecord& draw) {
-    bool seen[34] = {};
-    for (int i = 1; i <= 6; ++i) {
-        const int red = draw.reds[size_t(i)];
-        if (red < 1 || red > 33 || seen[red]) return false;
-        seen[red] = true;
-    }
-    if (draw.blue < 1 || draw.blue > 16) return false;
-    const int number = draw.issue % 1000;
-    return number >= 1 && number <= 200 && draw.issue / 1000 == toQDate(draw.date).year();
+    return drawFault(draw.reds, draw.blue, draw.issue, toQDate(draw.date)).isEmpty();
 }
 
 DrawSourceKind drawSource_Kind(const QString& text) {
@@ -103,8 +104,15 @@ SourceDraws read_DrawListSource(const QString& text, IssueNumber from, IssueNumb
     if (!is_DrawList(list.text())) return out;
     out.kind = DrawSourceKind::DrawList;
     DrawRecord draw;
-    for (IssueNumber x = from; x <= to; ++x)
-        if (parse_QiHao(x, list, draw)) keepOrRefuse(draw, out);
+    long long record = 0;
+    for (IssueNumber x = from; x <= to; ++x) {
+        if (list.find(x) < 0) continue;
+        ++record;
+        if (parse_QiHao(x, list, draw))
+            keepOrRefuse(draw, out, record);
+        else
+            out.refused.add(record);  // the issue is there, its record does not read
+    }
     return out;
 }
 
@@ -115,23 +123,25 @@ SourceDraws read_Notices(const QString& text) {
     if (!root.value(QStringLiteral("result")).isArray()) return out;
     out.kind = DrawSourceKind::Notices;
     out.pageCount = int(jsonNumber(root.value(QStringLiteral("pageCount"))));
+    long long record = 0;
     for (const QJsonValue& item : results) {
+        ++record;
         const QJsonObject notice = item.toObject();
         DrawRecord draw;
-        draw.issue = fullIssue(jsonNumber(notice.value(QStringLiteral("code"))));
+        draw.issue = fullIssue(jsonNumber(notice.value(QStringLiteral("code")), -1));
         const QDate day = QDate::fromString(notice.value(QStringLiteral("date")).toString().left(10),
                                             QStringLiteral("yyyy-MM-dd"));
         const QStringList reds = notice.value(QStringLiteral("red")).toString().split(u',');
         if (!day.isValid() || reds.size() != 6) {
-            ++out.refused;
+            out.refused.add(record);
             continue;
         }
         draw.date = toDateValue(day);
-        for (int i = 1; i <= 6; ++i) draw.reds[size_t(i)] = int(jsonNumber(reds[i - 1]));
-        draw.blue = int(jsonNumber(notice.value(QStringLiteral("blue"))));
-        const int before = out.refused;
-        keepOrRefuse(draw, out);
-        if (out.refused != before) continue;
+        for (int i = 1; i <= 6; ++i) draw.reds[size_t(i)] = int(jsonNumber(reds[i - 1], -1));
+        draw.blue = int(jsonNumber(notice.value(QStringLiteral("blue")), -1));
+        const int before = out.refused.count();
+        keepOrRefuse(draw, out, record);
+        if (out.refused.count() != before) continue;
         for (const QJsonValue& g : notice.value(QStringLiteral("prizegrades")).toArray()) {
             const QJsonObject grade = g.toObject();
             const int tier = int(jsonNumber(grade.value(QStringLiteral("type"))));
@@ -145,16 +155,19 @@ SourceDraws read_Notices(const QString& text) {
 
 SourceDraws read_TextList(const QString& text) {
     SourceDraws out;
+    out.refused = RefusedRecords();  // counted by line
+    long long lineNo = 0;
     for (QStringView line : QStringView(text).split(u'\n')) {
+        ++lineNo;
         const auto m = textLinePattern().match(line.toString());
         if (!m.hasMatch()) {
-            if (recordStartPattern().match(line.toString()).hasMatch()) ++out.refused;
+            if (recordStartPattern().match(line.toString()).hasMatch()) out.refused.add(lineNo);
             continue;
         }
         const QDate day(m.capturedView(2).toInt(), m.capturedView(4).toInt(), m.capturedView(5).toInt());
         if (!day.isValid() ||
             (m.capturedView(3).isEmpty() && m.capturedLength(4) + m.capturedLength(5) != 4)) {
-            ++out.refused;
+            out.refused.add(lineNo);
             continue;
         }
         DrawRecord draw;
@@ -162,9 +175,9 @@ SourceDraws read_TextList(const QString& text) {
         draw.date = toDateValue(day);
         for (int i = 1; i <= 6; ++i) draw.reds[size_t(i)] = m.capturedView(5 + i).toInt();
         draw.blue = m.capturedView(12).toInt();
-        keepOrRefuse(draw, out);
+        keepOrRefuse(draw, out, lineNo);
     }
-    if (!out.draws.isEmpty() || out.refused > 0) out.kind = DrawSourceKind::TextList;
+    if (!out.draws.isEmpty() || !out.refused.isEmpty()) out.kind = DrawSourceKind::TextList;
     return out;
 }
 

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "domain/game.h"
+#include "domain/record_checks.h"
 
 namespace dovrex {
 
@@ -31,17 +32,18 @@ struct PrizeTier {
 };
 
 // What one response held: the good draws (reds ascending), the prize tiers of the notices, and the
-// count of records that looked like draws but failed the entry row's checks.
+// records that looked like draws but failed the entry row's checks (by line of a text list, by
+// place in the response otherwise).
 struct SourceDraws {
     DrawSourceKind kind = DrawSourceKind::Unknown;
     QList<DrawRecord> draws;
     QList<PrizeTier> prizes;
-    int refused = 0;
+    RefusedRecords refused{QStringLiteral("条")};
     int pageCount = 0;  // Notices: the pages the service says it has, 0 when it does not say
 };
 
-// A draw the entry row would accept: six distinct reds 1..33, a blue 1..16, and an issue yyyyNNN
-// whose year is the year of its date and whose number is 1..200.
+// A draw the entry row would accept (drawFault): six distinct reds 1..33, a blue 1..16, an issue
+// that can exist, dated in its year between the first draw and today.
 bool valid_Draw(const DrawRecord& draw);
 
 DrawSourceKind drawSource_Kind(const QString& text);

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "domain/record_checks.h"
 #include "filters/condition_store.h"
 #include "pipeline/pick_state.h"
 #include "screen/prepared.h"
@@ -77,7 +78,10 @@ int init_TouZhu(IssueNumber issue) {
     SharedState& s = shared();
     Screen& ui = screen();
     s.biaoJiQingLing = 0;
-    if (issue < 1) return 0;
+    if (const QString fault = issueFault(issue); !fault.isEmpty()) {
+        ui.ui_Message(fault, MessageKind::Warning);
+        return 0;
+    }
     if (!check_XuanHao(true)) return 0;
     // Counted from the rows the loops will walk, not from the pick page: rows written by other
     // paths (an older store, an imported file) must not slip past the limit.

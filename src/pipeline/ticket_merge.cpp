@@ -99,6 +99,8 @@ int hebingxt_Click() {
     int left = 0;
     try {
         left = merge_XiangTongZhu();
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         // The general trap: the merge keeps what it did.
         return -1;

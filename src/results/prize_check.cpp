@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "domain/record_checks.h"
 #include "pipeline/ticket_rows.h"
 #include "screen/control_roles.h"
 #include "screen/prepared.h"
@@ -97,6 +98,10 @@ const DrawnNumbers& prize_DrawnNumbers() {
 
 int check_KaiJiang(IssueNumber issue) {
     Screen& ui = screen();
+    if (issue > 0 && !issueCanExist(issue)) {
+        ui.ui_Message(issueFault(issue), MessageKind::Warning);
+        return 0;
+    }
     auto draw = store_Query(
         QStringLiteral("SELECT 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 历史记录  WHERE 期号=?"),
         {issue});

@@ -3,8 +3,10 @@
 #include <QFile>
 #include <QStringDecoder>
 #include <cmath>
+#include <vector>
 
 #include "domain/date_value.h"
+#include "domain/record_checks.h"
 #include "history/history_queries.h"
 #include "screen/chosen_file.h"
 #include "screen/control_roles.h"
@@ -224,11 +226,43 @@ QString import_DefaultIssue() {
     return QString::number(next_QiHao(Clock::today()));
 }
 
-QString import_InputError(const TicketImportOptions& options) {
-    if (options.daoRuGeShi == TicketImportOptions::kNumbersOnly && options.daoRuQiHao.size() != kIssueDigits)
-        return msg::kNeedSevenDigitIssue;
-    return {};
+namespace {
+
+// A ticket file read and checked, before anything in the store changes.
+struct ReadTickets {
+    std::vector<ImportedTicket> tickets;  // each with the issue it is stored under
+    RefusedRecords refused;
+    bool overLimit = false;  // more valid tickets than the program takes; reading stopped there
+};
+
+ReadTickets readTicketFile(QFile& file, const TicketImportOptions& options, IssueNumber boxIssue) {
+    Screen& ui = screen();
+    ReadTickets read;
+    long long lineNo = 0, shown = 0;
+    ImportedTicket t;
+    read_TicketLines(file, [&](QStringView line) {
+        ++lineNo;
+        if (read.overLimit || line.trimmed().isEmpty()) return;  // blank lines part groups of tickets
+        const bool parsed = import_ParseLine(line, options.daoRuGeShi, t);
+        if (parsed && options.daoRuGeShi != TicketImportOptions::kIssueAndNumbers) t.issue = boxIssue;
+        if (!parsed || !ticketFault(t.reds, t.blue, t.issue).isEmpty()) {
+            read.refused.add(lineNo);
+        } else if (int(read.tickets.size()) >= kTicketLimit) {
+            read.overLimit = true;
+        } else {
+            read.tickets.push_back(t);
+        }
+        ui.ui_Pump();
+        if (lineNo - shown >= 500) {
+            shown = lineNo;
+            ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(lineNo));
+        }
+    });
+    ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(lineNo));
+    return read;
 }
+
+}  // namespace
 
 int import_HaoMa(const QString& fileName) {
     SharedState& s = shared();
@@ -237,51 +271,60 @@ int import_HaoMa(const QString& fileName) {
 
     TicketImportOptions options;
     options.daoRuQiHao = import_DefaultIssue();
-    for (;;) {
-        if (!ui.ui_FromFile(options)) return 0;
-        const QString error = import_InputError(options);
-        if (error.isEmpty()) break;
+    if (!ui.ui_FromFile(options)) return 0;
+    if (const QString error = import_InputError(options); !error.isEmpty()) {
         ui.ui_Message(error);
+        return 0;
     }
     const IssueNumber boxIssue = readIssue(options.daoRuQiHao);
-    // Opened before the question about the table, so that a file that cannot be read changes nothing.
     QFile file;
     if (!openChosenFile(file, fileName)) return 0;
 
+    // The whole file is read and checked first: a file with nothing to import, or more than the
+    // program takes, changes nothing, and the question about the table comes after.
+    ReadTickets read;
+    {
+        RunPanel panel(msg::kImportRunning);
+        ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QStringLiteral("-"));
+        ui.ui_Set(role::cmm_stop, QStringLiteral("enabled"), false);
+        read = readTicketFile(file, options, boxIssue);
+    }
+    if (!read.refused.isEmpty()) {
+        ui.ui_Message(read.refused.text(), MessageKind::Warning);
+        log_Append(read.refused.text());
+    }
+    if (read.overLimit) {
+        ui.ui_Message(msg::kImportTicketsOverLimit, MessageKind::Warning);
+        return 0;
+    }
+    if (read.tickets.empty()) {
+        ui.ui_Message(msg::kImportNothingValid, MessageKind::Warning);
+        return 0;
+    }
+
     const int existing = store().scalar(QStringLiteral("select count(*) from 日志表")).toInt();
-    if (existing > 0 && !ui.ui_Confirm(msg::kKeepTableTickets)) delete_TouZhu(0);
+    if (existing > 0 && !ui.ui_Confirm(msg::kKeepTableTickets)) {
+        delete_TouZhu(0);
+    } else if (existing + qsizetype(read.tickets.size()) > kTicketLimit) {
+        ui.ui_Message(msg::kImportTicketsOverLimit, MessageKind::Warning);
+        return 0;
+    }
     // The running counters go on from the table's last ticket; IDs from the highest, so that they stay
     // unique whatever order earlier passes left.
     long long id = store().scalar(QStringLiteral("select max(ID) from 日志表")).toLongLong();
     const int firstSerial = store().scalar(QStringLiteral("select max(序号) from 日志表")).toInt();
     int serial = firstSerial;
-
-    RunPanel panel(msg::kImportRunning);
-    ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QStringLiteral("-"));
-    ui.ui_Set(role::cmm_stop, QStringLiteral("enabled"), false);
     {
         Transaction tx(store());
         Prepared insert(
             QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
                            "VALUES (?,?,?,?,?,?,?,?,?,?)"));
-        int lines = 0, shown = 0;
-        ImportedTicket t;
-        read_TicketLines(file, [&](QStringView line) {
-            if (import_ParseLine(line, options.daoRuGeShi, t)) {
-                insert.bind(1, ++id).bind(2, ++serial);
-                insert.bind(3,
-                            options.daoRuGeShi == TicketImportOptions::kIssueAndNumbers ? t.issue : boxIssue);
-                for (int i = 1; i <= kRedsPerTicket; ++i) insert.bind(3 + i, t.reds[size_t(i)]);
-                insert.bind(10, t.blue);
-                insert.exec();
-            }
-            ui.ui_Pump();
-            if (++lines - shown >= 500) {
-                shown = lines;
-                ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(lines));
-            }
-        });
-        ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(lines));
+        for (const ImportedTicket& t : read.tickets) {
+            insert.bind(1, ++id).bind(2, ++serial).bind(3, t.issue);
+            for (int i = 1; i <= kRedsPerTicket; ++i) insert.bind(3 + i, t.reds[size_t(i)]);
+            insert.bind(10, t.blue);
+            insert.exec();
+        }
     }
     return serial - firstSerial;
 }

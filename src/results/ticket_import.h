@@ -33,20 +33,21 @@ void read_TicketLines(QIODevice& in, const std::function<void(QStringView)>& lin
 // The issue box of frmFromFile at load: the issue after the latest draw, a new year's first issue
 // taking today's year.
 QString import_DefaultIssue();
-// The dialog's refusal of its input, empty when it may close: layout 0 needs a 7-character issue.
-QString import_InputError(const TicketImportOptions& options);
 
-// import_HaoMa: asks frmFromFile, asks whether to keep the tickets in the table, reads the file and
-// adds every valid ticket to 日志表. Returns the number added, 0 when cancelled.
+// import_HaoMa: asks frmFromFile, reads and checks the whole file (each ticket as ticketFault
+// does; the refused lines are counted and named), then asks whether to keep the tickets in the
+// table and adds the file's tickets to 日志表. A file with no valid ticket, or one that would take
+// the table beyond kTicketLimit, changes nothing. Returns the number added, 0 when nothing was.
 int import_HaoMa(const QString& fileName);
 
 namespace msg {
 inline const QString kFromFileCaption = QStringLiteral("数 据 导 入");
 inline const QString kFromFileHint = QStringLiteral("文件格式要求：文件内各数之前必须用空格或逗号分开。");
-inline const QString kNeedSevenDigitIssue =
-    QStringLiteral("请在文本框中输入一个７位数的期号。(如：２００７００１)");
 inline const QString kKeepTableTickets = QStringLiteral("表格中原有的数据要保留吗？");
 inline const QString kImportRunning = QStringLiteral("操作进行中。。。");
+inline const QString kImportNothingValid = QStringLiteral("文件中没有可以导入的号码，表格没有改动。");
+inline const QString kImportTicketsOverLimit =
+    QStringLiteral("导入后的号码将超过 １０００００ 注，超出了本程序的限制，没有导入，表格没有改动。");
 inline QString importDone(int count) {
     return QStringLiteral("数据导入完成，共导入：") + to_QuanJiao(count) + QStringLiteral(" 注！");
 }

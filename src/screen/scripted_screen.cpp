@@ -165,13 +165,26 @@ bool ScriptedScreen::ui_ToFile(TicketExportOptions& options) {
 }
 
 bool ScriptedScreen::ui_FromFile(TicketImportOptions& options) {
-    std::optional<TicketImportOptions> answer = options;
-    if (!fromFile_.isEmpty()) answer = fromFile_.dequeue();
-    if (answer) options = *answer;
-    record(QStringLiteral("FROMFILE layout=%1 issue=%2 -> %3")
-               .arg(options.daoRuGeShi)
-               .arg(options.daoRuQiHao, answer ? QStringLiteral("ok") : QStringLiteral("cancel")));
-    return answer.has_value();
+    // As the dialog does: an answer it refuses shows why and the dialog stays for the next queued
+    // answer; with none left it is cancelled. Each queued answer is taken once.
+    bool first = true;
+    for (;;) {
+        std::optional<TicketImportOptions> answer;
+        if (!fromFile_.isEmpty())
+            answer = fromFile_.dequeue();
+        else if (first)
+            answer = options;  // Enter on the dialog as it opened
+        first = false;
+        if (answer) options = *answer;
+        const QString refusal = answer ? import_InputError(options) : QString();
+        record(QStringLiteral("FROMFILE layout=%1 issue=%2 -> %3")
+                   .arg(options.daoRuGeShi)
+                   .arg(options.daoRuQiHao, !answer             ? QStringLiteral("cancel")
+                                            : refusal.isEmpty() ? QStringLiteral("ok")
+                                                                : QStringLiteral("refused")));
+        if (refusal.isEmpty()) return answer.has_value();
+        ui_Message(refusal);
+    }
 }
 
 void ScriptedScreen::ui_MarkDrawn(const QString& grid, const QList<int>& reds, int blue) {

@@ -20,4 +20,14 @@ struct TicketImportOptions {
     QString daoRuQiHao;  // the text of the issue box; unused with kIssueAndNumbers
 };
 
+namespace msg {
+inline const QString kNeedSevenDigitIssue =
+    QStringLiteral("请在文本框中输入一个７位数的期号。(如：２００７００１)");
+}  // namespace msg
+
+// frmFromFile's refusal of its input, empty when it may close: where the tickets take the box's
+// issue, the box must hold seven characters naming an issue that can exist. The dialog and the
+// scripted screen both ask it, so a refused answer never reaches the import.
+QString import_InputError(const TicketImportOptions& options);
+
 }  // namespace dovrex

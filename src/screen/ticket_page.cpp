@@ -3,9 +3,11 @@
 #include <QStringList>
 #include <cmath>
 
+#include "domain/record_checks.h"
 #include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
+#include "screen/ticket_options.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -76,6 +78,13 @@ void delete_TouZhu(IssueNumber issue) {
         store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
     load_TouZhuBiao(issue);
     log_Append(msg::kDeleteLogged);
+}
+
+QString import_InputError(const TicketImportOptions& options) {
+    if (options.daoRuGeShi == TicketImportOptions::kIssueAndNumbers) return {};
+    if (options.daoRuGeShi == TicketImportOptions::kNumbersOnly && options.daoRuQiHao.size() != 7)
+        return msg::kNeedSevenDigitIssue;
+    return issueFault(readIssue(options.daoRuQiHao));
 }
 
 int readIssue(const QString& answer) {

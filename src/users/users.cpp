@@ -48,8 +48,21 @@ QStringList userNames() {
 
 bool isValidUserName(const QString& name) {
     if (name.contains(u'/') || name.contains(u'\\') || name.contains(QStringLiteral(".."))) return false;
-    for (const QChar c : name)
-        if (c.category() == QChar::Other_Control) return false;
+    // Control, format (zero-width, bidi overrides), line and paragraph separators, private-use and
+    // unassigned characters print as nothing or as something else: two names could look the same.
+    for (const QChar c : name) {
+        switch (c.category()) {
+            case QChar::Other_Control:
+            case QChar::Other_Format:
+            case QChar::Other_PrivateUse:
+            case QChar::Other_NotAssigned:
+            case QChar::Separator_Line:
+            case QChar::Separator_Paragraph:
+                return false;
+            default:
+                break;
+        }
+    }
     return true;
 }
 
@@ -125,6 +138,8 @@ LoginResult login_Submit(const QString& typedName, const QString& typedPassword)
         }
         login_Ok(stored);
         return LoginResult::LoggedIn;
+    } catch (const StoreWriteError&) {
+        throw;  // a lost write is the command trap's to report
     } catch (const StoreError&) {
         return LoginResult::Refused;
     }

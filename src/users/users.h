@@ -34,7 +34,8 @@ void write_UserMode(int mode);
 // The login list, by name.
 QStringList userNames();
 
-// A user name also becomes a file name: names holding "/", "\", ".." or control characters are refused.
+// A user name also becomes a file name: names holding "/", "\", "..", control or invisible
+// characters (zero-width, bidi overrides, line separators) are refused.
 bool isValidUserName(const QString& name);
 
 enum class LoginResult { LoggedIn, Refused };

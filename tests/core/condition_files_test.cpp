@@ -91,21 +91,6 @@ TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
     EXPECT_EQ(test::fileBytes(exportPath()), before);
 }
 
-TEST_F(ConditionFilesTest, AShortFileKeepsTheRowsItDoesNotReach) {
-    makeSet(1);
-    ASSERT_TRUE(exportConditionSet(exportPath()));
-    {
-        auto file = Store::open(exportPath());
-        file->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=3000"));
-    }
-    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=7"));
-    ASSERT_TRUE(importConditionSet(exportPath()));
-    EXPECT_EQ(value(1100), 1);  // reached
-    EXPECT_EQ(value(1101), 0);
-    EXPECT_EQ(value(3305), 7);  // beyond the file's rows: kept
-    EXPECT_EQ(value(5079), 7);
-}
-
 TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     makeSet(1);
     const QString junk = tempPath(QStringLiteral("junk.dovrex"));

@@ -161,7 +161,7 @@ TEST(FilterHeadless, RealPickAgainstTheRealHistory) {
         }
     }
     ASSERT_GT(draws.size(), 2000u);
-    const IssueNumber issue = 2099001;  // to come: judged against the newest draw
+    const IssueNumber issue = 2027001;  // to come: judged against the newest draw
 
     const QStringList out =
         runHeadless(QStringLiteral("open-store %1\n"

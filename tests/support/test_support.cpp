@@ -1,5 +1,7 @@
 #include "test_support.h"
 
+#include <sqlite3.h>
+
 #include <QDir>
 #include <QFile>
 
@@ -81,6 +83,16 @@ int intScalar(const QString& sql, const QVariantList& params) {
 QByteArray fileBytes(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void alterStoreFile(const QString& file, const QString& sql) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
+    char* error = nullptr;
+    EXPECT_EQ(sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error), SQLITE_OK)
+        << (error ? error : "") << ' ' << sql.toStdString();
+    sqlite3_free(error);
+    sqlite3_close(db);
 }
 
 ProgramFolderTest::ProgramFolderTest() {

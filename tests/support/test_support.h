@@ -69,6 +69,9 @@ class ScopedStore {
 
 // Makes a new store file with the schema and the factory rows (no history); the connection is closed.
 void makeFreshStoreFile(const QString& file);
+// Runs statements (any number, ';'-separated) on a store file straight through the engine, below
+// the program's store layer: the way a hand or another program changes a file.
+void alterStoreFile(const QString& file, const QString& sql);
 // Writes a pack of `storeFile` and a small aux file to `packPath`.
 void makePack(const QString& storeFile, const QString& packPath);
 

@@ -1,6 +1,8 @@
 #include "analysis/trend_chart.h"
 
+#include <QPointF>
 #include <algorithm>
+#include <initializer_list>
 
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
@@ -48,12 +50,17 @@ double textCells(const QString& text) {
 }  // namespace
 
 TrendSpec trendSpecOfTab(const QString& caption) {
-    if (caption == QStringLiteral("和值过滤"))
-        return make(TrendFamily::Sum, QStringLiteral("■ 和值走势"), QStringLiteral("和值"),
-                    QStringLiteral("和值"), 169);
+    // The sums span their whole range: 和值 from 1+2+...+6 to 28+...+33, the odd numbers' sum up to
+    // 23+25+...+33, the even numbers' up to 22+24+...+32.
+    if (caption == QStringLiteral("和值过滤")) {
+        TrendSpec sum = make(TrendFamily::Sum, QStringLiteral("■ 和值走势"), QStringLiteral("和值"),
+                             QStringLiteral("和值"), 183 - 21 + 1);
+        sum.first = 21;
+        return sum;
+    }
     if (caption == QStringLiteral("奇数和值") || caption == QStringLiteral("偶数和值"))
         return make(TrendFamily::Sum, QStringLiteral("■ ") + caption + QStringLiteral("走势"), caption,
-                    caption, 169);
+                    caption, caption == QStringLiteral("奇数和值") ? 169 : 163);
     if (caption == QStringLiteral("和值尾"))
         return make(TrendFamily::Tail, QStringLiteral("■ 和值尾走势"), caption, QStringLiteral("和值"), 11);
     if (caption == QStringLiteral("最大间距"))
@@ -90,7 +97,7 @@ TrendSpec trendSpecOfTab(const QString& caption) {
 QStringList trendColumnCaptions(const TrendSpec& trend) {
     if (trend.family == TrendFamily::Pattern) return patterns(trend.patternMode);
     QStringList out;
-    for (int k = 0; k < trend.columns; ++k) out << QString::number(k);
+    for (int k = 0; k < trend.columns; ++k) out << QString::number(trend.first + k);
     return out;
 }
 
@@ -118,6 +125,7 @@ QList<TrendRow> trendRows(const TrendSpec& trend, int periods, IssueNumber last)
                 v %= 10;
                 row.value = QString::number(v);
             }
+            v -= trend.first;
             row.column = ok && v >= 0 && v < trend.columns ? v : -1;
         }
         rows << row;
@@ -140,6 +148,9 @@ TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, i
     TrendChart chart;
     const double cw = m.charW, ch = m.charH, w = m.width;
     const double r = ch / 3;
+    chart.bodyTop = 2 * ch;
+    chart.bodyBottom = ch * (n + 2);
+    chart.rowH = ch;
     const double pad = ch * (1 - 1 / 1.1) / 2;  // a text line sits in the middle of its cell
     const int columns = std::max(1, trend.columns);
     chart.height = ch * (n + 5);
@@ -232,6 +243,150 @@ TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, i
         if (a < 0 || b < 0) continue;
         line(TrendOp::Join, chart.colX[a] + 0.6 * cw, chart.rowY[k - 1] + 0.6 * cw, chart.colX[b] + 0.6 * cw,
              chart.rowY[k] + 0.6 * cw);
+    }
+    return chart;
+}
+
+namespace {
+
+void addText(TrendChart& chart, TrendOp::Role role, double x, double y, const QString& t) {
+    TrendOp op;
+    op.kind = TrendOp::Text;
+    op.role = role;
+    op.x = x;
+    op.y = y;
+    op.text = t;
+    chart.ops << op;
+}
+
+void addLine(TrendChart& chart, TrendOp::Role role, double x, double y, double x2, double y2) {
+    TrendOp op;
+    op.kind = TrendOp::Line;
+    op.role = role;
+    op.x = x;
+    op.y = y;
+    op.x2 = x2;
+    op.y2 = y2;
+    chart.ops << op;
+}
+
+// The first of the steps that is at least `least`; the last when none is.
+int firstStep(std::initializer_list<int> steps, double least, int multipleOf = 1) {
+    int chosen = 1;
+    for (int s : steps) {
+        if (s % multipleOf) continue;
+        chosen = s;
+        if (s >= least) break;
+    }
+    return chosen;
+}
+
+}  // namespace
+
+TrendChart draw_TrendFitted(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
+                            double height, const QString& conditionText, const QList<int>& allowedColumns) {
+    TrendChart chart;
+    const double cw = m.charW, ch = m.charH, w = m.width;
+    const double x0 = m.x0 > 0 ? m.x0 : 20 * cw - cw / 2;
+    const int columns = std::max(1, trend.columns);
+    const int last = trend.first + columns - 1;
+    n = std::max(1, n);
+    chart.height = height;
+    chart.bodyTop = 2 * ch;
+    chart.rowH = std::max(1.0, (height - 5 * ch) / n);
+    chart.bodyBottom = chart.bodyTop + n * chart.rowH;
+
+    // Bands: the narrowest grouping whose columns are each at least a digit wide.
+    const double room = std::max(cw, w - x0);
+    auto bandsOf = [&](int band) { return last / band - trend.first / band + 1; };
+    for (int band : {1, 2, 5, 10, 20, 50}) {
+        chart.band = band;
+        if (room / bandsOf(band) >= cw) break;
+    }
+    const int band = chart.band, bands = bandsOf(band), firstBand = trend.first / band;
+    const double colW = room / bands;
+    for (int b = 0; b < bands; ++b) chart.colX << x0 + b * colW;
+    // Where a value lies: its band's column, and its place inside the band.
+    auto xOf = [&](int column) {
+        const int v = trend.first + column;
+        return chart.colX[v / band - firstBand] + (v % band) * colW / band;
+    };
+
+    // Frame: title, head, the rules of the parts.
+    addText(chart, TrendOp::Title, (w - 2 * cw) / 2, 0, trend.title);
+    addText(chart, TrendOp::Head, 3 * cw, ch / 2, QStringLiteral("期号"));
+    addText(chart, TrendOp::Head, 10.8 * cw + cw, ch / 2, trend.name);
+    addLine(chart, TrendOp::Rule, x0, ch, w, ch);
+    addLine(chart, TrendOp::Rule, 10 * cw, 0, 10 * cw, chart.bodyBottom);
+    addLine(chart, TrendOp::Rule, x0, 0, x0, height);
+    addLine(chart, TrendOp::Rule, 0, chart.bodyTop, w, chart.bodyTop);
+    addLine(chart, TrendOp::Rule, 0, chart.bodyBottom, w, chart.bodyBottom);
+
+    // Captions on round values, each far enough from the next to be read, with a rule down the body.
+    const double captionCells = textCells(QString::number(last)) + 1;
+    const int step = firstStep({1, 2, 5, 10, 20, 25, 50, 100}, captionCells * cw * band / colW, band);
+    for (int v = (trend.first + step - 1) / step * step; v <= last; v += step) {
+        const double x = xOf(v - trend.first);
+        const QString caption = QString::number(v);
+        const double left = x - textCells(caption) * cw / 2;
+        if (left >= x0 && left + textCells(caption) * cw <= w)
+            addText(chart, TrendOp::Caption, left, ch, caption);
+        addLine(chart, TrendOp::Rule, x, ch * 1.6, x, chart.bodyBottom);
+    }
+
+    chart.rowY << 0;
+    for (int k = 1; k <= n; ++k) chart.rowY << chart.bodyTop + (k - 1) * chart.rowH;
+    const int shown = std::min<int>(n, rows.size());
+
+    // The issue and its value on every few rows, the newest always; a guide across each such row.
+    const int every = firstStep({1, 2, 5, 10, 20, 50}, ch / chart.rowH);
+    for (int k = shown; k >= 1; k -= every) {
+        const double middle = chart.rowY[k] + chart.rowH / 2;
+        const double y = std::clamp(middle - ch / 2, chart.bodyTop, chart.bodyBottom - ch);
+        addText(chart, TrendOp::Issue, 1.5 * cw, y, QString::number(rows[k - 1].issue));
+        addText(chart, TrendOp::Value, 11.3 * cw, y, rows[k - 1].value);
+        addLine(chart, TrendOp::Rule, x0, middle, w, middle);
+    }
+
+    // The allowed values under the last row, then the condition line.
+    const double r = std::max(1.5, 0.45 * std::min(chart.rowH, colW));
+    for (int c : allowedColumns) {
+        if (c < 0 || c >= columns) continue;
+        TrendOp op;
+        op.kind = TrendOp::Line;
+        op.role = TrendOp::Allowed;
+        op.x = xOf(c);
+        op.x2 = op.x + std::max(1.0, colW / band - (band == 1 ? 2 : 0));
+        op.y = op.y2 = chart.bodyBottom + ch / 6;
+        chart.ops << op;
+    }
+    const double conditionY = chart.bodyBottom + ch / 2;
+    const QString lead = QStringLiteral("当前条件设置->");
+    addText(chart, TrendOp::Condition, 3 * cw, conditionY, lead);
+    const double centred = (w - cw * textCells(conditionText)) / 2;
+    addText(chart, TrendOp::Condition, std::max(centred, 3 * cw + cw * (textCells(lead) + 1)), conditionY,
+            conditionText);
+
+    // Marks in the middle of their band and row, then the line through their centres.
+    auto centre = [&](int k) {
+        const int c = rows[k - 1].column;
+        return QPointF(chart.colX[(trend.first + c) / band - firstBand] + colW / 2,
+                       chart.rowY[k] + chart.rowH / 2);
+    };
+    for (int k = 1; k <= shown; ++k) {
+        if (rows[k - 1].column < 0 || rows[k - 1].column >= columns) continue;
+        TrendOp op;
+        op.kind = TrendOp::Circle;
+        op.role = TrendOp::Mark;
+        op.x = centre(k).x();
+        op.y = centre(k).y();
+        op.r = r;
+        chart.ops << op;
+    }
+    for (int k = 2; k <= shown; ++k) {
+        const int a = rows[k - 2].column, b = rows[k - 1].column;
+        if (a < 0 || b < 0 || a >= columns || b >= columns) continue;
+        addLine(chart, TrendOp::Join, centre(k - 1).x(), centre(k - 1).y(), centre(k).x(), centre(k).y());
     }
     return chart;
 }

@@ -21,11 +21,12 @@ struct TrendSpec {
     QString field;  // the column of 历史记录
     int columns = 0;
     int patternMode = -1;  // 0 连号, 1 头数形式, 2 尾数形式
+    int first = 0;         // the value of the first column (和值 starts at its least, 21)
 };
 
 // The chart of a condition tab, by its caption; family None for tabs without one.
 TrendSpec trendSpecOfTab(const QString& tabCaption);
-// The caption of each column: the values 0, 1, ... or the pattern texts.
+// The caption of each column: the values first, first + 1, ... or the pattern texts.
 QStringList trendColumnCaptions(const TrendSpec& trend);
 
 struct TrendRow {
@@ -66,6 +67,10 @@ struct TrendChart {
     QList<double> colX;  // left edge of each column
     QList<double> rowY;  // top of each row, 1-based (rowY[0] unused)
     QList<TrendOp> ops;
+    // The rows' part of the drawing: the head above it stays in view, the condition line below it.
+    double bodyTop = 0, bodyBottom = 0;
+    double rowH = 0;  // height of a row
+    int band = 1;     // values a column holds
 };
 
 // The chart of `rows` (at most n used) in the geometry of the metrics: frame, rows, the condition
@@ -73,6 +78,19 @@ struct TrendChart {
 // n = 0 it is the frame alone.
 TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
                           const QString& conditionText, const QList<int>& allowedColumns);
+
+// The whole chart in a frame of m.width by `height`: every value and every one of the n rows in
+// view at once, with the frame's own font in m. A column narrower than a digit would be unreadable,
+// so values then share columns in bands of 2, 5, 10 ... aligned on multiples of the band; captions
+// stand on round values far enough apart not to touch, the issues and values on every few rows,
+// and the marks carry no text, so no label covers a mark. The allowed values are marked under the
+// last row; the condition line follows.
+TrendChart draw_TrendFitted(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
+                            double height, const QString& conditionText, const QList<int>& allowedColumns);
+// The sum family opens fitted to its frame; a double click reads it in the chart's own font.
+inline bool trendFitsFrame(const TrendSpec& trend) {
+    return trend.family == TrendFamily::Sum;
+}
 
 // Font sizes of the chart surface: at least 20 at its first drawing, zoomed between 6 and 30.
 inline constexpr int kTrendFontFirst = 20;

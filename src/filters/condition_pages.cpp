@@ -41,6 +41,7 @@ ConditionList listOf(const ConditionEntry& c) {
     ConditionList list{c.caption(), c.switchNo, c.minId, c.maxId, {}};
     const QString lineName = c.lineName ? QString::fromUtf16(c.lineName) : QString();
     if (c.lines == LineKind::Numbers) {
+        list.numbered = true;
         for (int v = c.firstLine; v <= c.lastLine; ++v)
             list.lines.append({QStringLiteral("%1=%2").arg(lineName).arg(v), c.minId + v, v});
         return list;
@@ -175,6 +176,11 @@ ConditionList load_ElseLieBiao(int tab) {
 
 void set_ConditionLine(const ConditionLine& line, bool allowed) {
     set_GuoLvTiaoJian(line.id, allowed ? 1 : 0);
+}
+
+void set_ConditionLines(const QList<ConditionLine>& lines, bool allowed) {
+    Transaction tx(store());
+    for (const ConditionLine& line : lines) set_ConditionLine(line, allowed);
 }
 
 QList<bool> loadListTicks(const ConditionList& list) {

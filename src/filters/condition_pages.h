@@ -24,6 +24,7 @@ struct ConditionList {
     int switchNo = 0;
     int minId = 0, maxId = -1;  // the rows a page loads into guoLvShuZu to tick its lines
     QList<ConditionLine> lines;
+    bool numbered = false;  // lines "名称=v" of a range of numbers, whose `value` is v
 };
 
 // The lists of a condition page (1-based tab of the condition pages), from the condition catalogue:
@@ -40,6 +41,8 @@ ConditionList load_ElseLieBiao(int tab);
 
 // A tick: writes 1 or 0 into the line's row.
 void set_ConditionLine(const ConditionLine& line, bool allowed);
+// A run of ticks (a shift-click, a drag, a from-to entry): every line's row in one transaction.
+void set_ConditionLines(const QList<ConditionLine>& lines, bool allowed);
 // The ticks of a list as a page fills it: the list's rows go through load_GuoLvFanWei into
 // guoLvShuZu (where they stay, for whatever reads the array next), and a line is ticked when its
 // entry there is above 0.

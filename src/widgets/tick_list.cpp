@@ -10,8 +10,9 @@ namespace dovrex {
 TickList::TickList(QWidget* parent) : QListWidget(parent) {
     setSelectionMode(QAbstractItemView::NoSelection);
     setUniformItemSizes(true);
+    // The space key flips the current line through the item itself.
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
-        if (!filling_) emit ticked(row(item), item->checkState() == Qt::Checked);
+        if (!filling_) emit ticked({row(item)}, item->checkState() == Qt::Checked);
     });
 }
 
@@ -25,6 +26,7 @@ void TickList::setLines(const QStringList& texts, const QList<int>& data) {
         item->setData(Qt::UserRole, data.value(i, i));
     }
     filling_ = false;
+    anchor_ = dragFrom_ = dragReached_ = -1;
 }
 
 void TickList::setTicked(int row, bool on) {
@@ -51,6 +53,19 @@ int TickList::lineData(int row) const {
     return it ? it->data(Qt::UserRole).toInt() : 0;
 }
 
+void TickList::tickRun(int first, int last, bool on) {
+    if (count() == 0) return;
+    const int from = qBound(0, qMin(first, last), count() - 1);
+    const int to = qBound(0, qMax(first, last), count() - 1);
+    QList<int> changed;
+    for (int r = from; r <= to; ++r) {
+        if (isTicked(r) == on) continue;
+        setTicked(r, on);
+        changed << r;
+    }
+    if (!changed.isEmpty()) emit ticked(changed, on);
+}
+
 int TickList::idealWidth() const {
     int text = 0;
     for (int i = 0; i < count(); ++i) text = qMax(text, fontMetrics().horizontalAdvance(item(i)->text()));
@@ -60,14 +75,41 @@ int TickList::idealWidth() const {
 
 void TickList::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return QListWidget::mousePressEvent(event);
-    if (QListWidgetItem* it = itemAt(event->position().toPoint())) {
-        setCurrentItem(it);
-        it->setCheckState(it->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    QListWidgetItem* it = itemAt(event->position().toPoint());
+    if (!it) return;
+    const int r = row(it);
+    setCurrentItem(it);
+    if ((event->modifiers() & Qt::ShiftModifier) && anchor_ >= 0 && anchor_ < count()) {
+        tickRun(anchor_, r, isTicked(anchor_));
+        return;
     }
+    anchor_ = dragFrom_ = dragReached_ = r;
+    tickRun(r, r, !isTicked(r));
+}
+
+void TickList::mouseMoveEvent(QMouseEvent* event) {
+    if (dragFrom_ < 0 || !(event->buttons() & Qt::LeftButton)) return;
+    // Past the list's edge the list scrolls on, so a drag reaches lines not yet in view.
+    QPoint at = event->position().toPoint();
+    if (at.y() >= viewport()->height()) {
+        verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+        at.setY(viewport()->height() - 2);
+    } else if (at.y() < 0) {
+        verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+        at.setY(1);
+    }
+    QListWidgetItem* it = itemAt(at);
+    if (!it || row(it) == dragReached_) return;
+    dragReached_ = row(it);
+    setCurrentItem(it);
+    tickRun(dragFrom_, dragReached_, isTicked(dragFrom_));
 }
 
 void TickList::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) QListWidget::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton)
+        dragFrom_ = dragReached_ = -1;
+    else
+        QListWidget::mouseReleaseEvent(event);
 }
 
 void TickList::mouseDoubleClickEvent(QMouseEvent* event) {

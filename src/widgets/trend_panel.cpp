@@ -1,15 +1,19 @@
 #include "widgets/trend_panel.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFontMetricsF>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
+#include <QSignalBlocker>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -22,6 +26,7 @@ namespace dovrex {
 namespace {
 
 int gFontSize = kTrendFontFirst;
+bool gWhole = true;  // the sums' charts fit the frame, until the player reads them closer
 
 QColor colourOf(TrendOp::Role role) {
     switch (role) {
@@ -211,6 +216,16 @@ TrendPanel::TrendPanel(QWidget* parent) : QFrame(parent) {
     hint->setStyleSheet(QStringLiteral("color: #777777;"));
     chooserRow->addWidget(hint);
     chooserRow->addStretch(1);
+    whole_ = new QCheckBox(QStringLiteral("整幅显示"), this);
+    whole_->setObjectName(QStringLiteral("Check_TrendWhole"));
+    whole_->setToolTip(QStringLiteral("全部取值和最近%1期都显示在图中").arg(kTrendPeriods));
+    whole_->setChecked(gWhole);
+    connect(whole_, &QCheckBox::toggled, this, [this](bool on) {
+        gWhole = on;
+        redraw();
+    });
+    chooserRow->addWidget(whole_);
+    chooserRow->addSpacing(12);
     chooserRow->addWidget(new QLabel(QStringLiteral("截止期号："), this));
     chooserRow->addWidget(chooser_);
 
@@ -238,8 +253,11 @@ TrendPanel::TrendPanel(QWidget* parent) : QFrame(parent) {
     connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, this, follow);
     for (TrendStrip* strip : {head_, left_, body_, foot_})
         connect(strip, &TrendStrip::zoom, this, &TrendPanel::zoomBy);
+    body_->installEventFilter(this);
+    left_->installEventFilter(this);
 
     chartBox_ = new QWidget(this);
+    chartBox_->installEventFilter(this);
     auto* grid = new QGridLayout(chartBox_);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);
@@ -288,25 +306,65 @@ void TrendPanel::show_TrendOfTab(const QString& tabCaption) {
     trend_ = trendSpecOfTab(tabCaption);
     const bool chartable = trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid;
     chooser_->setVisible(chartable);
+    whole_->setVisible(trendFitsFrame(trend_));
+    if (whole_->isChecked() != gWhole) {
+        const QSignalBlocker quiet(whole_);
+        whole_->setChecked(gWhole);
+    }
     if (chartable) fillChooser();
     readRows();
     redraw();
 }
 
-void TrendPanel::setCondition(const QString& tip, const QList<int>& allowedColumns) {
+void TrendPanel::setCondition(const QString& tip, const QList<int>& allowedValues) {
     tip_ = tip;
-    allowed_ = allowedColumns;
+    allowed_ = allowedValues;
     if (!rows_.isEmpty()) redraw();
 }
 
+bool TrendPanel::drawnWhole() const {
+    return gWhole && trendFitsFrame(trend_);
+}
+
 void TrendPanel::zoomBy(int step) {
+    if (drawnWhole()) {
+        // Closer: the chart at its own size, scrolled; making the whole chart smaller means nothing.
+        if (step > 0) whole_->setChecked(false);
+        return;
+    }
     gFontSize = std::clamp(gFontSize + step, kTrendFontMin, kTrendFontMax);
     redraw();
 }
 
 void TrendPanel::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
-    if (area_->viewport()->width() != drawnWidth_ && !rows_.isEmpty()) redraw();
+    const QSize now = drawnWhole() ? chartBox_->size() : QSize(area_->viewport()->width(), 0);
+    if (now != drawnSize_ && !rows_.isEmpty()) redraw();
+}
+
+bool TrendPanel::eventFilter(QObject* watched, QEvent* event) {
+    // The whole chart follows its frame, whatever changed the frame's size.
+    if (watched == chartBox_) {
+        if (event->type() == QEvent::Resize && drawnWhole() && !rows_.isEmpty() &&
+            chartBox_->size() != drawnSize_)
+            redraw();
+        return false;
+    }
+    if (event->type() != QEvent::ToolTip || rows_.isEmpty() || chart_.rowH <= 0) return false;
+    // The row under the mouse, in the drawing's measure: the body is the scrolled surface itself,
+    // the issue column follows its scroll.
+    const auto* help = static_cast<QHelpEvent*>(event);
+    double y = chart_.bodyTop + help->pos().y();
+    if (watched == left_) y += area_->verticalScrollBar()->value();
+    const int k = int((y - chart_.bodyTop) / chart_.rowH);
+    if (k < 0 || k >= rows_.size()) {
+        QToolTip::hideText();
+        return true;
+    }
+    QToolTip::showText(help->globalPos(),
+                       QStringLiteral("%1 期  %2 %3").arg(rows_[k].issue).arg(trend_.name, rows_[k].value),
+                       static_cast<QWidget*>(watched));
+    return true;
 }
 
 void TrendPanel::redraw() {
@@ -315,9 +373,14 @@ void TrendPanel::redraw() {
     empty_->setVisible(!hasChart && trend_.family != TrendFamily::None && trend_.family != TrendFamily::Grid);
     if (!hasChart) return;
     setEnabled(false);
+    const bool whole = drawnWhole();
+    const Qt::ScrollBarPolicy bars = whole ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+    area_->setVerticalScrollBarPolicy(whole ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAlwaysOn);
+    area_->setHorizontalScrollBarPolicy(bars);
 
+    // The whole chart is read in the window's own font; the close one in the chart's zoomed font.
     QFont font = this->font();
-    font.setPointSize(gFontSize);
+    if (!whole) font.setPointSize(gFontSize);
     const QFontMetricsF fm(font);
     TrendMetrics m;
     m.charW = fm.horizontalAdvance(QLatin1Char('1'));
@@ -335,31 +398,48 @@ void TrendPanel::redraw() {
     const double x0 = std::max(20 * m.charW - m.charW / 2, 11.3 * m.charW + widestValue + m.charW);
     m.x0 = x0;
     const int leftWidth = int(std::ceil(x0));
-    drawnWidth_ = area_->viewport()->width();
-    // Columns wide enough for a mark with its value beside it: the body fills the width when they
-    // fit and scrolls sideways, under its head, when they do not.
-    const double r = m.charH / 3;
-    const double column = std::max(2 * r, r + widest) + m.charW / 2;
-    m.width = std::max<double>(leftWidth + drawnWidth_, x0 + std::max(1, trend_.columns) * column);
-
+    QList<int> allowed;
+    for (int v : allowed_) allowed << v - trend_.first;
+    const QString condition = trendConditionText(tip_, trend_.family);
     const int n = int(rows_.size());
-    chart_ = draw_TrendBody(trend_, rows_, n, m, trendConditionText(tip_, trend_.family), allowed_);
-    const double bodyTop = 2 * m.charH;
-    const double bodyBottom = m.charH * (n + 2);
+
+    if (whole) {
+        drawnSize_ = chartBox_->size();
+        m.width = std::max(leftWidth + 1, drawnSize_.width());
+        chart_ = draw_TrendFitted(trend_, rows_, kTrendPeriods, m, std::max(1, drawnSize_.height()),
+                                  condition, allowed);
+    } else {
+        drawnSize_ = QSize(area_->viewport()->width(), 0);
+        // Columns wide enough for a mark with its value beside it: the body fills the width when
+        // they fit and scrolls sideways, under its head, when they do not.
+        const double r = m.charH / 3;
+        const double column = std::max(2 * r, r + widest) + m.charW / 2;
+        m.width = std::max<double>(leftWidth + drawnSize_.width(), x0 + std::max(1, trend_.columns) * column);
+        chart_ = draw_TrendBody(trend_, rows_, n, m, condition, allowed);
+    }
     for (TrendStrip* strip : {head_, left_, body_, foot_}) {
         strip->setFont(font);
-        strip->setChart(&chart_, x0, bodyTop, bodyBottom);
+        strip->setChart(&chart_, x0, chart_.bodyTop, chart_.bodyBottom);
     }
-    head_->setFixedHeight(int(std::ceil(bodyTop)));
-    foot_->setFixedHeight(int(std::ceil(chart_.height - bodyBottom)));
+    const int headHeight = int(std::ceil(chart_.bodyTop));
+    head_->setFixedHeight(headHeight);
     left_->setFixedWidth(leftWidth);
-    body_->setFixedSize(int(std::ceil(m.width)) - leftWidth, int(std::ceil(bodyBottom - bodyTop)));
-
-    // The newest draws at the bottom, and the column of the newest one in sight.
-    area_->verticalScrollBar()->setValue(area_->verticalScrollBar()->maximum());
-    const int last = rows_.last().column;
-    if (last >= 0 && last < chart_.colX.size())
-        area_->ensureVisible(int(chart_.colX[last]) - leftWidth, body_->height() - 1, int(column * 3), 0);
+    if (whole) {
+        // The rows take what the head and the condition line leave of the frame.
+        foot_->setFixedHeight(std::max(0, drawnSize_.height() - int(std::floor(chart_.bodyBottom))));
+        body_->setFixedSize(std::max(1, drawnSize_.width() - leftWidth),
+                            std::max(1, int(std::floor(chart_.bodyBottom)) - headHeight));
+    } else {
+        foot_->setFixedHeight(int(std::ceil(chart_.height - chart_.bodyBottom)));
+        body_->setFixedSize(int(std::ceil(m.width)) - leftWidth,
+                            int(std::ceil(chart_.bodyBottom - chart_.bodyTop)));
+        // The newest draws at the bottom, and the column of the newest one in sight.
+        area_->verticalScrollBar()->setValue(area_->verticalScrollBar()->maximum());
+        const int last = rows_.last().column;
+        const double column = chart_.colX.size() > 1 ? chart_.colX[1] - chart_.colX[0] : 0;
+        if (last >= 0 && last < chart_.colX.size())
+            area_->ensureVisible(int(chart_.colX[last]) - leftWidth, body_->height() - 1, int(column * 3), 0);
+    }
     setEnabled(true);
 }
 

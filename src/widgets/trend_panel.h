@@ -5,6 +5,7 @@
 
 #include "analysis/trend_chart.h"
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QScrollArea;
@@ -41,7 +42,9 @@ class TrendStrip : public QWidget {
 
 // Frame_PICshow: the trend chart of a condition's metric beside its value list. It opens on the
 // newest draws; Combo_TuBiaoQS lets it end at an earlier issue. A left double click makes the text
-// bigger, a right click smaller.
+// bigger, a right click smaller. The sums' charts open whole in the frame (Check_TrendWhole); a
+// double click there reads them at the chart's own size instead. Resting the mouse on a row names
+// its issue and value.
 class TrendPanel : public QFrame {
     Q_OBJECT
   public:
@@ -51,7 +54,8 @@ class TrendPanel : public QFrame {
     void show_TrendOfTab(const QString& tabCaption);
     // The condition line under the chart (the page's "当前取值阅览：" text) and, as Label_tjz, the
     // columns the condition allows, marked under the last row; the chart is drawn again once.
-    void setCondition(const QString& tip, const QList<int>& allowedColumns);
+    // Allowed values as the value list numbers them (a pattern by its place in the list).
+    void setCondition(const QString& tip, const QList<int>& allowedValues);
 
     // The font size of every chart, kept between drawings.
     static int fontSize();
@@ -63,12 +67,16 @@ class TrendPanel : public QFrame {
     TrendStrip* foot() const { return foot_; }
     QScrollArea* area() const { return area_; }
     QComboBox* issueChooser() const { return chooser_; }
+    QCheckBox* wholeSwitch() const { return whole_; }
+    // The chart is drawn whole in the frame now.
+    bool drawnWhole() const;
     const TrendSpec& trend() const { return trend_; }
     const QList<TrendRow>& rows() const { return rows_; }
     const TrendChart& chart() const { return chart_; }
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void readRows();
@@ -76,6 +84,7 @@ class TrendPanel : public QFrame {
     void fillChooser();
 
     QComboBox* chooser_;
+    QCheckBox* whole_;
     QWidget* chartBox_;
     TrendStrip* head_;
     TrendStrip* left_;
@@ -88,7 +97,7 @@ class TrendPanel : public QFrame {
     TrendChart chart_;
     QString tip_;
     QList<int> allowed_;
-    int drawnWidth_ = 0;
+    QSize drawnSize_;
 };
 
 }  // namespace dovrex

@@ -70,6 +70,7 @@ BaziWindow::BaziWindow(QWidget* parent) : QDialog(parent) {
     }
     buttons_[3]->setToolTip(QStringLiteral("查询当前年份24节气具体时间"));
     buttons_[2]->setEnabled(false);
+    buttons_[1]->setDefault(true);  // Enter: the pick of the chart
     // Reading order: the picks first, the way back and out last.
     for (int i : {1, 5, 3, 4, 2, 0}) row->addWidget(buttons_[size_t(i)]);
     row->addStretch(1);

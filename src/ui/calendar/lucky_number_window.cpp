@@ -52,6 +52,7 @@ LuckyNumberWindow::LuckyNumberWindow(QWidget* parent) : QDialog(parent) {
         buttons_[size_t(i)] = b;
     }
     for (int i : {1, 2, 0}) layout->addWidget(buttons_[size_t(i)]);
+    buttons_[1]->setDefault(true);  // Enter: a random pick
     if (!jixuanOpener()) {
         buttons_[1]->setEnabled(false);
         buttons_[1]->setToolTip(QStringLiteral("机选窗口尚未提供"));

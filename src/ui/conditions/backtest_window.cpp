@@ -67,6 +67,7 @@ BacktestWindow::BacktestWindow(QWidget* parent) : QDialog(parent) {
     start_ = new QPushButton(QStringLiteral("开始回测"), this);
     stop_ = new QPushButton(QStringLiteral("停止"), this);
     stop_->setEnabled(false);
+    start_->setDefault(true);
     auto* exportDraws = new QPushButton(QStringLiteral("导出逐期结果..."), this);
     auto* exportConditions = new QPushButton(QStringLiteral("导出条件统计..."), this);
     top->addWidget(new QLabel(QStringLiteral("从"), this));

@@ -3,8 +3,11 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -45,7 +48,8 @@ ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(pa
         ids << line.id;
     }
     lines_->setLines(texts, ids);
-    connectCommand(lines_, &TickList::ticked, this, [this](int row, bool on) { tick(row, on); });
+    connectCommand(lines_, &TickList::ticked, this,
+                   [this](const QList<int>& rows, bool on) { tick(rows, on); });
 
     tip_ = new QLabel(this);
     tip_->setObjectName(QStringLiteral("Text_tiaojianTip"));
@@ -60,6 +64,7 @@ ConditionListPage::ConditionListPage(int tab, QWidget* parent) : ConditionTab(pa
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(check_);
     column->addWidget(lines_, 1);
+    if (condition_.numbered) column->addWidget(makeRangeEntry(left));
 
     chart_ = new TrendPanel(this);
 
@@ -84,9 +89,62 @@ void ConditionListPage::reload() {
     chart_->show_TrendOfTab(ConditionsPage::tabCaption(tab_));
 }
 
-void ConditionListPage::tick(int row, bool on) {
-    if (row < 0 || row >= condition_.lines.size()) return;
-    runCommand([&] { set_ConditionLine(condition_.lines[row], on); });
+QWidget* ConditionListPage::makeRangeEntry(QWidget* parent) {
+    auto* box = new QGroupBox(QStringLiteral("连续取值"), parent);
+    box->setObjectName(QStringLiteral("Frame_FanWei"));
+    const int low = conditionLineValue(0), high = conditionLineValue(int(condition_.lines.size()) - 1);
+    auto spin = [&](const QString& name, int value) {
+        auto* s = new QSpinBox(box);
+        s->setObjectName(name);
+        s->setRange(low, high);
+        s->setValue(value);
+        s->setAccelerated(true);
+        return s;
+    };
+    from_ = spin(QStringLiteral("Text_FanWeiCong"), low);
+    to_ = spin(QStringLiteral("Text_FanWeiDao"), high);
+    auto* tick = new QPushButton(QStringLiteral("勾选"), box);
+    tick->setObjectName(QStringLiteral("cmm_FanWeiGouXuan"));
+    tick->setToolTip(QStringLiteral("勾选从起点到终点的每一个值（回车亦可）"));
+    auto* clear = new QPushButton(QStringLiteral("取消"), box);
+    clear->setObjectName(QStringLiteral("cmm_FanWeiQuXiao"));
+    clear->setToolTip(QStringLiteral("取消从起点到终点的每一个值"));
+    connectCommand(tick, &QPushButton::clicked, this, [this] { tickRange(true); });
+    connectCommand(clear, &QPushButton::clicked, this, [this] { tickRange(false); });
+    for (QSpinBox* s : {from_, to_})
+        connectCommand(s, &QAbstractSpinBox::editingFinished, this, [this, s] {
+            // Enter in a box ticks the run; leaving the box only keeps the number.
+            if (s->hasFocus()) tickRange(true);
+        });
+
+    auto* grid = new QGridLayout(box);
+    grid->setContentsMargins(6, 4, 6, 4);
+    grid->setHorizontalSpacing(4);
+    grid->addWidget(new QLabel(QStringLiteral("从"), box), 0, 0);
+    grid->addWidget(from_, 0, 1);
+    grid->addWidget(new QLabel(QStringLiteral("到"), box), 1, 0);
+    grid->addWidget(to_, 1, 1);
+    grid->addWidget(tick, 0, 2);
+    grid->addWidget(clear, 1, 2);
+    box->setToolTip(QStringLiteral("列表中也可按住 Shift 点击，或按住鼠标拖过一段连续的值"));
+    return box;
+}
+
+int ConditionListPage::conditionLineValue(int row) const {
+    return condition_.lines.value(row).value;
+}
+
+void ConditionListPage::tickRange(bool on) {
+    const int first = condition_.lines.isEmpty() ? 0 : condition_.lines.first().value;
+    lines_->tickRun(from_->value() - first, to_->value() - first, on);
+}
+
+void ConditionListPage::tick(const QList<int>& rows, bool on) {
+    QList<ConditionLine> lines;
+    for (int row : rows)
+        if (row >= 0 && row < condition_.lines.size()) lines << condition_.lines[row];
+    if (lines.isEmpty()) return;
+    runCommand([&] { set_ConditionLines(lines, on); });
     showTip();
 }
 
@@ -94,10 +152,10 @@ void ConditionListPage::showTip() {
     QString summary;
     runCommand([&] { summary = conditionSummary(tab_); });
     tip_->setText(QStringLiteral("当前取值阅览：") + summary);
-    chart_->setCondition(tip_->text(), allowedColumns());
+    chart_->setCondition(tip_->text(), allowedValues());
 }
 
-QList<int> ConditionListPage::allowedColumns() const {
+QList<int> ConditionListPage::allowedValues() const {
     QList<int> columns;
     for (int row = 0; row < lines_->count(); ++row) {
         if (lines_->isTicked(row)) columns << condition_.lines[row].value;
@@ -132,9 +190,11 @@ CountListsPage::CountListsPage(int tab, QWidget* parent) : ConditionTab(parent),
         const int lineHeight = list->sizeHintForRow(0);
         list->setFixedHeight(lineHeight * texts.size() + 2 * list->frameWidth() + 4);
         list->setFixedWidth(qMax(list->idealWidth() - 10, box->sizeHint().width()));
-        connectCommand(list, &TickList::ticked, this, [this, k](int row, bool on) {
-            const ConditionLine& line = conditions_[k].lines.value(row);
-            if (line.id > 0) runCommand([&] { set_ConditionLine(line, on); });
+        connectCommand(list, &TickList::ticked, this, [this, k](const QList<int>& rows, bool on) {
+            QList<ConditionLine> lines;
+            for (int row : rows)
+                if (const ConditionLine& line = conditions_[k].lines.value(row); line.id > 0) lines << line;
+            runCommand([&] { set_ConditionLines(lines, on); });
         });
         auto* cell = new QVBoxLayout;
         cell->addWidget(box);

@@ -115,9 +115,11 @@ CustomGroupPage::CustomGroupPage(QWidget* parent) : ConditionTab(parent) {
     counts_->setLines(lines);
     counts_->setFixedSize(counts_->idealWidth(),
                           counts_->sizeHintForRow(0) * 7 + 2 * counts_->frameWidth() + 4);
-    connectCommand(counts_, &TickList::ticked, this, [this](int row, bool on) {
+    connectCommand(counts_, &TickList::ticked, this, [this](const QList<int>& rows, bool on) {
         const int k = group();
-        runCommand([&] { set_GuoLvTiaoJian(customGroupBase(k) + row, on ? 1 : 0); });
+        QList<ConditionLine> lines;
+        for (int row : rows) lines.append({QString(), customGroupBase(k) + row, row});
+        runCommand([&] { set_ConditionLines(lines, on); });
         use_->setEnabled(counts_->tickedCount() > 0);
         refreshList();
     });

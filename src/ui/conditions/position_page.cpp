@@ -64,11 +64,17 @@ PositionPage::PositionPage(QWidget* parent) : ConditionTab(parent) {
         const int line = list->sizeHintForRow(0);
         const int cell = list->sizeHintForColumn(0) + 6;
         list->setFixedSize(2 * cell + 2 * list->frameWidth() + 6, 17 * line + 2 * list->frameWidth() + 6);
-        connectCommand(list, &TickList::ticked, this, [this, list, i](int r, bool) {
-            bool now = false;
-            if (runCommand(
-                    [&] { now = toggleNumberTrait(list->property("Tag").toString(), list->lineData(r)); }))
-                list->setTicked(r, now);
+        connectCommand(list, &TickList::ticked, this, [this, list, i](const QList<int>& rows, bool on) {
+            // The store's cells decide: the list shows what was written.
+            const QString column = list->property("Tag").toString();
+            std::array<bool, 34> members{};
+            if (runCommand([&] {
+                    members = haoMaTeXing(column);
+                    for (int r : rows) members[size_t(qBound(0, list->lineData(r), 33))] = on;
+                    setNumberTrait(column, members);
+                }))
+                for (int r = 0; r < list->count(); ++r)
+                    list->setTicked(r, members[size_t(list->lineData(r))]);
             enableSwitch(i);
         });
         auto* name = new QLabel(positionName(i), positions);

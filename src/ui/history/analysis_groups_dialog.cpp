@@ -51,6 +51,7 @@ AnalysisGroupsDialog::AnalysisGroupsDialog(QWidget* parent) : QDialog(parent) {
         new QLabel(QStringLiteral("勾选每个号码所属的组；分析表按这些组把每期的红球分类显示。"), this);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     buttons->button(QDialogButtonBox::Close)->setText(QStringLiteral("关闭"));
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::accept);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(note);

@@ -25,6 +25,7 @@
 #include "ui/shell/window_parts.h"
 #include "widgets/ball_art.h"
 #include "widgets/command_trap.h"
+#include "widgets/window_keys.h"
 
 namespace dovrex {
 
@@ -47,6 +48,7 @@ FormMain::FormMain(AppFlow& flow, GuiScreen& screen, QWidget* parent)
     setObjectName(QStringLiteral("Form_main"));
     setWindowTitle(kProgramTitle);
     setWindowIcon(appIcon());
+    WindowKeys::install();
 
     tabs_ = new QTabWidget(this);
     tabs_->setObjectName(QStringLiteral("TabStrip_Top"));

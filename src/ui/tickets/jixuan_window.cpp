@@ -90,6 +90,7 @@ JiXuanWindow::JiXuanWindow(int zhuShu, uint64_t seed, QWidget* parent, int msPer
     export_->setEnabled(false);
     auto* close = new QPushButton(QStringLiteral("关闭"), this);
     close->setObjectName(QStringLiteral("cmdOK"));
+    close->setDefault(true);
     buttons->addWidget(export_);
     buttons->addWidget(close);
     layout->addLayout(buttons);

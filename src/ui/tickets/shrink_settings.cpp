@@ -144,6 +144,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
             auto* button = new QPushButton(captions2[i], this);
             button->setObjectName(QStringLiteral("cmmSS(%1)").arg(i));
             connectCommand(button, &QPushButton::clicked, this, [i] { cmmSS_Click(i); });
+            button->setDefault(i == 1);  // Enter starts the shrink, Escape closes the frame
             buttons->addWidget(button);
         }
         layout->addLayout(buttons);

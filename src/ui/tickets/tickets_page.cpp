@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -13,6 +14,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <array>
 
 #include "app/pipeline_commands.h"
 #include "domain/game.h"
@@ -29,6 +31,37 @@
 #include "widgets/cursor_model.h"
 
 namespace dovrex {
+
+namespace {
+
+// The access key and the shortcut of each of the eight commands in the 投注 menu.
+struct MenuKeys {
+    QChar key;
+    QKeySequence shortcut;
+};
+const std::array<MenuKeys, kTouZhuCommands>& touZhuMenuKeys() {
+    static const std::array<MenuKeys, kTouZhuCommands> keys{{
+        {u'1', QKeySequence(Qt::CTRL | Qt::Key_1)},
+        {u'2', QKeySequence(Qt::CTRL | Qt::Key_2)},
+        {u'3', QKeySequence(Qt::CTRL | Qt::Key_3)},
+        {u'J', QKeySequence(Qt::CTRL | Qt::Key_J)},
+        {u'E', QKeySequence(Qt::CTRL | Qt::Key_E)},
+        {u'I', QKeySequence(Qt::CTRL | Qt::Key_I)},
+        {u'D', QKeySequence()},  // deleting every ticket is never one key away
+        {u'K', QKeySequence(Qt::CTRL | Qt::Key_K)},
+    }};
+    return keys;
+}
+
+// "初始化..." with its key as "初始化(&1)...".
+QString withAccessKey(const QString& text, QChar key) {
+    QString plain = text;
+    const bool dots = plain.endsWith(QStringLiteral("..."));
+    if (dots) plain.chop(3);
+    return plain + QStringLiteral("(&") + key + u')' + (dots ? QStringLiteral("...") : QString());
+}
+
+}  // namespace
 
 TicketsPage::TicketsPage(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Frm_Sub_TouZhu"));
@@ -113,7 +146,12 @@ TicketsPage::TicketsPage(QWidget* parent) : QWidget(parent) {
     commandRow->setVerticalSpacing(6);
     const auto& texts = touZhuCommandTexts();
     for (int i = 0; i < kTouZhuCommands; ++i) {
-        auto* b = new QPushButton(texts[size_t(i)].button, commandBar_);
+        // The steps show the keys of their menu entries, which work on every page.
+        const QKeySequence keys = touZhuMenuKeys()[size_t(i)].shortcut;
+        const QString caption = i < 3 ? QStringLiteral("%1 (%2)").arg(texts[size_t(i)].button,
+                                                                      keys.toString(QKeySequence::NativeText))
+                                      : texts[size_t(i)].button;
+        auto* b = new QPushButton(caption, commandBar_);
         b->setObjectName(QStringLiteral("cmmTouZhu(%1)").arg(i));
         b->setToolTip(texts[size_t(i)].toolTip);
         b->setMinimumWidth(b->fontMetrics().horizontalAdvance(b->text()) + 24);
@@ -188,17 +226,19 @@ void installTicketsPage(FormMain& window) {
     const auto& texts = touZhuCommandTexts();
     for (int i = 0; i < kTouZhuCommands; ++i) {
         if (i == kCmdSelect || i == kCmdExport || i == kCmdDelete) menu->addSeparator();
-        QAction* a = menu->addAction(texts[size_t(i)].menu);
+        QAction* a = menu->addAction(withAccessKey(texts[size_t(i)].menu, touZhuMenuKeys()[size_t(i)].key));
+        a->setShortcut(touZhuMenuKeys()[size_t(i)].shortcut);
         a->setObjectName(QStringLiteral("mnu_ShengCeng(%1)").arg(i));
         a->setToolTip(texts[size_t(i)].toolTip);
         connectCommand(a, &QAction::triggered, &window, [i] { mnu_ShengCeng_Click(i); });
         if (i == kCmdImport) {
-            QAction* print = menu->addAction(QStringLiteral("打印..."));
+            QAction* print = menu->addAction(QStringLiteral("打印(&P)..."));
+            print->setShortcut(QKeySequence::Print);
             print->setObjectName(QStringLiteral("mnu_DaYin"));
             print->setToolTip(msg::kPrintTip);
             connectCommand(print, &QAction::triggered, &window,
                            [&window] { TicketPrinter::printOnPaper(&window); });
-            QAction* pdf = menu->addAction(QStringLiteral("导出PDF..."));
+            QAction* pdf = menu->addAction(QStringLiteral("导出PDF(&F)..."));
             pdf->setObjectName(QStringLiteral("mnu_DaoChuPdf"));
             pdf->setToolTip(msg::kPdfTip);
             connectCommand(pdf, &QAction::triggered, &window, [] { TicketPrinter::exportPdf(); });

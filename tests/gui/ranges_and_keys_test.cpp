@@ -1,0 +1,183 @@
+// The window's side of ranges in one gesture, the whole sums' chart and the keyboard: each control
+// reaches what the core does.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSet>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+
+#include "app/pipeline_commands.h"
+#include "filters/condition_store.h"
+#include "gui/answering_screen.h"
+#include "gui/seeded_program.h"
+#include "ui/conditions/condition_list_page.h"
+#include "ui/conditions/conditions_page.h"
+#include "widgets/tick_list.h"
+#include "widgets/trend_panel.h"
+#include "widgets/window_keys.h"
+
+using namespace dovrex;
+
+namespace {
+
+constexpr int kSumTab = 2;  // 和值过滤
+constexpr int kSumBase = 1000;
+
+class RangesAndKeysTest : public StartedProgramTest<AnsweringScreen> {
+  protected:
+    ConditionListPage* sumPage() {
+        window_->resize(1366, 768);
+        window_->show();
+        window_->selectPage(TopPage::Conditions);
+        window_->conditionsPage()->selectTab(kSumTab);
+        QCoreApplication::processEvents();
+        return qobject_cast<ConditionListPage*>(window_->conditionsPage()->tab(kSumTab));
+    }
+    // The sums allowed in the store, as "a-b" runs would read them.
+    static QList<int> allowedSums() {
+        QList<int> out;
+        for (int v = 0; v <= 183; ++v)
+            if (get_GuoLvTiaoJian(kSumBase + v) > 0) out << v;
+        return out;
+    }
+    // DOVREX_SCREENSHOTS=<folder> keeps the window as the player sees it.
+    void picture(const QString& name) {
+        const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS");
+        QCoreApplication::processEvents();
+        if (!dir.isEmpty()) window_->grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
+    }
+    static QList<int> run(int from, int to) {
+        QList<int> out;
+        for (int v = from; v <= to; ++v) out << v;
+        return out;
+    }
+    static void mouse(TickList* list, QEvent::Type type, int row, Qt::KeyboardModifiers keys = {}) {
+        list->scrollToItem(list->item(row));
+        const QPointF at = list->visualItemRect(list->item(row)).center();
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent e(type, at, list->viewport()->mapToGlobal(at),
+                      type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, keys);
+        QApplication::sendEvent(list->viewport(), &e);
+    }
+};
+
+TEST_F(RangesAndKeysTest, ShiftClickDragAndFromToTickARun) {
+    ConditionListPage* page = sumPage();
+    ASSERT_NE(page, nullptr);
+    TickList* list = page->list();
+    const int first = page->rangeFrom()->minimum();
+    auto row = [first](int value) { return value - first; };
+    for (int v : allowedSums()) set_GuoLvTiaoJian(kSumBase + v, 0);
+
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->item(row(80))).center());
+    mouse(list, QEvent::MouseButtonPress, row(120), Qt::ShiftModifier);
+    mouse(list, QEvent::MouseButtonRelease, row(120), Qt::ShiftModifier);
+    EXPECT_EQ(allowedSums(), run(80, 120));
+
+    mouse(list, QEvent::MouseButtonPress, row(130));
+    mouse(list, QEvent::MouseMove, row(133));
+    mouse(list, QEvent::MouseMove, row(135));
+    mouse(list, QEvent::MouseButtonRelease, row(135));
+    EXPECT_EQ(allowedSums(), run(80, 120) + run(130, 135));
+
+    page->rangeFrom()->setValue(100);
+    page->rangeTo()->setValue(140);
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmm_FanWeiQuXiao")), Qt::LeftButton);
+    EXPECT_EQ(allowedSums(), run(80, 99));
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmm_FanWeiGouXuan")), Qt::LeftButton);
+    EXPECT_EQ(allowedSums(), run(80, 140));
+    EXPECT_TRUE(list->isTicked(row(140)) && !list->isTicked(row(141)));
+    picture(QStringLiteral("range-entry"));
+}
+
+// At 1366x768 the sums' chart shows its hundred draws and every value without scrolling; a double
+// click reads it closer, scrolled.
+TEST_F(RangesAndKeysTest, TheSumsChartOpensWholeAndADoubleClickReadsItCloser) {
+    TrendPanel* panel = sumPage()->chart();
+    ASSERT_TRUE(panel->drawnWhole());
+    EXPECT_EQ(panel->rows().size(), kTrendPeriods);
+    const QSize view = panel->area()->viewport()->size();
+    EXPECT_LE(panel->surface()->width(), view.width());
+    EXPECT_LE(panel->surface()->height(), view.height());
+    picture(QStringLiteral("sum-chart"));
+    QTest::mouseDClick(panel->surface(), Qt::LeftButton);
+    EXPECT_FALSE(panel->drawnWhole());
+    EXPECT_GT(panel->surface()->height(), view.height());
+    panel->wholeSwitch()->setChecked(true);
+    EXPECT_TRUE(panel->drawnWhole());
+}
+
+// The 投注 menu's entries have access keys, the steps shortcuts shown on their buttons.
+TEST_F(RangesAndKeysTest, TicketMenuKeysAndStepShortcuts) {
+    QMenu* menu = window_->menu(QStringLiteral("投注(&B)"));
+    for (QAction* a : menu->actions())
+        if (!a->isSeparator())
+            EXPECT_TRUE(a->text().contains(QStringLiteral("(&"))) << a->text().toStdString();
+    for (int step = 0; step < 3; ++step) {
+        auto* a = window_->findChild<QAction*>(QStringLiteral("mnu_ShengCeng(%1)").arg(step));
+        ASSERT_FALSE(a->shortcut().isEmpty());
+        EXPECT_TRUE(
+            ticketsPage_->command(step)->text().contains(a->shortcut().toString(QKeySequence::NativeText)));
+    }
+}
+
+// Each window that opens takes the focus, has a button for Enter, and closes on Escape.
+TEST_F(RangesAndKeysTest, WindowsTakeFocusAndAnswerEnterAndEscape) {
+    window_->show();
+    struct Opened {
+        QString name;
+        bool focused = false, hasDefault = false, closed = false;
+    };
+    QList<Opened> seen;
+    QSet<QWidget*> before;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible()) before << w;
+    QTimer poll;
+    poll.setInterval(50);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (!w->isVisible() || before.contains(w) || !w->isWindow()) continue;
+            before << w;
+            QCoreApplication::processEvents();
+            Opened o{w->objectName()};
+            o.focused = QApplication::activeWindow() == w && w->isAncestorOf(QApplication::focusWidget());
+            o.hasDefault = WindowKeys::defaultButton(w) != nullptr;
+            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : w, Qt::Key_Escape);
+            QCoreApplication::processEvents();
+            o.closed = !w->isVisible();
+            seen << o;
+        }
+    });
+    poll.start();
+    const QStringList entries{QStringLiteral("mnu_TiaoJianHuiCe"), QStringLiteral("mnu_KuaiSuSheZhi"),
+                              QStringLiteral("mnu_LuckyNumber"), QStringLiteral("mnu_JiXuan")};
+    for (const QString& name : entries) {
+        auto* a = window_->findChild<QAction*>(name);
+        if (!a) ADD_FAILURE() << name.toStdString();
+        if (a) a->trigger();
+        QTest::qWait(120);
+    }
+    // 第3步's settings frame, a tool window rather than a dialog.
+    QTest::mouseClick(ticketsPage_->command(kCmdShrink), Qt::LeftButton);
+    QTest::qWait(120);
+    ASSERT_GE(seen.size(), entries.size() + 1);
+    for (const Opened& o : seen) {
+        EXPECT_TRUE(o.focused) << o.name.toStdString();
+        EXPECT_TRUE(o.hasDefault) << o.name.toStdString();
+        EXPECT_TRUE(o.closed) << o.name.toStdString();
+    }
+}
+
+}  // namespace

@@ -9,6 +9,7 @@
 #include "history/history_queries.h"
 #include "pipeline/space_init.h"
 #include "screen/prepared.h"
+#include "screen/shared_state.h"
 #include "store/store.h"
 
 namespace {

@@ -105,6 +105,7 @@ QList<QPair<int, int>> conditionIdRanges() {
         {101, 116},    // blue picks
         {1184, 1190},  // behind 和值's range, never read
         {kShrinkTypeId, kFilterToleranceId},
+        {kSpaceModeId, kSpaceModeId},
     };
     for (const ConditionEntry& c : kCatalogue)
         if (c.hasRows()) ranges.append({c.minId, c.maxId});
@@ -121,7 +122,7 @@ QList<int> switchNumbers() {
 }
 
 QList<QPair<int, int>> laterConditionRows() {
-    return {{34, 38}, {1171, 1190}, {kFilterToleranceId, kFilterToleranceId}};
+    return {{34, 38}, {1171, 1190}, {kFilterToleranceId, kFilterToleranceId}, {kSpaceModeId, kSpaceModeId}};
 }
 
 }  // namespace dovrex

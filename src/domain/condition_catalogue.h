@@ -73,6 +73,7 @@ inline constexpr int kToleranceId = 3901;   // 容错值 of 号码定位, an ord
 inline constexpr int kFilterToleranceId =
     3902;  // 容错值 of the whole filter run: conditions a ticket may fail
 inline constexpr int kFilterToleranceMax = 20;
+inline constexpr int kSpaceModeId = 3903;  // 1: 第1步 filters the whole expansion before writing (大底)
 
 // Every row of 过滤条件 a store holds, as ranges (both ends inclusive) in ID order.
 QList<QPair<int, int>> conditionIdRanges();

@@ -265,6 +265,14 @@ void checkTicketLimit(const PickRows& picks, bool blueBanker) {
     if (ticketCount(reds, bankers, blues, blueBanker) > kTicketLimit) throw FileFault{true};
 }
 
+// In 大底 mode any picks are allowed: the limit holds for the tickets written, not for the picks.
+bool spaceModeAfter(const ConditionSet& set) {
+    for (size_t k = 0; k < set.values.size(); ++k)
+        if (set.ids[k] == kSpaceModeId) return set.values[k] == 1;
+    return store().scalar(QStringLiteral("select VALUE from 过滤条件 where ID=?"), {kSpaceModeId}).toInt() ==
+           1;
+}
+
 void writeConditionSet(const ConditionSet& set, int blueBanker) {
     Store& s = store();
     Transaction tx(s);
@@ -303,7 +311,7 @@ ReadResult loadConditionFile(const QString& path) {
         const ConditionSet set = readConditionSet(*file);
         const PickRows picks = picksAfter(set);
         const int blueBanker = blueBankerIn(picks);
-        checkTicketLimit(picks, blueBanker != 0);
+        if (!spaceModeAfter(set)) checkTicketLimit(picks, blueBanker != 0);
         writeConditionSet(set, blueBanker);
     } catch (const FileFault& fault) {
         return fault.overLimit ? ReadResult::OverLimit : ReadResult::Refused;

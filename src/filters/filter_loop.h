@@ -21,9 +21,12 @@ struct TicketBalls {
 //  - value: an index into shared().guoLvShuZu; the ticket passes when the entry there is above 0.
 //    An index outside 0..199 is a fatal range error (StoreError), as no valid ticket reaches one.
 //  - accept: the verdict itself, for the filters that test otherwise (号码定位, 单双组合).
+// A test reads the reds only unless it says otherwise: the pass over the whole space judges the
+// six reds once and only the blue-reading tests once a blue.
 struct TicketTest {
     std::function<int(const TicketBalls&)> value;
     std::function<bool(const TicketBalls&)> accept;
+    bool readsBlue = false;
 };
 
 // guoLvShuZu as a filter reads it.

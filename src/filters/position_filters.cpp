@@ -66,13 +66,17 @@ void attachDingWei(FilterDef& def) {
     def.prepare = [errors, tolerance](FilterPass&) {
         const PositionErrors e = *errors;
         const int t = *tolerance;
-        return TicketTest{{}, [e, t](const TicketBalls& b) {
+        bool blueMatters = false;  // only when the blue's position is on and refuses a blue
+        for (int n = 1; n <= kBlueCount; ++n) blueMatters = blueMatters || e.e[n][7] != 0;
+        return TicketTest{{},
+                          [e, t](const TicketBalls& b) {
                               if (b.blue < 1 || b.blue > kRedCount)
                                   throw StoreError(QStringLiteral("蓝球 = %1 out of range").arg(b.blue));
                               int wrong = e.e[b.blue][7];
                               for (int i = 1; i <= 6; ++i) wrong += e.e[b.reds[size_t(i)]][i];
                               return wrong <= t;
-                          }};
+                          },
+                          blueMatters};
     };
 }
 
@@ -107,7 +111,8 @@ void attachDanShuang(FilterDef& def) {
         for (int i = 1; i <= 7; ++i) g[i] = shared().guoLvShuZu[size_t(i)];
         std::array<int, 8> pat{};
         for (int i = 1; i <= 7; ++i) pat[size_t(i)] = g[i];
-        return TicketTest{{}, [pat](const TicketBalls& b) {
+        return TicketTest{{},
+                          [pat](const TicketBalls& b) {
                               int d = 0;
                               for (int i = 1; i <= 7; ++i) {
                                   const int field = i == 7 ? b.blue : b.reds[size_t(i)];
@@ -115,7 +120,8 @@ void attachDanShuang(FilterDef& def) {
                                   d += std::abs(pat[size_t(i)] - w);
                               }
                               return d > 0;
-                          }};
+                          },
+                          true};
     };
 }
 

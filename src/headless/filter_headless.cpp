@@ -4,7 +4,9 @@
 #include "filters/backtest.h"
 #include "filters/filter_families.h"
 #include "headless/headless_runner.h"
+#include "pipeline/space_filter.h"
 #include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "store/store.h"
 
 namespace dovrex {
@@ -63,8 +65,19 @@ bool headless_Backtest(HeadlessRunner& r, const HeadlessArgs& a) {
     for (const BacktestDraw& d : result.draws)
         r.print(d.failed.isEmpty() ? QStringLiteral("draw %1 ok").arg(d.issue)
                                    : QStringLiteral("draw %1 fail %2").arg(d.issue).arg(d.failed.join(u',')));
-    for (const BacktestCondition& c : result.conditions)
-        r.print(QStringLiteral("condition %1 %2/%3").arg(c.label).arg(c.passed).arg(c.total));
+    // Beside each pass rate, what the condition keeps of the current picks' space for the issue.
+    const SpaceResult space = filter_Space(get_BiaoGeQiHao(), 0, {}, true);
+    for (const BacktestCondition& c : result.conditions) {
+        long long kept = 0;
+        for (const SpaceRemoval& s : space.removedBy)
+            if (s.label == c.label) kept = s.passed;
+        r.print(QStringLiteral("condition %1 %2/%3 space %4/%5")
+                    .arg(c.label)
+                    .arg(c.passed)
+                    .arg(c.total)
+                    .arg(kept)
+                    .arg(space.space));
+    }
     r.print(QStringLiteral("survived %1/%2").arg(result.survived).arg(result.draws.size()));
     return true;
 }

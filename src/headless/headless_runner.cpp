@@ -177,6 +177,8 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"filter", "[<issue>]", headless_Filter},
         {"delete", "[<issue>]", headless_Delete},
         {"command", "<0..7>", headless_Command},
+        {"space", "<0|1>", headless_Space},
+        {"space-count", "[<issue>]", headless_SpaceCount},
         {"shrink", "<3..7> [<issue>]", headless_Shrink},
         {"shrink-opt", "<3..7> [<seconds>] [<issue>]", headless_ShrinkOptimised},
         {"coverage", "[<issue>]", headless_Coverage},

@@ -5,6 +5,7 @@
 #include "filters/filter_run.h"
 #include "headless/headless_runner.h"
 #include "pipeline/pick_state.h"
+#include "pipeline/space_init.h"
 #include "pipeline/ticket_init.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
@@ -138,6 +139,24 @@ bool headless_Command(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore() || !a.intAt(r, 0, index)) return false;
     if (index < 0 || index >= kTouZhuCommands) return r.fail(QStringLiteral("commands are 0..7"));
     cmmTouZhu_Click(index);
+    return true;
+}
+
+bool headless_Space(HeadlessRunner& r, const HeadlessArgs& a) {
+    int on = 0;
+    if (!r.requireStore() || !a.intAt(r, 0, on)) return false;
+    if (on != 0 && on != 1) return r.fail(QStringLiteral("0 or 1?"));
+    set_SpaceMode(on == 1);
+    show_XuanHaoTongJi();
+    r.print(QStringLiteral("space mode %1").arg(on));
+    return true;
+}
+
+bool headless_SpaceCount(HeadlessRunner& r, const HeadlessArgs& a) {
+    int issue = 0;
+    if (!r.requireStore() || !a.issueAt(r, 0, issue)) return false;
+    const SpaceResult result = filter_Space(issue, 0);
+    r.print(QStringLiteral("space %1 kept %2").arg(result.space).arg(result.kept));
     return true;
 }
 

@@ -17,5 +17,7 @@ bool headless_Init(HeadlessRunner& r, const HeadlessArgs& a);        // init <is
 bool headless_Filter(HeadlessRunner& r, const HeadlessArgs& a);      // filter [<issue>]
 bool headless_Delete(HeadlessRunner& r, const HeadlessArgs& a);      // delete [<issue>]
 bool headless_Command(HeadlessRunner& r, const HeadlessArgs& a);     // command <index>
+bool headless_Space(HeadlessRunner& r, const HeadlessArgs& a);       // space <0|1>
+bool headless_SpaceCount(HeadlessRunner& r, const HeadlessArgs& a);  // space-count [<issue>]
 
 }  // namespace dovrex

@@ -4,6 +4,7 @@
 
 #include "filters/condition_store.h"
 #include "history/history_queries.h"
+#include "pipeline/space_init.h"
 #include "screen/control_roles.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -36,6 +37,7 @@ void show_XuanHaoTongJi() {
                  QStringLiteral("已选红球“胆码”个数： ") + to_QuanJiao(hongDan) + kCrLf2 +
                  QStringLiteral("已选蓝球个数： ") + to_QuanJiao(lanTuo) + kCrLf2 +
                  QStringLiteral("所选号码组合共： ") + to_QuanJiao(st.zhuShu) + QStringLiteral("  注");
+    if (space_Mode()) st.tipText += kCrLf2 + spaceText(st.zhuShu);
     screen().ui_Set(role::Text_ChoseNumberTip, QStringLiteral("text"), st.tipText);
 }
 
@@ -106,7 +108,7 @@ void cmm_C7_Click(int index) {
         refusal = msg::kRedBankerLimit;
     else if (value == kPickBanker && blue && count_LanDan() >= 2)
         refusal = msg::kBlueBankerLimit;
-    else if (st.zhuShu > kTicketLimit)
+    else if (pick_OverLimit())
         refusal = msg::kTicketLimit;
     if (!refusal.isEmpty()) {
         ui.ui_Message(refusal);
@@ -161,6 +163,10 @@ void load_XuanHaoZhuangTai() {
     screen().ui_RefreshPicks();
 }
 
+bool pick_OverLimit() {
+    return !space_Mode() && picks().zhuShu > kTicketLimit;
+}
+
 bool check_XuanHao(bool speak) {
     show_XuanHaoTongJi();
     if (picks().zhuShu > 0) return true;
@@ -211,7 +217,7 @@ bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton) 
         show_XuanHaoTongJi();
         screen().ui_Message(msg::kGridBlueBanker);
     }
-    if (picks().zhuShu > kTicketLimit) {
+    if (pick_OverLimit()) {
         if (before == plus)
             write(plus, kPickBanker);
         else

@@ -39,6 +39,9 @@ void cmm_clsH_Click();
 void load_XuanHaoZhuangTai();
 // Value of every pick row by button index (0..116).
 std::array<int, kBlueBase + kBlueCount + 1> pick_Values();
+// The picks yield more tickets than may be written, outside 大底 mode (where the limit is on the
+// tickets written, not on the picks).
+bool pick_OverLimit();
 // show_XuanHaoTongJi; true when the picks yield a ticket. Otherwise, if speak, tells the user and
 // turns to the pick page.
 bool check_XuanHao(bool speak);

@@ -4,7 +4,9 @@
 
 #include "domain/record_checks.h"
 #include "filters/condition_store.h"
+#include "pipeline/pick_expansion.h"
 #include "pipeline/pick_state.h"
+#include "pipeline/space_init.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -15,58 +17,15 @@ namespace dovrex {
 
 namespace {
 
-// Xuhao of the formula for `drags` red numbers, ascending, with one spare 0 behind (no 序号 is 0).
-std::vector<int> readFormula(int drags) {
-    std::vector<int> xuhao;
-    auto c = store_Query(QStringLiteral("select * from Ssgs where Haomagesu=? order by Xuhao ASC"), {drags});
-    xuhao.reserve(size_t(c->recordCount()) + 1);
-    for (; !c->eof(); c->moveNext()) xuhao.push_back(c->intValue(QStringLiteral("Xuhao")));
-    xuhao.push_back(0);
-    return xuhao;
-}
-
 struct Expansion {
     IssueNumber issue = 0;
     long long key = 0;  // running ID
     int serial = 0;     // 序号 of the last row written
     int counter = 0;    // rows of the issue
     bool useFormula = false;
-    std::vector<int> formula;  // see readFormula
+    std::vector<int> formula;  // see read_ShrinkFormula
     size_t formulaAt = 0;
 };
-
-// What the expansion takes from the pick rows: the reds (Value 1 or more), the red bankers (2) and
-// the blues. A blue banker is the only blue, whatever other blue rows say.
-struct Picks {
-    bool red[kRedCount + 1] = {};
-    bool banker[kRedCount + 1] = {};
-    int reds = 0;
-    int bankers = 0;
-    std::vector<int> blues;
-    long long tickets = 0;
-};
-
-Picks readPicks() {
-    Picks p;
-    auto& shu = shared().guoLvShuZu;
-    load_GuoLvFanWei(1, kRedCount);
-    for (int n = 1; n <= kRedCount; ++n) {
-        p.red[n] = shu[size_t(n)] >= 1;
-        p.banker[n] = shu[size_t(n)] == 2;
-        p.reds += p.red[n];
-        p.bankers += p.banker[n];
-    }
-    load_GuoLvFanWei(kBlueBase + 1, kBlueBase + kBlueCount);
-    for (int n = 1; n <= kBlueCount; ++n) {
-        if (shu[size_t(n)] == 2) {
-            p.blues.assign(1, n);
-            break;
-        }
-        if (shu[size_t(n)] >= 1) p.blues.push_back(n);
-    }
-    p.tickets = ticketCount(p.reds, p.bankers, int(p.blues.size()), 0);
-    return p;
-}
 
 // The Stop flag is down again when the step ends, on every way out.
 struct LowerStopFlag {
@@ -84,9 +43,10 @@ int init_TouZhu(IssueNumber issue) {
         return 0;
     }
     if (!check_XuanHao(true)) return 0;
+    if (space_Mode()) return init_FromSpace(issue);
     // Counted from the rows the loops will walk, not from the pick page: rows written by other
     // paths (an older store, an imported file) must not slip past the limit.
-    const Picks p = readPicks();
+    const PickSet p = read_PickSet();
     if (p.tickets > kTicketLimit) {
         ui.ui_Message(msg::kTicketLimit);
         return 0;
@@ -115,9 +75,8 @@ int init_TouZhu(IssueNumber issue) {
         if (replace) store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
         x.counter = kept;
 
-        const int drags = p.reds - p.bankers;
-        x.useFormula = p.bankers == 0 && drags >= 10 && drags <= 20;
-        if (x.useFormula) x.formula = readFormula(drags);
+        x.useFormula = p.usesFormula();
+        if (x.useFormula) x.formula = read_ShrinkFormula(p.drags());
 
         RunPanel panel(int(p.tickets));
         const auto& red = p.red;

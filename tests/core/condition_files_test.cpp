@@ -126,7 +126,7 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     cut.write(bytes);
     cut.close();
     importConditionSet(exportPath());
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1290);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1291);
 }
 
 TEST_F(ConditionFilesTest, AnyValueOfTheWrongTypeOrRangeRefusesTheWholeFile) {

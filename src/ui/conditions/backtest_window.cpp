@@ -24,6 +24,7 @@
 #include "domain/condition_catalogue.h"
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
+#include "screen/ticket_page.h"
 #include "ui/conditions/conditions_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
@@ -99,10 +100,11 @@ BacktestWindow::BacktestWindow(QWidget* parent) : QDialog(parent) {
     auto* tabs = new QTabWidget(this);
     draws_ =
         makeTable({QStringLiteral("期号"), QStringLiteral("开奖号码"), QStringLiteral("未通过的条件")}, tabs);
-    conditions_ = makeTable(
-        {QStringLiteral("条件"), QStringLiteral("通过期数"), QStringLiteral("回测期数"),
-         QStringLiteral("通过率"), QStringLiteral("最长连续未通过"), QStringLiteral("距上次未通过")},
-        tabs);
+    conditions_ =
+        makeTable({QStringLiteral("条件"), QStringLiteral("通过期数"), QStringLiteral("回测期数"),
+                   QStringLiteral("通过率"), QStringLiteral("最长连续未通过"), QStringLiteral("距上次未通过"),
+                   QStringLiteral("大底保留"), QStringLiteral("通过率/保留率")},
+                  tabs);
     auto* view = new QChartView(new QChart, tabs);
     view->setRenderHint(QPainter::Antialiasing);
     chart_ = view;
@@ -152,6 +154,15 @@ void BacktestWindow::run() {
             dovrex::screen().ui_Pump();
             return shared().tingZhi != 0;
         });
+    space_ = {};
+    if (!r.stopped)
+        space_ = filter_Space(
+            get_BiaoGeQiHao(), 0,
+            [](long long, long long) {
+                dovrex::screen().ui_Pump();
+                return shared().tingZhi != 0;
+            },
+            true);
     showResult(r);
 }
 
@@ -181,10 +192,20 @@ void BacktestWindow::showResult(const BacktestResult& r) {
     QStringList labels;
     for (int i = 0; i < r.conditions.size(); ++i) {
         const BacktestCondition& c = r.conditions[i];
-        setRow(conditions_, i,
-               {c.label.trimmed(), QString::number(c.passed), QString::number(c.total),
-                percent(c.passed, c.total), QString::number(c.longestMissRun),
-                c.sinceLastMiss < 0 ? QStringLiteral("从未") : QString::number(c.sinceLastMiss)});
+        // A condition worth its place keeps a larger share of past winners than of the space.
+        QString kept = QStringLiteral("-"), ratio = QStringLiteral("-");
+        for (const SpaceRemoval& sr : space_.removedBy)
+            if (sr.label == c.label && space_.space > 0 && !space_.stopped) {
+                const double share = double(sr.passed) / double(space_.space);
+                kept = QString::number(100.0 * share, 'f', 1) + u'%';
+                if (share > 0 && c.total > 0)
+                    ratio = QString::number(double(c.passed) / c.total / share, 'f', 2);
+            }
+        setRow(
+            conditions_, i,
+            {c.label.trimmed(), QString::number(c.passed), QString::number(c.total),
+             percent(c.passed, c.total), QString::number(c.longestMissRun),
+             c.sinceLastMiss < 0 ? QStringLiteral("从未") : QString::number(c.sinceLastMiss), kept, ratio});
         *set << (c.total ? 100.0 * c.passed / c.total : 0.0);
         labels << c.label.trimmed();
     }

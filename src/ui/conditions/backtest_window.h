@@ -3,6 +3,7 @@
 #include <QDialog>
 
 #include "filters/backtest.h"
+#include "pipeline/space_filter.h"
 
 class QComboBox;
 class QLabel;
@@ -43,6 +44,7 @@ class BacktestWindow : public QDialog {
     QTableWidget* conditions_;
     QWidget* chart_;
     BacktestResult result_;
+    SpaceResult space_;  // what each condition keeps of the current picks' space, for the grid's issue
 };
 
 }  // namespace dovrex

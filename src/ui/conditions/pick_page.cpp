@@ -1,5 +1,6 @@
 #include "ui/conditions/pick_page.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -12,6 +13,7 @@
 
 #include "analysis/probability.h"
 #include "pipeline/pick_state.h"
+#include "pipeline/space_init.h"
 #include "store/store.h"
 #include "ui/conditions/conditions_page.h"
 #include "ui/shell/form_main.h"
@@ -135,11 +137,18 @@ PickPage::PickPage(QWidget* parent) : QWidget(parent) {
     }
     legend->setColumnStretch(1, 1);
 
+    space_ = new QCheckBox(QStringLiteral("从大底过滤"), this);
+    space_->setObjectName(QStringLiteral("Check_DaDi"));
+    space_->setToolTip(
+        QStringLiteral("号码不限注数（最多全部 33 个红球、16 个蓝球）；第1步先用已开启的过滤条件"
+                       "在内存中过滤，只写入过滤后剩下的号码（不超过 100000 注）。"));
+
     switch_ = new QPushButton(QStringLiteral("更换号码球显示方式"), this);
     switch_->setObjectName(QStringLiteral("cmmSwitch"));
 
     auto* side = new QVBoxLayout;
     side->addWidget(countBox);
+    side->addWidget(space_);
     side->addWidget(legendBox);
     side->addWidget(switch_);
     side->addStretch(1);
@@ -150,8 +159,9 @@ PickPage::PickPage(QWidget* parent) : QWidget(parent) {
     numbers->addStretch(1);
 
     auto* hint = new QLabel(
-        QStringLiteral("先选“拖码”或“胆码”，再点击号码，再点一次取消（也可用 Tab、方向键和空格键）。"
-                       "红球胆码最多 ５ 个，蓝球胆码最多 １ 个，号码组合不能超过 １０００００ 注。"),
+        QStringLiteral(
+            "先选“拖码”或“胆码”，再点击号码，再点一次取消（也可用 Tab、方向键和空格键）。"
+            "红球胆码最多 ５ 个，蓝球胆码最多 １ 个，号码组合不能超过 １０００００ 注（从大底过滤时不限）。"),
         this);
     hint->setWordWrap(true);
     hint->setStyleSheet(QStringLiteral("color: #555555;"));
@@ -172,6 +182,10 @@ PickPage::PickPage(QWidget* parent) : QWidget(parent) {
     connectCommand(blueTabs_, &QTabBar::currentChanged, this, [](int i) { tabStrip_HouQu_Click(i + 1); });
     connectCommand(clearRed, &QPushButton::clicked, this, [] { cmm_clsQ_Click(); });
     connectCommand(clearBlue, &QPushButton::clicked, this, [] { cmm_clsH_Click(); });
+    connectCommand(space_, &QCheckBox::toggled, this, [](bool on) {
+        set_SpaceMode(on);
+        show_XuanHaoTongJi();
+    });
     connect(switch_, &QPushButton::clicked, this, [this] { setBallFaces(!ballFaces_); });
     for (int index : {0, 1}) {
         const int count = index == 0 ? kRedCount : kBlueCount;
@@ -201,6 +215,10 @@ void PickPage::refresh() {
         show_XuanHaoTongJi();  // the count, also after a condition set came in from a file or a user
     });
     if (!read) return;
+    {
+        const QSignalBlocker quiet(space_);
+        space_->setChecked(space_Mode());
+    }
     for (int n = 1; n <= kRedCount; ++n) {
         red_[size_t(n)]->setPick(values[size_t(n)]);
         red_[size_t(n)]->setMarked(gaiLv_IsMarked(n));

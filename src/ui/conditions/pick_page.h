@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <array>
 
+class QCheckBox;
 class QPlainTextEdit;
 class QPushButton;
 class QTabBar;
@@ -43,6 +44,7 @@ class PickPage : public QWidget {
     QTabBar* blueTabs_;
     QPlainTextEdit* tip_;
     QPushButton* switch_;
+    QCheckBox* space_;
     bool ballFaces_ = false;
 };
 

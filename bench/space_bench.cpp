@@ -1,0 +1,136 @@
+#include <sys/resource.h>
+
+#include <QElapsedTimer>
+#include <algorithm>
+
+#include "bench.h"
+#include "filters/condition_store.h"
+#include "floor.h"
+#include "history/history_queries.h"
+#include "pipeline/space_init.h"
+#include "screen/prepared.h"
+#include "screen/shared_state.h"
+#include "store/store.h"
+
+namespace {
+
+using namespace dovrex;
+
+constexpr IssueNumber kNext = 2099001;  // after every shipped draw
+
+double peakMb() {
+    rusage u{};
+    getrusage(RUSAGE_SELF, &u);
+    return double(u.ru_maxrss) / 1024.0;
+}
+
+// The floor of a pass over the whole space: every ticket visited in the expansion's order with one
+// sum check, then as many rows inserted as the pass writes.
+double floorMs(long long rowsWritten) {
+    QElapsedTimer t;
+    t.start();
+    long long kept = 0;
+    int r[7] = {};
+    for (r[1] = 1; r[1] <= 28; ++r[1])
+        for (r[2] = r[1] + 1; r[2] <= 29; ++r[2])
+            for (r[3] = r[2] + 1; r[3] <= 30; ++r[3])
+                for (r[4] = r[3] + 1; r[4] <= 31; ++r[4])
+                    for (r[5] = r[4] + 1; r[5] <= 32; ++r[5])
+                        for (r[6] = r[5] + 1; r[6] <= 33; ++r[6])
+                            for (int b = 1; b <= kBlueCount; ++b)
+                                kept += (r[1] + r[2] + r[3] + r[4] + r[5] + r[6] + b) % 7 != 0;
+    {
+        Transaction tx(store());
+        Prepared insert(
+            QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                           "VALUES (?,?,?,1,2,3,4,5,6,1)"));
+        for (long long i = 1; i <= rowsWritten; ++i)
+            insert.bind(1, 10000000 + i).bind(2, i).bind(3, 1).exec();
+        store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=1"));
+    }
+    const double ms = double(t.nsecsElapsed()) / 1e6;
+    if (kept < 0) bench::report(QStringLiteral("never"), 0, QString());  // keeps the loop
+    return ms;
+}
+
+void timeSpace(const QString& what) {
+    double best = 1e18;
+    SpaceResult r;
+    for (int run = 0; run < 3; ++run) {
+        QElapsedTimer t;
+        t.start();
+        r = filter_Space(kNext, kTicketLimit);
+        best = std::min(best, double(t.nsecsElapsed()) / 1e6);
+    }
+    const long long written = r.kept <= kTicketLimit ? r.kept : 0;
+    double floor = 1e18;
+    for (int run = 0; run < 3; ++run) floor = std::min(floor, floorMs(written));
+    bench::reportAgainst(
+        QStringLiteral("大底 filter_Space, 33 reds x 16 blues, %1: %2 -> %3 kept (%4 conditions), "
+                       "best of 3")
+            .arg(what)
+            .arg(r.space)
+            .arg(r.kept)
+            .arg(r.removedBy.size()),
+        best, floor, QStringLiteral("loop+insert"));
+    bench::report(QStringLiteral("  its floor: a loop over every ticket with one sum check, %1 rows inserted")
+                      .arg(written),
+                  floor, QStringLiteral("ms"));
+    QElapsedTimer t;
+    t.start();
+    const int rows = init_TouZhu(kNext);
+    bench::report(QStringLiteral("  第1步 in 大底 mode, the same: %1 rows written").arg(rows),
+                  double(t.nsecsElapsed()) / 1e6, QStringLiteral("ms"));
+    bench::report(QStringLiteral("  peak memory of the process so far"), peakMb(), QStringLiteral("MB"));
+}
+
+const bench::Register space("space", [] {
+    bench::ShippedStore shipped;
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    resetConditionSet();
+    set_GuoLvFanWei(1, kRedCount, 1);
+    set_GuoLvFanWei(101, 100 + kBlueCount, 1);
+    set_SpaceMode(true);
+
+    // Every condition on and permissive, as the filters group measures them.
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=1 WHERE 条件<>45"));
+    const int latest = latest_QiHao();
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=6"),
+                  {prev_QiHao(latest, 29), latest});
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=1000 AND ID<=4599"));
+    set_GuoLvTiaoJian(3900, 0);
+    set_GuoLvTiaoJian(3901, 0);
+    for (int slot = 1; slot <= 5; ++slot) {
+        set_GuoLvFanWei(5001 + 10 * slot, 5006 + 10 * slot, 2);
+        set_GuoLvTiaoJian(5007 + 10 * slot, 2);
+    }
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=5070 AND ID<=5079"));
+    for (int k = 1; k <= 20; ++k)
+        store_Execute(
+            QStringLiteral("UPDATE 号码特性 SET [自定义组%1]=(号码 % %2 = 0)").arg(k).arg(k % 5 + 2));
+    timeSpace(QStringLiteral("every condition on and permissive"));
+
+    // The typical set: a middle band of each common measure.
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    resetConditionSet();
+    set_GuoLvFanWei(1, kRedCount, 1);
+    set_GuoLvFanWei(101, 100 + kBlueCount, 1);
+    set_SpaceMode(true);
+    auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
+    auto on = [](int n) { set_ShiYongQingKuang(n, 1); };
+    allow(1070, 1110), on(1);
+    allow(3642, 3644), on(10);
+    allow(3662, 3664), on(12);
+    allow(3315, 3319), on(4);
+    allow(3450, 3454), on(6);
+    allow(3606, 3610), on(9);
+    allow(3470, 3472), on(7);
+    allow(4000, 4003), on(37);
+    allow(4160, 4170), on(46);
+    on(70);
+    timeSpace(QStringLiteral("typical settings"));
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+});
+
+}  // namespace

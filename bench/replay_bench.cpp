@@ -3,6 +3,7 @@
 #include "bench.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
+#include "floor.h"
 #include "history/history_queries.h"
 #include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"

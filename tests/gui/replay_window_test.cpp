@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTableWidget>
 
 #include "domain/condition_catalogue.h"
@@ -55,7 +56,10 @@ TEST_F(ReplayWindowTest, MenuAndBacktestButtonOpenItAndItShowsEachDraw) {
     EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("Label_HuiCeShouYi"))->text().contains(u'%'));
     // DOVREX_SCREENSHOTS=<folder> keeps a picture of the window.
     if (const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS"); !dir.isEmpty())
-        window->grab().save(dir + QStringLiteral("/replay-window.png"));
+        for (int tab : {0, 1}) {
+            window->findChild<QTabWidget*>()->setCurrentIndex(tab);
+            window->grab().save(dir + QStringLiteral("/replay-window-%1.png").arg(tab));
+        }
 }
 
 }  // namespace

@@ -114,6 +114,9 @@ ReplayWindow::ReplayWindow(QWidget* parent) : QDialog(parent) {
     summary_->setObjectName(QStringLiteral("Label_HuiCeShouYi"));
     summary_->setWordWrap(true);
     summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    summary_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // Room for the verdict and the notes under it, however the table below is sized.
+    summary_->setMinimumHeight(summary_->fontMetrics().lineSpacing() * 6);
     layout->addWidget(summary_);
 
     auto* tabs = new QTabWidget(this);
@@ -280,6 +283,7 @@ void ReplayWindow::drawChart() {
     auto* y = new QValueAxis;
     const double margin = std::max(10.0, (highest - lowest) * 0.05);
     y->setRange(lowest - margin, highest + margin);
+    y->applyNiceNumbers();
     y->setLabelFormat(QStringLiteral("%.0f"));
     y->setTitleText(QStringLiteral("累计盈亏（元）"));
     chart->addAxis(x, Qt::AlignBottom);

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "domain/condition_catalogue.h"
+#include "filters/backtest.h"
 #include "filters/condition_store.h"
 #include "pipeline/shrink.h"
 #include "results/prize_check.h"
@@ -23,8 +24,8 @@ long long choose(int n, int k) {
     return c;
 }
 
-// The condition values the filters load while the replay prepares its issues: the player's array
-// is put back however the replay ends.
+// The condition values the filters load while the replay prepares its issues, and the rows 单双组合
+// writes for each: the player's are put back however the replay ends.
 class KeepConditionArray {
   public:
     KeepConditionArray() : saved_(shared().guoLvShuZu) {}
@@ -34,6 +35,7 @@ class KeepConditionArray {
 
   private:
     std::array<int, 200> saved_;
+    KeepParityRows parity_;
 };
 
 template <typename T>
@@ -99,6 +101,7 @@ ReplaySettings replay_DefaultSettings() {
 ReplayTickets replay_Tickets(IssueNumber issue, const ReplaySettings& settings,
                              const std::function<bool()>& stopped) {
     ReplayTickets out;
+    const KeepConditionArray keep;
     SpaceResult space =
         filter_Space(issue, kTicketLimit, [&](long long, long long) { return stopped && stopped(); });
     out.space = space.space;
@@ -126,7 +129,6 @@ ReplayTickets replay_Tickets(IssueNumber issue, const ReplaySettings& settings,
 ReplayResult run_Replay(IssueNumber from, IssueNumber to, const ReplaySettings& settings,
                         const std::function<bool(int, int)>& progress) {
     ReplayResult r;
-    const KeepConditionArray keep;
     QList<ReplayDraw> draws;
     {
         Prepared q(

@@ -62,7 +62,7 @@ TEST_F(ReplayTest, EachDrawIsWhatThePipelineOnTheTableLeavesAndPays) {
     std::mt19937 random(31);
     const IssueNumber latest = latest_QiHao();
     int shrunk = 0, selected = 0, won = 0;
-    for (int trial = 0; trial < 14; ++trial) {
+    for (int trial = 0; trial < 20; ++trial) {
         const IssueNumber issue = prev_QiHao(latest, int(random() % 300));
         const RandomRoutine routine = randomRoutine(random, issue);
         ReplaySettings settings;

@@ -12,11 +12,11 @@
 
 namespace dovrex::test {
 
-// A random condition set in the store: some switches on, most values of every condition allowed,
-// and now and then the history match over the 300 draws before `issue`.
-inline void randomConditions(std::mt19937& random, IssueNumber issue) {
+// A random condition set in the store: one switch in `oneIn` on, most values of every condition
+// allowed, and now and then the history match over the 300 draws before `issue`.
+inline void randomConditions(std::mt19937& random, IssueNumber issue, unsigned oneIn = 4) {
     Transaction tx(store());
-    for (int n : switchNumbers()) set_ShiYongQingKuang(n, random() % 4 == 0 ? 1 : 0);
+    for (int n : switchNumbers()) set_ShiYongQingKuang(n, random() % oneIn == 0 ? 1 : 0);
     for (const ConditionEntry& c : conditionCatalogue())
         if (c.hasRows())
             for (int id = c.minId; id <= c.maxId; ++id) set_GuoLvTiaoJian(id, random() % 6 == 0 ? 0 : 1);
@@ -25,24 +25,24 @@ inline void randomConditions(std::mt19937& random, IssueNumber issue) {
                   {history ? 1 : 0, prev_QiHao(issue, 300), issue, random() % 2 == 0 ? 5 : 6});
 }
 
-// A player's whole routine: picks of 7 to 12 reds (now and then a banker) and 1 to 3 blues, a random
-// condition set with a tolerance of 0 or 1, the smart optimisation on or off, number weights or
-// none, a shrink type (7 keeps all) and a selection count (0 for none).
+// A player's whole routine: picks of 8 to 13 reds (now and then a banker) and 2 to 6 blues, a random
+// condition set (one switch in eight on) with a tolerance of 0 or 1, the smart optimisation on or off, number
+// weights or none, a shrink type (7 keeps all) and a selection count (0 for none).
 struct RandomRoutine {
     int shrinkType = 7;
     int select = 0;
 };
 inline RandomRoutine randomRoutine(std::mt19937& random, IssueNumber issue) {
-    randomConditions(random, issue);
+    randomConditions(random, issue, 8);
     set_FilterTolerance(int(random() % 2));
     resetRedPicks();
     resetBluePicks();
-    const int reds = 7 + int(random() % 6);
+    const int reds = 8 + int(random() % 6);
     std::vector<int> numbers(kRedCount);
     for (int n = 1; n <= kRedCount; ++n) numbers[size_t(n - 1)] = n;
     std::shuffle(numbers.begin(), numbers.end(), random);
     for (int i = 0; i < reds; ++i) set_GuoLvTiaoJian(numbers[size_t(i)], i == 0 && random() % 4 == 0 ? 2 : 1);
-    const int blues = 1 + int(random() % 3);
+    const int blues = 2 + int(random() % 5);
     for (int i = 0; i < blues; ++i) set_GuoLvTiaoJian(kBlueBase + 1 + int(random() % kBlueCount), 1);
     set_ShiYongQingKuang(kSmartSwitch, random() % 2);
     for (int n = 1; n <= kRedCount; ++n)

@@ -44,6 +44,17 @@ int clampTolerance(int k) {
 
 }  // namespace
 
+KeepParityRows::KeepParityRows() {
+    for (int id = kParityFirstId; id <= kParityLastId; ++id) rows_.push_back(get_GuoLvTiaoJian(id));
+}
+
+KeepParityRows::~KeepParityRows() {
+    Transaction tx(store());
+    for (int id = kParityFirstId; id <= kParityLastId; ++id)
+        if (get_GuoLvTiaoJian(id) != rows_[size_t(id - kParityFirstId)])
+            set_GuoLvTiaoJian(id, rows_[size_t(id - kParityFirstId)]);
+}
+
 namespace {
 
 // Runs one filter's hooks as the shared loop does, on the array as it stands; false when the filter

@@ -22,6 +22,19 @@ struct PreparedCondition {
 };
 std::vector<PreparedCondition> prepare_Conditions(IssueNumber issue);
 
+// The rows 单双组合 writes for the draw before the issue it judges, saved on construction and put
+// back on destruction: a pass that only judges tickets leaves the player's rows as it found them.
+class KeepParityRows {
+  public:
+    KeepParityRows();
+    ~KeepParityRows();
+    KeepParityRows(const KeepParityRows&) = delete;
+    KeepParityRows& operator=(const KeepParityRows&) = delete;
+
+  private:
+    std::vector<int> rows_;
+};
+
 // The labels of the conditions a ticket fails.
 QStringList failed_Conditions(const std::vector<PreparedCondition>& conditions, const TicketBalls& ticket);
 

@@ -10,6 +10,7 @@
 #include "headless/filter_headless.h"
 #include "headless/history_headless.h"
 #include "headless/pipeline_headless.h"
+#include "headless/replay_headless.h"
 #include "headless/results_headless.h"
 #include "headless/shrink_headless.h"
 #include "headless/users_headless.h"
@@ -192,6 +193,7 @@ const QList<HeadlessCommand>& headlessCommands() {
         {"restore-defaults", "", headless_RestoreDefaults},
         {"history-filter", "on|off [<low> <high> <match>]", headless_HistoryFilter},
         {"backtest", "<from issue> <to issue>", headless_Backtest},
+        {"replay", "<from> <to> [<seed>] [select <n>] [budget <seconds>]", headless_Replay},
         {"tolerance", "<0..20>", headless_Tolerance},
         {"group-preset", "[<group 1..20> <item>]", headless_GroupPreset},
         {"lunar", "<yyyy/mm/dd>", headless_Lunar},

@@ -25,6 +25,7 @@
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
+#include "ui/analysis/replay_window.h"
 #include "ui/conditions/conditions_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
@@ -71,6 +72,10 @@ BacktestWindow::BacktestWindow(QWidget* parent) : QDialog(parent) {
     start_->setDefault(true);
     auto* exportDraws = new QPushButton(QStringLiteral("导出逐期结果..."), this);
     auto* exportConditions = new QPushButton(QStringLiteral("导出条件统计..."), this);
+    auto* replay = new QPushButton(QStringLiteral("回测收益..."), this);
+    replay->setObjectName(QStringLiteral("cmd_HuiCeShouYi"));
+    replay->setToolTip(
+        QStringLiteral("整套选号方法（条件、缩水、精选）在这些期能赚多少钱，与随机投注相比。"));
     top->addWidget(new QLabel(QStringLiteral("从"), this));
     top->addWidget(from_);
     top->addWidget(new QLabel(QStringLiteral("期到"), this));
@@ -81,6 +86,7 @@ BacktestWindow::BacktestWindow(QWidget* parent) : QDialog(parent) {
     top->addStretch(1);
     top->addWidget(exportDraws);
     top->addWidget(exportConditions);
+    top->addWidget(replay);
     layout->addLayout(top);
 
     auto* tip = new QLabel(
@@ -117,6 +123,7 @@ BacktestWindow::BacktestWindow(QWidget* parent) : QDialog(parent) {
     connect(stop_, &QPushButton::clicked, this, [] { shared().tingZhi = 1; });
     connectCommand(exportDraws, &QPushButton::clicked, this, [this] { exportCsv(true); });
     connectCommand(exportConditions, &QPushButton::clicked, this, [this] { exportCsv(false); });
+    connectCommand(replay, &QPushButton::clicked, this, [this] { ReplayWindow::open(parentWidget()); });
     runCommand([this] { fillIssues(); });
 }
 

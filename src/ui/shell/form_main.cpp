@@ -79,7 +79,7 @@ void FormMain::installParts() {
           installIntervalPage, installPositionPage, installCustomGroupPage, installHistoryMatchPage,
           installConditionReportPage, installOmissionPage, installRecentHitsPage, installCombinationPage,
           installAnalysisGroupOptions, installConditionFiles, installQuickSettings, installShrinkSettings,
-          installMirrorSettings, installTicketTools, installCalendarTools, installBacktest})
+          installMirrorSettings, installTicketTools, installCalendarTools, installBacktest, installReplay})
         install(*this);
 }
 

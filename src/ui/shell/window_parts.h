@@ -33,5 +33,7 @@ void installTicketTools(FormMain& window);
 void installCalendarTools(FormMain& window);
 // 条件回测 (分析 menu) and the tolerance beside the condition tabs.
 void installBacktest(FormMain& window);
+// 回测收益 (分析 menu).
+void installReplay(FormMain& window);
 
 }  // namespace dovrex

@@ -1,0 +1,78 @@
+#include <QElapsedTimer>
+
+#include "bench.h"
+#include "filters/condition_store.h"
+#include "filters/filter_run.h"
+#include "floor.h"
+#include "history/history_queries.h"
+#include "pipeline/shrink.h"
+#include "pipeline/ticket_init.h"
+#include "results/prize_check.h"
+#include "results/replay.h"
+#include "screen/scripted_screen.h"
+#include "screen/shared_state.h"
+#include "screen/ticket_page.h"
+#include "store/store.h"
+
+namespace {
+
+using namespace dovrex;
+
+// 20 red drags and blues 1 and 2 (77,520 tickets) under a middle band of the common measures: about
+// 5,000 to 7,000 tickets left before the shrink, by draw.
+void typicalRoutine() {
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    resetRedPicks();
+    resetBluePicks();
+    resetConditionSet();
+    set_GuoLvFanWei(1, 20, 1);
+    set_GuoLvFanWei(101, 102, 1);
+    auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
+    auto on = [](int n) { set_ShiYongQingKuang(n, 1); };
+    allow(1070, 1110), on(1);
+    allow(3642, 3644), on(10);
+    allow(3662, 3664), on(12);
+    allow(3315, 3319), on(4);
+    allow(3450, 3454), on(6);
+    allow(3606, 3610), on(9);
+    allow(3470, 3472), on(7);
+    allow(4000, 4003), on(37);
+    allow(4160, 4170), on(46);
+    set_GuoLvTiaoJian(kShrinkTypeId, 5);
+}
+
+// 回测收益 of the last 30 draws at 保五型 (plain), beside the same routine run through 日志表 for
+// the newest draw (第1步 + 第2步 + 第3步 + 开奖核对), times 30.
+const bench::Register replay("replay", [] {
+    bench::ShippedStore store;
+    ScriptedScreen ui;
+    Screen* before = shared().screen;
+    shared().screen = &ui;
+    typicalRoutine();
+    const IssueNumber to = latest_QiHao(), from = prev_QiHao(to, 29);
+    ReplaySettings settings = replay_DefaultSettings();
+    QElapsedTimer t;
+    t.start();
+    long long kept = 0;
+    const ReplayResult r = run_Replay(from, to, settings, [&](int, int) { return false; });
+    const double replayMs = double(t.nsecsElapsed()) / 1e6;
+    for (const ReplayDraw& d : r.draws) kept += d.kept;
+
+    t.start();
+    init_TouZhu(to);
+    run_GuoLv(to);
+    run_SuoShui(5, to);
+    check_KaiJiang(to);
+    const double oneDrawMs = double(t.nsecsElapsed()) / 1e6;
+    bench::reportAgainst(QStringLiteral("回测收益 of %1 draws, %2 tickets a draw before 保五型, %3 after")
+                             .arg(r.draws.size())
+                             .arg(r.draws.isEmpty() ? 0 : kept / r.draws.size())
+                             .arg(r.draws.isEmpty() ? 0 : r.cost / kTicketPrice / r.draws.size()),
+                         replayMs, oneDrawMs * double(r.draws.size()),
+                         QStringLiteral("the pipeline on 日志表"));
+    clearTicketTable();
+    shared().screen = before;
+});
+
+}  // namespace

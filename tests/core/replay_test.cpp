@@ -1,0 +1,180 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <random>
+
+#include "filters/backtest.h"
+#include "filters/condition_store.h"
+#include "filters/filter_run.h"
+#include "history/history_queries.h"
+#include "pipeline/selection.h"
+#include "pipeline/shrink.h"
+#include "pipeline/ticket_init.h"
+#include "results/prize_check.h"
+#include "results/replay.h"
+#include "support/headless_script.h"
+#include "support/random_routine.h"
+#include "support/test_support.h"
+
+namespace dovrex::test {
+namespace {
+
+// The rows a replay must leave as they were (and the condition array), one line each.
+std::string playerState() {
+    QStringList rows;
+    for (const char* table : {"过滤条件", "过滤条件使用情况", "历史数据过滤", "日志表"})
+        for (auto c = store_Query(QStringLiteral("select * from ") + QString::fromUtf8(table)); !c->eof();
+             c->moveNext()) {
+            QStringList cells{QString::fromUtf8(table)};
+            for (int i = 0; i < c->fieldCount(); ++i) cells << c->value(i).toString();
+            rows << cells.join(u'|');
+        }
+    for (int v : shared().guoLvShuZu) rows << QString::number(v);
+    return rows.join(u'\n').toStdString();
+}
+
+// One line a ticket: the replay's, and those 日志表 holds for the issue in 序号 order.
+std::string ticketsText(const std::vector<SpaceTicket>& tickets) {
+    QString s;
+    for (const SpaceTicket& t : tickets) {
+        for (int i = 1; i <= 6; ++i) s += QString::number(t.reds[size_t(i)]) + u' ';
+        s += QString::number(t.blue) + u'\n';
+    }
+    return s.toStdString();
+}
+std::string storedText(IssueNumber issue) {
+    std::vector<SpaceTicket> tickets;
+    for (auto c = store_Query(QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 日志表 "
+                                             "where 期号=? order by 序号"),
+                              {issue});
+         !c->eof(); c->moveNext())
+        tickets.push_back({makeReds(c->intValue(0), c->intValue(1), c->intValue(2), c->intValue(3),
+                                    c->intValue(4), c->intValue(5)),
+                           c->intValue(6)});
+    return ticketsText(tickets);
+}
+
+using ReplayTest = ShippedStoreTest;
+
+// Each draw's tickets are those that 第1步 + 第2步 + 第3步 + 精选 leave in 日志表 for its issue, its
+// money what 开奖核对 finds for them, and the replay changes no ticket, condition or pick.
+TEST_F(ReplayTest, EachDrawIsWhatThePipelineOnTheTableLeavesAndPays) {
+    std::mt19937 random(31);
+    const IssueNumber latest = latest_QiHao();
+    int shrunk = 0, selected = 0, won = 0;
+    for (int trial = 0; trial < 20; ++trial) {
+        const IssueNumber issue = prev_QiHao(latest, int(random() % 300));
+        const RandomRoutine routine = randomRoutine(random, issue);
+        ReplaySettings settings;
+        settings.shrink.t = routine.shrinkType;
+        settings.select = routine.select;
+        settings.trials = 0;
+        const std::string before = playerState();
+        const ReplayResult r = run_Replay(issue, issue, settings);
+        const ReplayTickets played = replay_Tickets(issue, settings);
+        EXPECT_EQ(playerState(), before) << "trial " << trial;
+        ASSERT_EQ(r.draws.size(), 1);
+
+        init_TouZhu(issue);
+        run_GuoLv(issue);
+        if (routine.shrinkType < 7) shrunk += run_SuoShui(routine.shrinkType, issue) > 0;
+        if (routine.select > 0) selected += (run_JingXuan(issue, routine.select), 1);
+        ASSERT_EQ(ticketsText(played.tickets), storedText(issue)) << "trial " << trial << " issue " << issue;
+
+        check_KaiJiang(issue);
+        const PrizeMoney money = prize_MoneyOfChecked(issue);
+        const ReplayDraw& d = r.draws[0];
+        EXPECT_EQ(d.tickets, int(played.tickets.size()));
+        EXPECT_EQ(d.tiers, money.tickets) << "trial " << trial;
+        EXPECT_EQ(d.won, money.total);
+        EXPECT_EQ(d.cost, money.cost);
+        won += d.won > 0;
+    }
+    EXPECT_GT(shrunk, 3);
+    EXPECT_GT(selected, 2);
+    EXPECT_GT(won, 2);
+}
+
+// Stop keeps the draws done; the headless command prints one line a draw and the totals.
+TEST(ReplayHeadless, StopKeepsTheDrawsDoneAndTheCommandPrintsThem) {
+    SharedStateGuard guard;
+    TempFolders folders;
+    const QString file = folders.path(QStringLiteral("replay.dat"));
+    IssueNumber from = 0, to = 0;
+    {
+        ScopedStore shipped(ScopedStore::Kind::Shipped, file);
+        store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+        set_GuoLvTiaoJian(kShrinkTypeId, 7);
+        resetRedPicks();
+        resetBluePicks();
+        set_GuoLvFanWei(1, 8, 1);
+        set_GuoLvTiaoJian(101, 1);
+        to = latest_QiHao();
+        from = prev_QiHao(to, 4);
+        const ReplayResult stopped =
+            run_Replay(from, to, replay_DefaultSettings(), [](int done, int) { return done >= 2; });
+        EXPECT_TRUE(stopped.stopped);
+        EXPECT_EQ(stopped.draws.size(), 2);
+        EXPECT_EQ(stopped.cost, 2 * 28 * kTicketPrice);
+    }
+    const QStringList out =
+        runHeadless(QStringLiteral("open-store %1\nreplay %2 %3 9\n").arg(file).arg(from).arg(to));
+    const int at = int(out.indexOf(QRegularExpression(
+        QStringLiteral("^draw %1 tickets 28 cost 56 won \\d+ tiers \\d+(,\\d+){5}$").arg(from))));
+    ASSERT_GE(at, 0) << out.join(u'\n').toStdString();
+    EXPECT_TRUE(out.value(at + 5).startsWith(QStringLiteral("total cost 280 won ")));
+    EXPECT_TRUE(out.value(at + 6).contains(QRegularExpression(QStringLiteral("^random mean [\\d.]+ band "))));
+}
+
+// How many of all tickets reach each tier, counted ticket by ticket against one draw.
+TEST(ReplayRandomPlayer, TierCountsAreThoseOfEveryTicketAgainstADraw) {
+    const std::uint64_t drawn = ballMask(makeReds(3, 9, 14, 22, 27, 33), 0);
+    std::array<long long, 7> counted{};
+    std::uint64_t set = (std::uint64_t(1) << 6) - 1;  // bit n - 1 for red n: reds 1..6
+    const std::uint64_t end = std::uint64_t(1) << kRedCount;
+    while (set < end) {
+        const int reds = std::popcount((set << 1) & drawn);
+        counted[size_t(prize_Tier(reds, 1))] += 1;
+        counted[size_t(prize_Tier(reds, 0))] += kBlueCount - 1;
+        const std::uint64_t low = set & -set, ripple = set + low;  // the next set of six, in order
+        set = ripple | (((set ^ ripple) >> 2) / low);
+    }
+    EXPECT_EQ(counted, tier_TicketCounts());
+    long long all = 0;
+    for (long long c : counted) all += c;
+    EXPECT_EQ(all, kAllTickets);
+}
+
+// The random player is repeatable for a seed, and its mean return agrees with the exact expectation
+// within a small part of its band, for many tickets a draw and for few.
+TEST(ReplayRandomPlayer, IsRepeatableAndMeetsTheExactExpectation) {
+    struct Case {
+        int draws, tickets;
+    };
+    for (const Case c : {Case{60, 2000}, Case{30, 20}}) {
+        ReplayResult r;
+        for (int i = 0; i < c.draws; ++i) {
+            ReplayDraw& d = r.draws.emplace_back();
+            d.tickets = c.tickets;
+            d.prize = kFixedPrize;
+            d.cost = qint64(c.tickets) * kTicketPrice;
+            r.cost += d.cost;
+        }
+        ReplayResult again = r, other = r;
+        replay_RandomPlayer(r, 7, 200);
+        replay_RandomPlayer(again, 7, 200);
+        replay_RandomPlayer(other, 8, 200);
+        EXPECT_EQ(r.randomMean, again.randomMean);
+        EXPECT_EQ(r.draws.back().randomHigh, again.draws.back().randomHigh);
+        EXPECT_NE(r.randomMean, other.randomMean);
+        EXPECT_NEAR(r.expectedReturn, 8617950.0 / kAllTickets / kTicketPrice, 1e-12);
+        EXPECT_LE(r.randomLow, r.expectedReturn);
+        EXPECT_GE(r.randomHigh, r.expectedReturn);
+        // The mean of 200 players strays from the expectation by about a thirtieth of the band.
+        EXPECT_NEAR(r.randomMean, r.expectedReturn, (r.randomHigh - r.randomLow) / 8) << c.tickets;
+    }
+}
+
+}  // namespace
+}  // namespace dovrex::test

@@ -283,7 +283,8 @@ OptimiseResult optimise_Cover(const CoverProblem& p, const std::vector<int>& sta
             bound += r.bound;
             optimal = optimal && r.optimal;
             bestAt = std::max(bestAt, int(clock.elapsed()) - r.elapsedMs + r.bestAtMs);
-            end = worse(end, r.end);
+            // A part cut short by the whole search's time limit ran out of time, not into a Stop.
+            end = worse(end, r.end == OptimiseEnd::Stopped && !halted ? OptimiseEnd::TimeLimit : r.end);
         }
         result.bound = std::max(result.bound, bound);
         if (improve(kept)) result.bestAtMs = bestAt;

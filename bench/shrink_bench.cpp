@@ -109,18 +109,27 @@ const bench::Register shrinkOptimised("shrink-opt", [] {
                 counts[optimised] = dovrex::run_SuoShui(t, kIssue);
                 times[optimised] = ms(timer);
             }
+            // Why the optimiser ended: the bound met or a proof, no smaller set for a while, or the limit.
+            const dovrex::SharedState& state = dovrex::shared();
+            const QString ending = state.shrinkOptimal               ? QStringLiteral("proven")
+                                   : times[1] < budget * 1000.0 - 50 ? QStringLiteral("settled")
+                                                                     : QStringLiteral("time limit");
+            const QString bestAt = QString::number(state.shrinkBestAtMs / 1000.0, 'f', 1);
             dovrex::shared().shrinkOptimised = false;
             const double saved = 100.0 * (counts[0] - counts[1]) / std::max(1, counts[0]);
             plainSum += counts[0];
             optimisedSum += counts[1];
             bench::report(
-                QStringLiteral("T %1, %2: plain %3 kept in %4 ms, optimised %5 kept (%6% fewer), ms")
+                QStringLiteral("T %1, %2: plain %3 kept in %4 ms, optimised %5 kept (%6% fewer), bound %7, "
+                               "best at %8 s, %9, ms")
                     .arg(t)
                     .arg(name)
                     .arg(counts[0])
                     .arg(times[0], 0, 'f', 0)
                     .arg(counts[1])
-                    .arg(saved, 0, 'f', 1),
+                    .arg(saved, 0, 'f', 1)
+                    .arg(state.shrinkBound)
+                    .arg(bestAt, ending),
                 times[1], QStringLiteral("ms"));
         }
     }

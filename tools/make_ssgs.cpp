@@ -28,12 +28,28 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <limits>
 #include <random>
 #include <string>
 #include <vector>
 
 namespace {
+
+// Time is the process's own processor time, so that a search given so many seconds does the same
+// work on a busy machine as on an idle one.
+struct CpuClock {
+    using duration = std::chrono::nanoseconds;
+    using rep = duration::rep;
+    using period = duration::period;
+    using time_point = std::chrono::time_point<CpuClock>;
+    static constexpr bool is_steady = true;
+    static time_point now() {
+        timespec ts{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
+        return time_point(duration(std::int64_t(ts.tv_sec) * 1000000000 + ts.tv_nsec));
+    }
+};
 
 // Vertices with closed neighbourhoods that are symmetric: x covers v exactly when v covers x.
 struct Graph {
@@ -148,13 +164,13 @@ struct Search {
 
     // Anneals at the present size; true once every six is covered and no two chosen share five.
     bool anneal(double seconds, double temperature) {
-        const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+        const auto until = CpuClock::now() + std::chrono::duration<double>(seconds);
         std::uniform_real_distribution<double> unit(0.0, 1.0);
         long step = 0;
         int clash = independent ? totalClashes() : 0;
         while (!uncovered.empty() || clash > 0) {
             if ((++step & 1023) == 0) {
-                if (std::chrono::steady_clock::now() > until) return false;
+                if (CpuClock::now() > until) return false;
                 clash = independent ? totalClashes() : 0;
                 if (uncovered.empty() && clash == 0) break;
             }
@@ -287,14 +303,38 @@ struct WeightedSwap {
     }
 
     // True once every vertex is covered.
-    bool run(std::chrono::steady_clock::time_point until) {
-        std::vector<int> touched;
+    static constexpr size_t kCheap = 16;
+    bool run(CpuClock::time_point until) {
+        std::vector<int> touched, cheap;
         while (!uncovered.empty()) {
-            if ((++step & 63) == 0 && std::chrono::steady_clock::now() > until) return false;
+            if ((++step & 63) == 0 && CpuClock::now() > until) return false;
             const int u = uncovered[rng() % uncovered.size()];
             long best = std::numeric_limits<long>::max();
             int bestX = -1, bestY = -1;
             unsigned ties = 0;
+            // The chosen vertices that lose least, lowest first: for a candidate y the best vertex
+            // to let go is one of those or one whose loss y gives back, so the whole list of
+            // chosen vertices is walked once a step instead of once a candidate.
+            cheap.clear();
+            for (int x : blocks) {
+                if (tabuUntil[size_t(x)] > step) continue;
+                const long l = loss[size_t(x)];
+                if (cheap.size() < kCheap || l < loss[size_t(cheap.back())]) {
+                    if (cheap.size() == kCheap) cheap.pop_back();
+                    auto at = std::upper_bound(cheap.begin(), cheap.end(), l,
+                                               [&](long v, int c) { return v < loss[size_t(c)]; });
+                    // Equal losses go in at a random place among themselves.
+                    while (at != cheap.begin() && loss[size_t(*(at - 1))] == l && (rng() & 1)) --at;
+                    cheap.insert(at, x);
+                }
+            }
+            const auto consider = [&](int x, int y, long cost) {
+                if (cost < best) {
+                    best = cost, bestX = x, bestY = y, ties = 1;
+                } else if (cost == best && rng() % ++ties == 0) {
+                    bestX = x, bestY = y;
+                }
+            };
             for (int y : g.closed[size_t(u)]) {
                 if (slotOf[size_t(y)] >= 0 || tabuUntil[size_t(y)] > step) continue;
                 long gain = 0;
@@ -308,15 +348,14 @@ struct WeightedSwap {
                         bonus[size_t(x)] += weight[size_t(v)];
                     }
                 }
-                for (int x : blocks) {
-                    if (tabuUntil[size_t(x)] > step) continue;
-                    const long cost = loss[size_t(x)] - bonus[size_t(x)] - gain;
-                    if (cost < best) {
-                        best = cost, bestX = x, bestY = y, ties = 1;
-                    } else if (cost == best && rng() % ++ties == 0) {
-                        bestX = x, bestY = y;
+                for (int x : touched)
+                    if (tabuUntil[size_t(x)] <= step)
+                        consider(x, y, loss[size_t(x)] - bonus[size_t(x)] - gain);
+                for (int x : cheap)
+                    if (bonus[size_t(x)] == 0) {
+                        consider(x, y, loss[size_t(x)] - gain);
+                        break;
                     }
-                }
                 for (int x : touched) bonus[size_t(x)] = 0;
             }
             if (bestX < 0) continue;
@@ -444,6 +483,16 @@ std::vector<int> readFormula(const char* path, int n) {
     return ranks;
 }
 
+// One line of the formulas file; the search also writes each smaller formula to its log as it
+// finds it, so that a run cut short still leaves its best.
+void printFormula(std::FILE* to, int n, std::vector<int> ranks) {
+    std::sort(ranks.begin(), ranks.end());
+    std::fprintf(to, "%d:", n);
+    for (int x : ranks) std::fprintf(to, " %d", x + 1);
+    std::fprintf(to, "\n");
+    std::fflush(to);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -481,9 +530,8 @@ int main(int argc, char** argv) {
     const double temperature = argc > 4 ? std::atof(argv[4]) : 0.3;
     for (int n = first; n <= last; ++n) {
         const Johnson j(n);
-        const auto until = std::chrono::steady_clock::now() +
-                           std::chrono::duration_cast<std::chrono::steady_clock::duration>(
-                               std::chrono::duration<double>(seconds));
+        const auto until = CpuClock::now() + std::chrono::duration_cast<CpuClock::duration>(
+                                                 std::chrono::duration<double>(seconds));
         std::vector<int> best;
         if (!independent) {
             // On the orbits of the group the generators make (each six its own orbit without any):
@@ -507,7 +555,10 @@ int main(int argc, char** argv) {
                 trial.erase(trial.begin() + long(w.cheapest()));
                 w.reset(trial);
                 if (!w.run(until)) break;
-                if (expand(w.blocks).size() < best.size()) best = expand(w.blocks);
+                if (expand(w.blocks).size() < best.size()) {
+                    best = expand(w.blocks);
+                    printFormula(stderr, n, best);
+                }
                 std::fprintf(stderr, "n %d: %zu orbits, %zu tickets\n", n, w.blocks.size(), best.size());
             }
         } else {
@@ -526,18 +577,13 @@ int main(int argc, char** argv) {
                 }
                 trial.erase(trial.begin() + drop);
                 s.reset(trial);
-                const double left =
-                    std::chrono::duration<double>(until - std::chrono::steady_clock::now()).count();
+                const double left = std::chrono::duration<double>(until - CpuClock::now()).count();
                 if (left <= 0 || !s.anneal(left, temperature)) break;
                 best = s.blocks;
                 std::fprintf(stderr, "n %d: %zu\n", n, best.size());
             }
         }
-        std::sort(best.begin(), best.end());
-        std::printf("%d:", n);
-        for (int x : best) std::printf(" %d", x + 1);
-        std::printf("\n");
-        std::fflush(stdout);
+        printFormula(stdout, n, best);
         std::fprintf(stderr, "n %d done: %zu tickets\n", n, best.size());
     }
     return 0;

@@ -17,6 +17,13 @@ bool numberAndIssue(HeadlessRunner& r, const HeadlessArgs& a, int& number, int& 
     return r.requireStore() && a.intAt(r, 0, number) && a.issueAt(r, 1, issue);
 }
 
+// "kept <n> bound <b>", and "optimal" when the bound shows that no fewer tickets would do.
+QString keptLine(int kept) {
+    const SharedState& s = shared();
+    return QStringLiteral("kept %1 bound %2").arg(kept).arg(s.shrinkBound) +
+           (s.shrinkOptimal ? QStringLiteral(" optimal") : QString());
+}
+
 int ticketCount(int issue) {
     return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
 }
@@ -30,7 +37,7 @@ bool headless_Shrink(HeadlessRunner& r, const HeadlessArgs& a) {
     const int kept = run_SuoShui(t, issue);
     show_HaoMaFenBu(issue);
     shared().tingZhi = 0;
-    r.print(QStringLiteral("kept %1").arg(kept));
+    r.print(keptLine(kept));
     return true;
 }
 
@@ -56,7 +63,7 @@ bool headless_ShrinkOptimised(HeadlessRunner& r, const HeadlessArgs& a) {
     s.shrinkBudgetSeconds = wasSeconds;
     show_HaoMaFenBu(issue);
     s.tingZhi = 0;
-    r.print(QStringLiteral("kept %1").arg(kept));
+    r.print(keptLine(kept));
     return true;
 }
 

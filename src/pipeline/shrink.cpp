@@ -5,6 +5,7 @@
 
 #include "filters/condition_store.h"
 #include "filters/filter_loop.h"
+#include "pipeline/cover_bound.h"
 #include "pipeline/selection.h"
 #include "pipeline/shrink_optimise.h"
 #include "pipeline/ticket_init.h"
@@ -23,6 +24,8 @@ namespace {
 // Rows visited between two yields in the inner walk: the walk is a few nanoseconds a row, so a
 // yield per row would cost more than the work while the window gains nothing from it.
 constexpr int kRowsPerYield = 1024;
+// The most the plain shrink spends on its lower bound.
+constexpr int kPlainBoundMs = 400;
 
 int countTickets(IssueNumber issue) {
     return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
@@ -45,11 +48,8 @@ int renumber() {
     return n;
 }
 
-// Replaces the scan's result by the optimised one (Stop keeps the best found so far).
-void optimiseScan(ShrinkScan& scan, const std::vector<std::uint64_t>& masks, const std::vector<int>& marks,
-                  int t, int keptWhole) {
-    SharedState& s = shared();
-    Screen& ui = screen();
+CoverProblem coverProblemOf(const std::vector<std::uint64_t>& masks, const std::vector<int>& marks, int t,
+                            int keptWhole) {
     CoverProblem problem;
     problem.masks = &masks;
     problem.t = t;
@@ -57,10 +57,45 @@ void optimiseScan(ShrinkScan& scan, const std::vector<std::uint64_t>& masks, con
     problem.mayKeep.resize(masks.size());
     for (size_t i = 0; i < masks.size(); ++i) problem.mustCover[i] = problem.mayKeep[i] = marks[i] >= 0;
     for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
+    return problem;
+}
+
+QString seconds(int ms) {
+    return to_QuanJiao(QString::number(ms / 1000.0, 'f', 1));
+}
+
+// Why the optimiser ended, and what it kept against the plain scan.
+QString optimiseLine(const OptimiseResult& r, int plain, int budgetMs) {
+    QString line = QStringLiteral("优化缩水：普通缩水 ") + to_QuanJiao(plain) +
+                   QStringLiteral(" 注，优化后 ") + to_QuanJiao(int(r.kept.size())) +
+                   QStringLiteral(" 注，用时 ") + seconds(r.elapsedMs) +
+                   QStringLiteral(" 秒，最好的结果在第 ") + seconds(r.bestAtMs) + QStringLiteral(" 秒找到。");
+    switch (r.end) {
+        case OptimiseEnd::Proven:
+            return line + QStringLiteral("已达到可证明的最少注数，提前结束。");
+        case OptimiseEnd::Settled:
+            return line + QStringLiteral("此后 ") + seconds(r.elapsedMs - r.bestAtMs) +
+                   QStringLiteral(" 秒没有找到更少的注数，提前结束。");
+        case OptimiseEnd::TimeLimit:
+            return line + QStringLiteral("已用完 ") + seconds(budgetMs) +
+                   QStringLiteral(" 秒的时间上限，继续优化也许还能更少。");
+        case OptimiseEnd::Stopped:
+            return line + QStringLiteral("用户停止了优化，保留了停止前找到的最少注数。");
+    }
+    return line;
+}
+
+// Replaces the scan's result by the optimised one (Stop keeps the best found so far) and returns
+// the optimiser's line for the log.
+QString optimiseScan(ShrinkScan& scan, const std::vector<std::uint64_t>& masks, const std::vector<int>& marks,
+                     int t, int keptWhole) {
+    SharedState& s = shared();
+    Screen& ui = screen();
+    const CoverProblem problem = coverProblemOf(masks, marks, t, keptWhole);
     const int budgetMs = std::clamp(s.shrinkBudgetSeconds, 1, 3600) * 1000;
     ui.ui_Set(role::LabelJinduAll, QStringLiteral("text"), QStringLiteral("优化中"));
     ui.ui_Progress(0, budgetMs, 0, true);
-    const std::vector<int> kept = optimise_SuoShui(problem, scan.kept, budgetMs, [&](const CoverProgress& p) {
+    const OptimiseResult result = optimise_Cover(problem, scan.kept, budgetMs, [&](const CoverProgress& p) {
         ui.ui_Progress(0, budgetMs, std::min(p.elapsedMs, budgetMs), true);
         ui.ui_Set(role::LabelJindu, QStringLiteral("text"), QString::number(p.best));
         ui.ui_Pump();
@@ -68,12 +103,38 @@ void optimiseScan(ShrinkScan& scan, const std::vector<std::uint64_t>& masks, con
     });
     // A Stop during the search keeps its best set, and the shrink goes on as finished.
     s.tingZhi = 0;
+    s.shrinkBound = result.bound;
+    s.shrinkOptimal = result.optimal;
+    s.shrinkBestAtMs = result.bestAtMs;
+    const int plain = int(scan.kept.size());
     std::vector<char> keep(masks.size(), 0);
-    for (int i : kept) keep[size_t(i)] = 1;
-    scan.kept = kept;
+    for (int i : result.kept) keep[size_t(i)] = 1;
+    scan.kept = result.kept;
     scan.removed.clear();
     for (size_t i = 0; i < masks.size(); ++i)
         if (!keep[i] && marks[i] >= 0) scan.removed.push_back(int(i));
+    return optimiseLine(result, plain, budgetMs);
+}
+
+// The plain scan's bound: what the time of a scan affords (a bound cut short is weaker, never
+// wrong).
+void boundScan(const ShrinkScan& scan, const std::vector<std::uint64_t>& masks, const std::vector<int>& marks,
+               int t, int keptWhole) {
+    SharedState& s = shared();
+    const CoverProblem problem = coverProblemOf(masks, marks, t, keptWhole);
+    s.shrinkBound = lowerBound_SuoShui(problem, kPlainBoundMs, [&] {
+                        screen().ui_Pump();
+                        return s.tingZhi != 0;
+                    }).value();
+    s.shrinkOptimal = int(scan.kept.size()) <= s.shrinkBound;
+}
+
+// "可证明至少需要 N 注" beside the kept count, or "已是最少注数" when they meet.
+QString boundText() {
+    const SharedState& s = shared();
+    return s.shrinkOptimal
+               ? QStringLiteral("；已是最少注数")
+               : QStringLiteral("；可证明至少需要 ") + to_QuanJiao(s.shrinkBound) + QStringLiteral(" 注");
 }
 
 // Checks that every ticket the shrink started from meets a kept one in t balls, remembers the
@@ -236,6 +297,7 @@ int run_SuoShui(int t, IssueNumber issue) {
     // At t 6 the formula's tickets, first in the scan order, are kept whole.
     const int keptWhole = t == 6 ? formulaTickets(issue) : 0;
     ShrinkScan scan;
+    QString optimised;
     {
         TimerOff timerOff;
         RunPanel panel(QStringLiteral("请等待。。。"));
@@ -265,7 +327,12 @@ int run_SuoShui(int t, IssueNumber issue) {
             },
             keptWhole);
         showRemoved(int(scan.removed.size()));
-        if (!scan.stopped && s.shrinkOptimised) optimiseScan(scan, masks, marks, t, keptWhole);
+        s.shrinkBound = 0;
+        s.shrinkOptimal = false;
+        if (!scan.stopped && s.shrinkOptimised)
+            optimised = optimiseScan(scan, masks, marks, t, keptWhole);
+        else if (!scan.stopped)
+            boundScan(scan, masks, marks, t, keptWhole);
 
         Transaction tx(store());
         Prepared keep(QStringLiteral("UPDATE 日志表 SET 缩水标记=? WHERE rowid=?"));
@@ -288,7 +355,8 @@ int run_SuoShui(int t, IssueNumber issue) {
     } else {
         kept = renumber();
         load_TouZhuBiao(issue);
-        log_Set(savedLog + kCrLf2 + resultLine(t, kept) + kCrLf2 +
+        log_Set(savedLog + kCrLf2 + resultLine(t, kept) + boundText() + kCrLf2 +
+                (optimised.isEmpty() ? QString() : optimised + kCrLf2) +
                 proveGuarantee(scan, masks, marks, t, issue));
     }
     // A Stop stays raised, so that the command skips the distribution report after it; a Stop

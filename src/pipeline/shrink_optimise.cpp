@@ -1,8 +1,11 @@
 #include "pipeline/shrink_optimise.h"
 
+#include "pipeline/cover_bound.h"
+
 #include <QElapsedTimer>
 #include <algorithm>
 #include <bit>
+#include <map>
 #include <queue>
 #include <random>
 #include <unordered_set>
@@ -10,87 +13,6 @@
 namespace dovrex {
 
 namespace {
-
-// Two tickets share at least t balls exactly when they share a t-subset of their balls. Every
-// ticket is filed under each of its t-subsets, so a ticket's neighbours (itself included) are the
-// members of its groups: no pair of tickets is ever compared blindly.
-class NeighbourIndex {
-  public:
-    NeighbourIndex(const std::vector<std::uint64_t>& masks, int t) : stamp_(masks.size(), 0) {
-        const int n = int(masks.size());
-        std::vector<std::pair<std::uint64_t, int>> filed;
-        std::vector<int> balls;
-        for (int i = 0; i < n; ++i) {
-            balls.clear();
-            for (std::uint64_t m = masks[size_t(i)]; m; m &= m - 1) balls.push_back(std::countr_zero(m));
-            const int k = int(balls.size());
-            if (t < 1 || k < t) continue;
-            // Every t of the k balls, as a bit pattern over their positions.
-            for (std::uint32_t pick = (1u << t) - 1; pick < (1u << k);) {
-                std::uint64_t key = 0;
-                for (int b = 0; b < k; ++b)
-                    if (pick & (1u << b)) key |= std::uint64_t(1) << balls[size_t(b)];
-                filed.emplace_back(key, i);
-                const std::uint32_t low = pick & -pick, ripple = pick + low;
-                pick = ripple | (((ripple ^ pick) >> 2) / low);
-            }
-        }
-        std::sort(filed.begin(), filed.end());
-        std::vector<std::vector<int>> groupsOf(static_cast<size_t>(n));
-        for (size_t i = 0; i < filed.size();) {
-            const int group = int(groupStart_.size());
-            groupStart_.push_back(int(members_.size()));
-            size_t j = i;
-            for (; j < filed.size() && filed[j].first == filed[i].first; ++j) {
-                members_.push_back(filed[j].second);
-                groupsOf[size_t(filed[j].second)].push_back(group);
-            }
-            i = j;
-        }
-        groupStart_.push_back(int(members_.size()));
-        for (int i = 0; i < n; ++i) {
-            ticketStart_.push_back(int(ticketGroups_.size()));
-            ticketGroups_.insert(ticketGroups_.end(), groupsOf[size_t(i)].begin(), groupsOf[size_t(i)].end());
-        }
-        ticketStart_.push_back(int(ticketGroups_.size()));
-    }
-
-    bool hasGroups(int i) const { return ticketStart_[size_t(i) + 1] > ticketStart_[size_t(i)]; }
-
-    // The sum of the sizes of a ticket's groups: at least the number of its neighbours.
-    int bound(int i) const {
-        int sum = 0;
-        for (int g = ticketStart_[size_t(i)]; g < ticketStart_[size_t(i) + 1]; ++g) {
-            const int group = ticketGroups_[size_t(g)];
-            sum += groupStart_[size_t(group) + 1] - groupStart_[size_t(group)];
-        }
-        return sum;
-    }
-
-    // Calls f once for each neighbour of ticket i. Not re-entrant: f must not enumerate.
-    template <class F>
-    void forNeighbours(int i, F&& f) {
-        if (++now_ == 0) {
-            std::fill(stamp_.begin(), stamp_.end(), 0);
-            now_ = 1;
-        }
-        for (int g = ticketStart_[size_t(i)]; g < ticketStart_[size_t(i) + 1]; ++g) {
-            const int group = ticketGroups_[size_t(g)];
-            for (int m = groupStart_[size_t(group)]; m < groupStart_[size_t(group) + 1]; ++m) {
-                const int j = members_[size_t(m)];
-                if (stamp_[size_t(j)] == now_) continue;
-                stamp_[size_t(j)] = now_;
-                f(j);
-            }
-        }
-    }
-
-  private:
-    std::vector<int> groupStart_, members_;        // group -> its tickets
-    std::vector<int> ticketStart_, ticketGroups_;  // ticket -> its groups
-    std::vector<std::uint32_t> stamp_;
-    std::uint32_t now_ = 0;
-};
 
 // The kept set with, for every ticket, how many kept tickets cover it and the sum of their
 // indices: where one ticket covers it, that sum names it without a search.
@@ -200,50 +122,238 @@ bool greedyCover(const CoverProblem& p, NeighbourIndex& index, Cover& cover,
 
 }  // namespace
 
-std::vector<int> optimise_SuoShui(const CoverProblem& p, const std::vector<int>& start, int budgetMs,
-                                  const std::function<bool(const CoverProgress&)>& stopped) {
+namespace {
+
+// The part of a problem made of the tickets `members` (ascending), with its own masks.
+struct Part {
+    std::vector<int> members;
+    std::vector<std::uint64_t> masks;
+    CoverProblem problem;
+};
+
+Part partOf(const CoverProblem& p, std::vector<int> members) {
+    Part part;
+    part.members = std::move(members);
+    std::vector<int> at(p.masks->size(), -1);
+    for (size_t k = 0; k < part.members.size(); ++k) {
+        const int i = part.members[k];
+        at[size_t(i)] = int(k);
+        part.masks.push_back((*p.masks)[size_t(i)]);
+        part.problem.mustCover.push_back(p.mustCover[size_t(i)]);
+        part.problem.mayKeep.push_back(p.mayKeep[size_t(i)]);
+    }
+    for (int f : p.fixed)
+        if (at[size_t(f)] >= 0) part.problem.fixed.push_back(at[size_t(f)]);
+    part.problem.t = p.t;
+    part.problem.masks = &part.masks;
+    return part;
+}
+
+// Tickets fall apart into parts no ticket links: two tickets sharing t balls are in one part, so a
+// kept ticket only ever covers tickets of its own part and each part is a covering of its own.
+std::vector<std::vector<int>> independentParts(int n, NeighbourIndex& index) {
+    std::vector<int> root(static_cast<size_t>(n));
+    for (int i = 0; i < n; ++i) root[size_t(i)] = i;
+    const auto find = [&](int i) {
+        while (root[size_t(i)] != i) i = root[size_t(i)] = root[size_t(root[size_t(i)])];
+        return i;
+    };
+    index.forEachGroup([&](const int* first, const int* last) {
+        for (const int* m = first + 1; m < last; ++m) root[size_t(find(*m))] = find(*first);
+    });
+    std::vector<std::vector<int>> parts;
+    std::vector<int> partOfRoot(size_t(n), -1);
+    for (int i = 0; i < n; ++i) {
+        int& part = partOfRoot[size_t(find(i))];
+        if (part < 0) part = int(parts.size()), parts.emplace_back();
+        parts[size_t(part)].push_back(i);
+    }
+    return parts;
+}
+
+constexpr std::uint64_t kRedBits = (std::uint64_t(1) << 34) - 1;  // bits 1..33: the reds
+
+// The tickets of each blue, grouped where the blues hold the same tickets (the same reds, in the
+// same order, owed and allowed alike): such a group is covered once and the cover repeated.
+std::vector<std::vector<std::vector<int>>> blueClasses(const CoverProblem& p) {
+    std::map<std::uint64_t, std::vector<int>> byBlue;
+    for (size_t i = 0; i < p.masks->size(); ++i) byBlue[(*p.masks)[i] & ~kRedBits].push_back(int(i));
+    std::map<std::vector<std::uint64_t>, int> classOf;
+    std::vector<std::vector<std::vector<int>>> classes;
+    std::vector<char> fixed(p.masks->size(), 0);
+    for (int f : p.fixed) fixed[size_t(f)] = 1;
+    for (const auto& [blue, members] : byBlue) {
+        std::vector<std::uint64_t> key;
+        for (int i : members)
+            key.push_back(
+                ((*p.masks)[size_t(i)] & kRedBits) | std::uint64_t(p.mustCover[size_t(i)] != 0) << 60 |
+                std::uint64_t(p.mayKeep[size_t(i)] != 0) << 61 | std::uint64_t(fixed[size_t(i)]) << 62);
+        auto [it, added] = classOf.emplace(std::move(key), int(classes.size()));
+        if (added) classes.emplace_back();
+        classes[size_t(it->second)].push_back(members);
+    }
+    return classes;
+}
+
+OptimiseEnd worse(OptimiseEnd a, OptimiseEnd b) {
+    return std::max(a, b);
+}
+
+}  // namespace
+
+OptimiseResult optimise_Cover(const CoverProblem& p, const std::vector<int>& start, int budgetMs,
+                              const std::function<bool(const CoverProgress&)>& stopped) {
     QElapsedTimer clock;
     clock.start();
-    std::vector<int> best = start;
-    std::sort(best.begin(), best.end());
+    OptimiseResult result;
+    result.kept = start;
+    if (start.empty()) {
+        // No start given: every ticket that may stay (and the fixed ones) stands for it.
+        for (size_t i = 0; i < p.masks->size(); ++i)
+            if (p.mayKeep[i] || std::count(p.fixed.begin(), p.fixed.end(), int(i)))
+                result.kept.push_back(int(i));
+    }
+    std::sort(result.kept.begin(), result.kept.end());
+    std::vector<int>& best = result.kept;
     const int n = int(p.masks->size());
-    if (n == 0 || p.t < 1) return best;
+    const auto finish = [&](OptimiseEnd end) {
+        result.end = end;
+        result.optimal = result.optimal || int(best.size()) <= result.bound;
+        if (result.optimal && end != OptimiseEnd::Stopped) result.end = OptimiseEnd::Proven;
+        result.elapsedMs = int(clock.elapsed());
+        return result;
+    };
+    if (n == 0 || p.t < 1) return finish(OptimiseEnd::Proven);
     NeighbourIndex index(*p.masks, p.t);
     CoverProblem problem = p;
-    std::sort(problem.fixed.begin(), problem.fixed.end());
     // A ticket that no other can cover (fewer balls than t) covers itself.
     for (int i = 0; i < n; ++i)
         if (problem.mustCover[size_t(i)] && !index.hasGroups(i)) problem.fixed.push_back(i);
     std::sort(problem.fixed.begin(), problem.fixed.end());
     problem.fixed.erase(std::unique(problem.fixed.begin(), problem.fixed.end()), problem.fixed.end());
 
-    // The greedy cover may use most of the budget; the local search has the rest, and starts from
-    // the plain scan's set when the greedy ran out of time.
     bool halted = false;
-    qint64 deadline = budgetMs * 3 / 5;
+    qint64 deadline = budgetMs;
     const auto late = [&] {
         if (halted) return true;
         const CoverProgress progress{int(best.size()), int(clock.elapsed())};
         if (stopped && stopped(progress)) halted = true;
         return halted || clock.elapsed() >= deadline;
     };
+    const auto improve = [&](std::vector<int> kept) {
+        if (kept.size() >= best.size()) return false;
+        std::sort(kept.begin(), kept.end());
+        best = std::move(kept);
+        result.bestAtMs = int(clock.elapsed());
+        return true;
+    };
+    const auto endNow = [&] { return halted ? OptimiseEnd::Stopped : OptimiseEnd::TimeLimit; };
+    // Sub-searches report the whole problem's best and time.
+    const auto subStopped = [&](const CoverProgress&) {
+        return late() && (halted || clock.elapsed() >= budgetMs);
+    };
 
+    // The bound first, with at most a tenth of the time: it also tells every later stage when to stop.
+    deadline = budgetMs / 10;
+    result.bound = lowerBound_SuoShui(problem, index, late).value();
+    deadline = budgetMs;
+    if (halted) return finish(OptimiseEnd::Stopped);
+    if (int(best.size()) <= result.bound) return finish(OptimiseEnd::Proven);
+
+    // Parts no ticket links are covered apart, each with a share of the time as large as its share
+    // of the tickets; the bound and the proof are then the sums of the parts'.
+    const std::vector<std::vector<int>> parts = independentParts(n, index);
+    if (parts.size() > 1) {
+        std::vector<int> kept;
+        int bound = 0, ticketsLeft = n, bestAt = 0;
+        bool optimal = true;
+        OptimiseEnd end = OptimiseEnd::Proven;
+        for (const std::vector<int>& members : parts) {
+            Part part = partOf(problem, members);
+            std::vector<int> partStart;
+            std::vector<int> at(size_t(n), -1);
+            for (size_t k = 0; k < members.size(); ++k) at[size_t(members[k])] = int(k);
+            for (int i : best)
+                if (at[size_t(i)] >= 0) partStart.push_back(at[size_t(i)]);
+            const qint64 left = std::max<qint64>(0, budgetMs - clock.elapsed());
+            const int share = int(left * qint64(members.size()) / std::max(1, ticketsLeft));
+            ticketsLeft -= int(members.size());
+            const OptimiseResult r = optimise_Cover(part.problem, partStart, share, subStopped);
+            for (int i : r.kept) kept.push_back(members[size_t(i)]);
+            bound += r.bound;
+            optimal = optimal && r.optimal;
+            bestAt = std::max(bestAt, int(clock.elapsed()) - r.elapsedMs + r.bestAtMs);
+            // A part cut short by the whole search's time limit ran out of time, not into a Stop.
+            end = worse(end, r.end == OptimiseEnd::Stopped && !halted ? OptimiseEnd::TimeLimit : r.end);
+        }
+        result.bound = std::max(result.bound, bound);
+        if (improve(kept)) result.bestAtMs = bestAt;
+        result.optimal = optimal && int(best.size()) == bound;
+        return finish(halted ? OptimiseEnd::Stopped : end);
+    }
+
+    // Several blues over the same reds: the cover of one blue, repeated for each, is a cover (a
+    // ticket meets its copy under its own blue in the same reds and the blue). At small t it is
+    // often smaller than anything the search below finds on the whole set, and a good start there.
+    const auto classes = blueClasses(problem);
+    if (std::any_of(classes.begin(), classes.end(), [](const auto& c) { return c.size() > 1; })) {
+        std::vector<int> kept;
+        const qint64 share = std::max<qint64>(0, budgetMs - clock.elapsed()) * 2 / 5;
+        int tickets = 0;
+        for (const auto& blues : classes) tickets += int(blues.front().size());
+        for (const auto& blues : classes) {
+            if (late()) break;
+            Part part = partOf(problem, blues.front());
+            // The class is covered from scratch: its start is every ticket it may keep.
+            std::vector<int> partStart;
+            for (size_t k = 0; k < part.members.size(); ++k)
+                if (part.problem.mayKeep[k] ||
+                    std::binary_search(part.problem.fixed.begin(), part.problem.fixed.end(), int(k)))
+                    partStart.push_back(int(k));
+            const OptimiseResult r =
+                optimise_Cover(part.problem, partStart,
+                               int(share * qint64(blues.front().size()) / std::max(1, tickets)), subStopped);
+            for (const std::vector<int>& members : blues)
+                for (int i : r.kept) kept.push_back(members[size_t(i)]);
+        }
+        // Kept only if it covers: a ticket owed the guarantee but not allowed to stay may need
+        // a ticket of another blue.
+        if (!halted && kept.size() < best.size()) {
+            Cover check(problem, index);
+            for (int i : kept) check.add(i);
+            if (check.uncovered() == 0) improve(kept);
+        }
+        if (halted) return finish(OptimiseEnd::Stopped);
+        if (int(best.size()) <= result.bound) return finish(OptimiseEnd::Proven);
+    }
+
+    // The search stops when it meets the bound, or when a stretch of a fifth of the time (at least
+    // a second) brings nothing smaller; the time limit stays the upper bound.
+    const qint64 stretch = std::max<qint64>(1000, budgetMs / 5);
+    const auto settled = [&] { return clock.elapsed() - result.bestAtMs >= stretch; };
+
+    // The greedy cover may use most of what is left; the local search has the rest, and starts
+    // from the best set so far when the greedy ran out of time.
+    deadline = clock.elapsed() + (budgetMs - clock.elapsed()) * 3 / 5;
     {
         Cover greedy(problem, index);
         for (int f : problem.fixed) greedy.add(f);
-        if (greedyCover(problem, index, greedy, late) && greedy.size() < int(best.size())) {
-            best = greedy.list();
-            std::sort(best.begin(), best.end());
-        }
+        if (greedyCover(problem, index, greedy, late)) improve(greedy.list());
     }
-    if (halted) return best;
     deadline = budgetMs;
-    // The search starts from the better of the two; the fixed tickets are in either.
+    if (halted) return finish(OptimiseEnd::Stopped);
+    if (int(best.size()) <= result.bound) return finish(OptimiseEnd::Proven);
+
+    // The search starts from the best set; the fixed tickets are in it.
     Cover cover(problem, index);
     for (int i : best) cover.add(i);
     for (int f : problem.fixed)
         if (!cover.kept(f)) cover.add(f);
-    if (cover.uncovered() > 0) return best;  // the start was no cover: nothing to improve on
+    if (cover.uncovered() > 0) return finish(endNow());  // the start was no cover: nothing to improve on
+
+    // Small sets are searched exhaustively: the search ends with the proof of a minimum, or at the
+    // time limit with the best it found. The local search gives it a small start.
+    const bool exact = exactFits(problem);
 
     // Local search: take out a kept ticket; if one candidate covers everything it alone covered,
     // put that one in its place (a sideways step), and drop every kept ticket left covering
@@ -251,7 +361,17 @@ std::vector<int> optimise_SuoShui(const CoverProblem& p, const std::vector<int>&
     std::mt19937 random(20261124);
     std::vector<int> lost, count(size_t(n), 0), touched;
     std::vector<int> movable;
-    while (!late()) {
+    // Before an exhaustive search the local search only gives it a small start: it ends after a
+    // few thousand moves bring nothing smaller.
+    if (exact) deadline = std::min<qint64>(budgetMs, clock.elapsed() + stretch / 2);
+    int quietRounds = 0;
+    OptimiseEnd end = OptimiseEnd::TimeLimit;
+    while (!late() && !(exact && quietRounds > 100 + n / 4)) {
+        if (int(best.size()) <= result.bound) break;
+        if (settled()) {
+            end = OptimiseEnd::Settled;
+            break;
+        }
         movable.clear();
         for (int k : cover.list())
             if (!isFixed(problem, k)) movable.push_back(k);
@@ -298,12 +418,32 @@ std::vector<int> optimise_SuoShui(const CoverProblem& p, const std::vector<int>&
                 }
             }
         }
-        if (cover.uncovered() == 0 && cover.size() < int(best.size())) {
-            best = cover.list();
-            std::sort(best.begin(), best.end());
-        }
+        quietRounds = cover.uncovered() == 0 && improve(cover.list()) ? 0 : quietRounds + 1;
     }
-    return best;
+    deadline = budgetMs;
+    if (halted) return finish(OptimiseEnd::Stopped);
+    if (int(best.size()) <= result.bound) return finish(OptimiseEnd::Proven);
+    if (exact) {
+        // The proof gets a stretch too: a set it cannot settle in that time is left as it stands.
+        deadline = std::min<qint64>(budgetMs, clock.elapsed() + stretch);
+        const ExactCover proof = exact_SuoShui(problem, index, best, late);
+        deadline = budgetMs;
+        improve(proof.kept);
+        result.optimal = proof.proven;
+        if (proof.proven) {
+            result.bound = int(best.size());
+            return finish(OptimiseEnd::Proven);
+        }
+        return finish(halted                        ? OptimiseEnd::Stopped
+                      : clock.elapsed() >= budgetMs ? OptimiseEnd::TimeLimit
+                                                    : OptimiseEnd::Settled);
+    }
+    return finish(halted ? OptimiseEnd::Stopped : end);
+}
+
+std::vector<int> optimise_SuoShui(const CoverProblem& p, const std::vector<int>& start, int budgetMs,
+                                  const std::function<bool(const CoverProgress&)>& stopped) {
+    return optimise_Cover(p, start, budgetMs, stopped).kept;
 }
 
 std::vector<int> uncovered_Tickets(const std::vector<std::uint64_t>& original,

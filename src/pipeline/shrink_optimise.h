@@ -5,29 +5,36 @@
 #include <functional>
 #include <vector>
 
-namespace dovrex {
+#include "pipeline/cover_problem.h"
 
-// 优化缩水: the same guarantee as the plain scan (every ticket shares at least t balls with a kept
-// one) with fewer tickets kept. Tickets are ball masks (ballMask) in scan order; the order is the
-// tie-break everywhere, so the weights and the smart optimisation's scores still decide which of
-// two equal choices stays.
-struct CoverProblem {
-    const std::vector<std::uint64_t>* masks = nullptr;
-    std::vector<char> mustCover;  // tickets the guarantee is owed to
-    std::vector<char> mayKeep;    // tickets that may be kept
-    std::vector<int> fixed;       // tickets kept whatever happens (the whole formula at t 6)
-    int t = 5;
-};
+namespace dovrex {
 
 struct CoverProgress {
     int best = 0;  // tickets in the best valid set so far
     int elapsedMs = 0;
 };
 
-// A greedy cover (the candidate covering most still uncovered tickets first), then a local search
-// (drop what is redundant, swap one kept ticket for one that covers what it alone covered) until
-// `budgetMs` is spent or `stopped` says yes. Starts from `start` (a valid cover: the plain scan's
+// 优化缩水: the same guarantee as the plain scan with fewer tickets kept. In turn: a proven lower
+// bound (lowerBound_SuoShui); parts no ticket links covered apart; with several blues over the same
+// reds, the cover of one blue repeated for each; a greedy cover, then a local search (drop what is
+// redundant, swap one kept ticket for one that covers what it alone covered); for small sets an
+// exhaustive search that proves its minimum. Starts from `start` (a valid cover: the plain scan's
 // result) and never returns more tickets than it. The result is valid and in scan order.
+// It ends as soon as the set meets the bound or is proven smallest, when a fifth of the budget (at
+// least a second) has passed without a smaller set, when `budgetMs` is spent, or when `stopped`
+// says yes (the best set so far is kept).
+enum class OptimiseEnd { Proven, Settled, TimeLimit, Stopped };
+struct OptimiseResult {
+    std::vector<int> kept;
+    int bound = 0;         // no cover keeps fewer tickets
+    bool optimal = false;  // kept.size() is the minimum
+    OptimiseEnd end = OptimiseEnd::Proven;
+    int bestAtMs = 0;   // when the kept set was found
+    int elapsedMs = 0;  // when the search ended
+};
+OptimiseResult optimise_Cover(const CoverProblem& problem, const std::vector<int>& start, int budgetMs,
+                              const std::function<bool(const CoverProgress&)>& stopped = {});
+// The kept set alone.
 std::vector<int> optimise_SuoShui(const CoverProblem& problem, const std::vector<int>& start, int budgetMs,
                                   const std::function<bool(const CoverProgress&)>& stopped = {});
 

@@ -112,6 +112,11 @@ struct SharedState {
     // The tickets the last shrink started from (as ball masks), for the coverage report on demand.
     IssueNumber shrinkOriginalIssue = 0;
     std::vector<std::uint64_t> shrinkOriginal;
+    // What the last shrink proved: no set with its guarantee keeps fewer than `shrinkBound` tickets,
+    // and `shrinkOptimal` when what it kept is that few.
+    int shrinkBound = 0;
+    bool shrinkOptimal = false;
+    int shrinkBestAtMs = 0;  // when 优化缩水 found the set it kept
 };
 
 SharedState& shared();

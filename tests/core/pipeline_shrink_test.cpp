@@ -257,7 +257,8 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(rows()[0].serial, 1);
     EXPECT_EQ(rows()[0].mark, 6);
     EXPECT_TRUE(shared().operationLog.contains(
-        QStringLiteral("[保六型]缩水后余：１ 注，２ 元\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
+        QStringLiteral("[保六型]缩水后余：１ 注，２ 元；已是最少注数\r\n\r\n若开奖号码在过滤后的 1 注之中: "
+                       "中7球 1 注 (100.0%)")));
 
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     store_Execute(QStringLiteral("DELETE FROM 日志表"));

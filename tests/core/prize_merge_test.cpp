@@ -22,15 +22,7 @@ TEST(PrizeTier, EveryHitCountByTheTable) {
 class CheckMergeTest : public PipelineTest {
   protected:
     CheckMergeTest() { shared().paths = paths(); }
-    // Adds a ticket with the next 序号 and ID; returns its 序号.
-    static int add(IssueNumber issue, const Reds& r, int blue) {
-        const int next = intScalar(QStringLiteral("select ifnull(max(序号),0) from 日志表")) + 1;
-        store_Execute(
-            QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                           "VALUES (?,?,?,?,?,?,?,?,?,?)"),
-            {next, next, issue, r[1], r[2], r[3], r[4], r[5], r[6], blue});
-        return next;
-    }
+    static int add(IssueNumber issue, const Reds& r, int blue) { return addTicket(issue, r, blue); }
     static std::pair<int, int> hits(int serial) {
         auto c = store_Query(QStringLiteral("select 红球中,蓝球中 from 日志表 where 序号=?"), {serial});
         return {c->intValue(0), c->intValue(1)};

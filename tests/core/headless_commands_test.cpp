@@ -73,14 +73,14 @@ const Line kScript[] = {
     {"answer text 2026097", ""},
     {"draw-delete", "deleted"},
     {"answer file %temp/none.txt", ""},
-    {"stop-after 100000", "STOP after 100000 pumps"},
+    {"stop-after 100000", ""},
     {"user-mode 2", "mode 2"},
     {"answer yes", ""},
     {"login 张三", "logged in as 张三"},
     {"users", "* 张三"},
     {"log", "全部条件过滤完成,余："},
     {"save", ""},
-    {"close-after 100000", "CLOSE after 100000 pumps"},
+    {"close-after 100000", ""},
     {"exit", "CONFIRM 确认要退出吗？ -> yes"},
 };
 // clang-format on

@@ -8,6 +8,7 @@
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
+#include "store/all_or_nothing.h"
 
 namespace dovrex {
 
@@ -88,23 +89,27 @@ int init_TouZhu(IssueNumber issue) {
     }
 
     LowerStopFlag lowerStop;
+    // The question comes before anything changes: the step either lands whole or leaves every
+    // ticket as it was (Stop, a close, an error).
+    const int existing =
+        store().scalar(QStringLiteral("SELECT count(*) FROM 日志表 WHERE 期号=?"), {issue}).toInt();
+    const bool replace =
+        existing > 0 && ui.ui_Confirm(msg::kKeepOldTickets, ConfirmButtons::YesNo, msg::kInfoTitle);
+    const int kept = replace ? 0 : existing;
+    if (kept + p.tickets > kTicketLimit) {  // the kept rows count too
+        ui.ui_Message(msg::kTicketLimit);
+        return existing;
+    }
+
     Expansion x;
     x.issue = issue;
+    bool complete = false;
     {
-        Transaction tx(store());
+        AllOrNothing change(store());
         store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号<>?"), {issue});
         x.key = store().scalar(QStringLiteral("SELECT max(ID) FROM 日志表")).toLongLong();
-        const int existing =
-            store().scalar(QStringLiteral("SELECT count(*) FROM 日志表 WHERE 期号=?"), {issue}).toInt();
-        x.counter = existing;
-        if (existing > 0 && ui.ui_Confirm(msg::kKeepOldTickets, ConfirmButtons::YesNo, msg::kInfoTitle)) {
-            store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
-            x.counter = 0;
-        }
-        if (x.counter + p.tickets > kTicketLimit) {  // the kept rows count too
-            ui.ui_Message(msg::kTicketLimit);
-            return x.counter;
-        }
+        if (replace) store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
+        x.counter = kept;
 
         const int drags = p.reds - p.bankers;
         x.useFormula = p.bankers == 0 && drags >= 10 && drags <= 20;
@@ -161,16 +166,22 @@ int init_TouZhu(IssueNumber issue) {
                 }
             }
         }
-    stopped:;
+        complete = true;
+    stopped:
+        if (complete) change.commit();
     }
 
-    if (!s.tingZhi) {
-        const QString done =
-            QStringLiteral("初始化选号完成!共 ") + to_QuanJiao(x.counter) + QStringLiteral(" 注！");
-        ui.ui_Message(done);
-        load_TouZhuBiao(issue);
-        log_CaoZuo(done + kCrLf, false);
+    if (!complete) {
+        // Taken back whole: the grid is bound again to the table as it stands, as at start.
+        if (touZhuBiao()) load_TouZhuBiao(-1);
+        log_Append(msg::kInitStopped);
+        return existing;
     }
+    const QString done =
+        QStringLiteral("初始化选号完成!共 ") + to_QuanJiao(x.counter) + QStringLiteral(" 注！");
+    ui.ui_Message(done);
+    load_TouZhuBiao(issue);
+    log_CaoZuo(done + kCrLf, false);
     return x.counter;
 }
 

@@ -11,12 +11,14 @@ inline constexpr int kOutsideFormula = 99999999;
 // lexicographic order with the blue innermost, 序号 from 1. Rows of other issues go first; rows of
 // this issue go or stay as the user answers. With no red bankers and 10..20 red drags the shrink
 // formula of that size (table Ssgs) marks its tickets in 缩水公式. Returns the number of rows the
-// issue now has (0 when nothing ran). Stop keeps the rows written, with no message.
+// issue now has (0 when nothing ran). The step lands whole or not at all: on Stop or a close every
+// row stays as it was before it (other issues' included) and the log says so.
 int init_TouZhu(IssueNumber issue);
 
 namespace msg {
-inline const QString kKeepOldTickets =
-    QStringLiteral("该期数已有记录存在日志表中!要删除它吗？\r\n按'是',删除它;按'否'保留它!");
-}
+inline const QString kKeepOldTickets = QStringLiteral(
+    "表格中已有该期的投注号码！要删除它们吗？\r\n按“是”删除旧号码；按“否”保留旧号码，新号码排在其后。");
+inline const QString kInitStopped = QStringLiteral("已停止，投注号码未改变");
+}  // namespace msg
 
 }  // namespace dovrex

@@ -1,6 +1,7 @@
 #include "core/pipeline_fixture.h"
 #include "pipeline/ticket_init.h"
 #include "screen/run_panel.h"
+#include "support/table_rows.h"
 
 namespace dovrex::test {
 namespace {
@@ -105,16 +106,33 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
     EXPECT_EQ(rows[0].id, 5);  // behind the rows the answer deleted
 }
 
-TEST_F(InitTest, StopKeepsTheRowsOfTheGroupUnderWay) {
-    pickDrags(10, 2);
-    ui().stopAfterPumps(3);
-    // Stop is looked at after each fifth red: the group 1 2 3 4 5 x holds five sixes, ten tickets.
-    EXPECT_EQ(init_TouZhu(kIssue), 10);
-    EXPECT_EQ(tickets().size(), 10u);
-    EXPECT_TRUE(ui().messages().isEmpty());
-    EXPECT_EQ(get_BiaoGeQiHao(), 0);  // grid not bound
-    EXPECT_EQ(shared().tingZhi, 0);
-    EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Pic_subTouZhu.enabled = true")));
+// Stop in the middle of the step, whether the old tickets were to go or to stay: every row of the
+// table (another issue's included) is as it was, the grid is bound again to it, and the log says
+// that nothing changed.
+TEST_F(InitTest, StopTakesTheWholeStepBack) {
+    for (bool replace : {true, false}) {
+        store_Execute(QStringLiteral("DELETE FROM 日志表"));
+        pickRange(1, kRedCount, kPickNone);
+        pickRange(101, 100 + kBlueCount, kPickNone);
+        pickDrags(7, 1);
+        init_TouZhu(kIssue);
+        store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水标记=1, 临时数据=999 WHERE 序号=3"));
+        store_Execute(QStringLiteral("INSERT INTO 日志表 (ID, 期号, 序号) VALUES (90, 2008117, 1)"));
+        load_TouZhuBiao(-1);
+        const QStringList before = tableRows(store(), QStringLiteral("日志表"));
+
+        pickDrags(10, 2);
+        ui().answerConfirm(replace);
+        ui().stopAfterPumps(30);
+        const int messages = int(ui().messages().size());
+        EXPECT_EQ(init_TouZhu(kIssue), 7) << replace;
+        EXPECT_EQ(tableRows(store(), QStringLiteral("日志表")), before) << replace;
+        EXPECT_EQ(touZhuBiao()->recordCount(), 8);
+        EXPECT_EQ(ui().messages().size(), messages);
+        EXPECT_TRUE(shared().operationLog.endsWith(msg::kInitStopped));
+        EXPECT_EQ(shared().tingZhi, 0);
+        EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Pic_subTouZhu.enabled = true")));
+    }
 }
 
 TEST_F(InitTest, NothingToExpand) {

@@ -81,7 +81,8 @@ class CommandTrapTest : public StartedProgramTest<TrapScreen> {
 };
 
 // An exception of any kind in the middle of a pass: the player is told (memory exhaustion in its
-// own words), the window's run state comes back, the rows written stay, and the next command runs.
+// own words), the window's run state comes back, the table is as the pass left it (the first step
+// takes itself back whole), and the next command runs.
 TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
     pick(1, 20);
     pick(101, 102);
@@ -109,7 +110,7 @@ TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
         EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
         EXPECT_TRUE(action("mnu_ShengCeng(1)")->isEnabled());
         EXPECT_TRUE(action("mnu_ZuHeYiLou2")->isEnabled());
-        EXPECT_GT(count("select count(*) from 日志表"), 0);
+        EXPECT_EQ(count("select count(*) from 日志表"), 0);
     }
     EXPECT_EQ(screen_->shown.last(), msg::kOutOfMemory);
 
@@ -191,13 +192,6 @@ TEST_P(CloseDuringPassTest, TheExitWaitsForThePassAndSavesWhatItDid) {
 INSTANTIATE_TEST_SUITE_P(
     Passes, CloseDuringPassTest,
     ::testing::Values(
-        ClosePass{"init",
-                  [](CloseDuringPassTest&) {
-                      CloseDuringPassTest::pick(1, 20);
-                      CloseDuringPassTest::pick(101, 102);
-                  },
-                  [](CloseDuringPassTest& t) { t.clickCommand(kCmdInit); }, "select count(*) from 日志表",
-                  77520},
         ClosePass{"filter", CloseDuringPassTest::ticketsOf13,
                   [](CloseDuringPassTest& t) { t.clickCommand(kCmdFilter); }, "select count(*) from 日志表",
                   925},

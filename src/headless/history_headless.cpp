@@ -88,7 +88,7 @@ bool headless_Mirrors(HeadlessRunner& r, const HeadlessArgs& a) {
     const QStringList list = load_MirrorAddresses();
     for (int i = 0; i < list.size(); ++i)
         r.print(
-            QStringLiteral("%1%2 %3").arg(i == shared().g_MirrorIndex ? u'*' : u' ').arg(i + 1).arg(list[i]));
+            QStringLiteral("%1%2 %3").arg(QChar(i == shared().g_MirrorIndex ? u'*' : u' ')).arg(i + 1).arg(list[i]));
     return true;
 }
 

@@ -94,11 +94,6 @@ class AppFlowTest : public ProgramFolderTest {
         makePack(file, tempPath(QStringLiteral("damaged.pack")));
         return fileBytes(tempPath(QStringLiteral("damaged.pack")));
     }
-    void writeFile(const QString& path, const QByteArray& bytes) {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(bytes);
-    }
 };
 
 TEST_F(AppFlowTest, ChangeSurvivesACleanExit) {
@@ -299,10 +294,7 @@ TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
     // A lock file that a dead process left behind, whatever it holds (a kill can leave it empty),
     // does not block.
     for (const QByteArray& left : {QByteArray("2147483646\ndovrex_core_tests\n\n"), QByteArray()}) {
-        QFile lock(paths().lockFile());
-        ASSERT_TRUE(lock.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        lock.write(left);
-        lock.close();
+        ASSERT_TRUE(writeFile(paths().lockFile(), left));
         EXPECT_EQ(markAfterStart(), 9);
     }
 }

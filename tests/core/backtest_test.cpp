@@ -32,10 +32,7 @@ class BacktestTest : public ShippedStoreTest {
     // What a real filter run of the draw's own issue leaves of the drawn ticket: 1 or 0.
     static int survivesRealRun(const BacktestDraw& d) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
-        store_Execute(
-            QStringLiteral("INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                           "VALUES (1,?,?,?,?,?,?,?,?)"),
-            {d.issue, d.reds[1], d.reds[2], d.reds[3], d.reds[4], d.reds[5], d.reds[6], d.blue});
+        addTicket(d.issue, d.reds, d.blue);
         run_GuoLv(d.issue);
         return intScalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {d.issue});
     }

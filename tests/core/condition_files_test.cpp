@@ -94,11 +94,7 @@ TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
 TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     makeSet(1);
     const QString junk = tempPath(QStringLiteral("junk.dovrex"));
-    {
-        QFile f(junk);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("01 02 03 04 05 06+07\n");
-    }
+    ASSERT_TRUE(test::writeFile(junk, "01 02 03 04 05 06+07\n"));
     EXPECT_FALSE(importConditionSet(junk));
     EXPECT_TRUE(ui().messages().contains(msg::kImportFormatError));
     expectSet(1);
@@ -121,10 +117,7 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     ASSERT_TRUE(exportConditionSet(exportPath()));
     QByteArray bytes = test::fileBytes(exportPath());
     bytes.truncate(bytes.size() / 3);
-    QFile cut(exportPath());
-    ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
-    cut.write(bytes);
-    cut.close();
+    ASSERT_TRUE(test::writeFile(exportPath(), bytes));
     importConditionSet(exportPath());
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1291);
 }

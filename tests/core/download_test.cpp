@@ -287,44 +287,6 @@ TEST_F(DownloadTest, TheLookupOpensAnIssuesPageOnlyWhenItTellsOfADraw) {
     EXPECT_EQ(cmm_kuaisusezi(), LookupResult::Cancelled);
 }
 
-TEST_F(DownloadTest, TheHeadlessCommandsEnterSearchDeleteAndDownload) {
-    const QString file = tempPath(QStringLiteral("headless.dat"));
-    makeFreshStoreFile(file);
-    shared().g_Store = nullptr;  // the runner opens its own
-    QStringList out;
-    HeadlessRunner runner([&out](const QString& line) { out << line; });
-    const int code =
-        runner.runScript(QStringLiteral("open-store %1\n"
-                                        "mirrors http://127.0.0.1:1/a.txt http://127.0.0.1:1/b.txt "
-                                        "http://127.0.0.1:1/c.txt\n"
-                                        "download %2\n"
-                                        "draw-add 2006002 2006/01/03 28 7 13 16 21 26 9\n"
-                                        "draw-add 2006003 2006/01/05 34 4 5 6 16 20 12\n"
-                                        "draw-search 红球1=1 蓝球=03\n"
-                                        "draw-delete 2006002\n"
-                                        "draw-delete 2006002\n")
-                             .arg(file, server.url(kListPath)));
-    EXPECT_EQ(code, 1) << out.join(u'\n').toStdString();  // the bad entry stops the script
-    EXPECT_TRUE(out.contains(QStringLiteral("updated, next mirror 1")));
-    EXPECT_TRUE(out.contains(QStringLiteral("stored 2006002, next 2006003 on 2006/01/05")));
-    EXPECT_TRUE(out.contains(QStringLiteral("ERROR ") + msg::kBadEntry));
-    EXPECT_EQ(out.last(), QStringLiteral("FAILED draw not stored"));
-
-    out.clear();
-    EXPECT_EQ(runner.runScript(
-                  QStringLiteral("draw-search 红球1=1 蓝球=03\ndraw-delete 2006002\ndraw-delete 2006002\n"
-                                 "download\n")),
-              0);
-    const int matches = reference
-                            ->scalar(QStringLiteral(
-                                "select count(*) from 历史记录 where 期号<=2006001 and 红球1=1 and 蓝球=3"))
-                            .toInt();
-    EXPECT_TRUE(out.contains(QStringLiteral("found %1").arg(matches)));
-    EXPECT_TRUE(out.contains(QStringLiteral("deleted")));
-    EXPECT_TRUE(out.contains(QStringLiteral("missing")));
-    EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2")));
-}
-
 namespace {
 
 QByteArray sample(const char* name) {
@@ -400,30 +362,6 @@ TEST_F(DownloadTest, AWrongKindOrAHugeBodyStoresNothing) {
     server.setPage(kListPath, QByteArray(kMaxDrawSourceBytes + 1, '7'));
     expectFailure("a body over the limit");
     EXPECT_EQ(historyRows(db()), before);
-}
-
-TEST_F(DownloadTest, TheHeadlessRunnerDownloadsEveryKindFromItsMirrors) {
-    const QString file = tempPath(QStringLiteral("kinds.dat"));
-    makeFreshStoreFile(file);
-    shared().g_Store = nullptr;
-    server.setPage(QStringLiteral("/other.json"), sample("other_shape.json"), "application/json");
-    server.setPage(kNoticePath, sample("notices_page1.json"), "application/json");
-    server.setPage(QStringLiteral("/ssq_desc.txt"), sample("text_list_desc_gb18030.txt"), "text/plain");
-    const QStringList out =
-        runHeadless(QStringLiteral("open-store %1\nmirrors %2 %3 %4\ndownload\ndownload\n"
-                                   "mirrors %2 %4 %3\ndownload\n"
-                                   "sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, "
-                                   "红球5, 红球6, 蓝球) VALUES (1, 2026096, 1, 4, 16, 22, 26, 31, 4)\n"
-                                   "check 2026096\n")
-                        .arg(file, server.url(QStringLiteral("/other.json")), server.url(kNoticePath),
-                             server.url(QStringLiteral("/ssq_desc.txt"))));
-    const QString all = out.join(u'\n');
-    EXPECT_TRUE(out.contains(QStringLiteral("failed, next mirror 2"))) << all.toStdString();
-    EXPECT_EQ(out.filter(QStringLiteral("updated, next mirror 2")).size(), 2) << all.toStdString();
-    EXPECT_TRUE(all.contains(QStringLiteral("已拒绝 1 行：第 "))) << "the text list's bad blue";
-    EXPECT_TRUE(out.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元"))) << all.toStdString();
-    EXPECT_TRUE(out.contains(QStringLiteral("中奖合计： 6821493 元")));
-    EXPECT_TRUE(out.contains(QStringLiteral("投注成本： 2 元")));
 }
 
 TEST_F(DownloadTest, ASavedFileIsReadByTheSameReaders) {

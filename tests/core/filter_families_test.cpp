@@ -244,6 +244,56 @@ TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
     EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：０ 注")));
 }
 
+// Both ends of the range count, the issue's own draw never does, and red 33 is a red like the
+// others: the run, the verdict the back-test takes and the same over its copy of the history agree.
+TEST_F(HistoryFilterTest, BothEndsOfTheRangeCountAndRedThirtyThreeToo) {
+    addDraw(2008113, QStringLiteral("2008/09/25"), makeReds(16, 17, 18, 19, 21, 22));
+    addDraw(2008114, QStringLiteral("2008/09/27"), makeReds(28, 29, 30, 31, 32, 33));
+    struct Case {
+        int low, high, match;
+        Reds ticket;
+        bool goes;
+    };
+    // clang-format off
+    const Case cases[] = {
+        {2008114, 2008116, 3, makeReds(23, 24, 25, 31, 32, 33), true},   // the low end, by 31 32 33
+        {2008114, 2008116, 3, makeReds(8, 10, 12, 14, 20, 30), true},    // the high end
+        {2008114, 2008116, 3, makeReds(5, 7, 9, 22, 24, 26), false},     // like the draw above it
+        {2008114, 2008116, 3, makeReds(16, 17, 18, 23, 25, 27), false},  // like the draw below it
+        {2008114, 2008116, 6, makeReds(28, 29, 30, 31, 32, 33), true},
+        {2008114, 2008116, 6, makeReds(1, 2, 3, 10, 20, 30), true},
+        {2008114, 2008116, 6, makeReds(16, 17, 18, 19, 21, 22), false},
+        {2008114, 2008116, 6, makeReds(5, 7, 9, 11, 13, 15), false},
+        {2008117, 2008200, 6, makeReds(5, 7, 9, 11, 13, 15), true},      // the end stops before the issue
+        {2008117, 2008200, 6, makeReds(8, 9, 10, 11, 12, 13), false},    // the issue's own draw
+    };
+    // clang-format on
+    for (const Case& c : cases) {
+        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=?"),
+                      {c.low, c.high, c.match});
+        TicketBalls b;
+        b.reds = c.ticket;
+        const std::string where = QStringLiteral("%1..%2 at %3, ticket from %4")
+                                      .arg(c.low)
+                                      .arg(c.high)
+                                      .arg(c.match)
+                                      .arg(c.ticket[1])
+                                      .toStdString();
+        FilterPass pass;
+        pass.issue = kIssue;
+        EXPECT_EQ(filterNamed(QStringLiteral("filter_LiShi")).ticketTest(pass).accept(b), !c.goes) << where;
+        {
+            HistoryDrawCache cached;
+            EXPECT_EQ(filterNamed(QStringLiteral("filter_LiShi")).ticketTest(pass).accept(b), !c.goes)
+                << where;
+        }
+        store_Execute(QStringLiteral("DELETE FROM 日志表"));
+        addTickets({c.ticket});
+        runFilter(QStringLiteral("filter_LiShi"));
+        EXPECT_EQ(tickets(kIssue).empty(), c.goes) << where;
+    }
+}
+
 TEST_F(HistoryFilterTest, StopInsideAMatchPassStillDeletesItsRejects) {
     addTickets({makeReds(1, 2, 3, 4, 5, 6), makeReds(1, 2, 3, 10, 20, 31), makeReds(8, 9, 10, 11, 12, 13),
                 makeReds(1, 2, 21, 22, 23, 24)});

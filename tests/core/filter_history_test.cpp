@@ -1,12 +1,8 @@
-// The filters against the shipped history: a draw and a ticket measure alike, and a real pick
-// filtered through dovrex-headless keeps what the metrics say it should.
-#include <QSet>
-
+// The filters against the shipped history: a draw and a ticket measure alike.
 #include "core/filter_fixture.h"
 #include "domain/metrics.h"
 #include "history/derived_columns.h"
 #include "history/history_queries.h"
-#include "support/headless_script.h"
 
 namespace dovrex::test {
 namespace {
@@ -122,114 +118,6 @@ TEST_F(FilterHistoryTest, EveryDrawMeasuresAsATicket) {
     }
     EXPECT_EQ(mismatches, 0);
     EXPECT_GT(compared, 2000 * 40);
-}
-
-// Every six of 2..17 in lexicographic order.
-std::vector<Reds> sixesOfTwoToSeventeen() {
-    std::vector<Reds> out;
-    Reds r{};
-    std::function<void(int, int)> walk = [&](int depth, int from) {
-        if (depth > 6) {
-            out.push_back(r);
-            return;
-        }
-        for (int x = from; x <= 17; ++x) {
-            r[size_t(depth)] = x;
-            walk(depth + 1, x + 1);
-        }
-    };
-    walk(1, 2);
-    return out;
-}
-
-TEST(FilterHeadless, RealPickAgainstTheRealHistory) {
-    SharedStateGuard guard;
-    TempFolders folders;
-    const QString file = folders.path(QStringLiteral("real.dat"));
-    std::vector<Reds> draws;
-    std::vector<int> blues;
-    {
-        ScopedStore shipped(ScopedStore::Kind::Shipped, file);
-        for (auto c =
-                 store_Query(QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 历史记录 "
-                                            "order by 期号"));
-             !c->eof(); c->moveNext()) {
-            Reds r{};
-            for (int i = 1; i <= 6; ++i) r[size_t(i)] = c->intValue(i - 1);
-            draws.push_back(r);
-            blues.push_back(c->intValue(6));
-        }
-    }
-    ASSERT_GT(draws.size(), 2000u);
-    const IssueNumber issue = 2027001;  // to come: judged against the newest draw
-
-    const QStringList out =
-        runHeadless(QStringLiteral("open-store %1\n"
-                                   "pick 1 2-17\n"
-                                   "pick 1 101-102\n"
-                                   "condition 1 1060-1110 3642-3644 3310-3315 3450-3452\n"
-                                   "condition 1 3605-3610 3470-3471 4001-4003 4160-4168\n"
-                                   "switch 1 10 4 6 9 7 37 46 70 on\n"
-                                   "history-filter on 2003001 2099001 6\n"
-                                   // the odd numbers as custom group 1: the same counts again
-                                   "group-preset 1 奇数号码\n"
-                                   "condition 1 3802-3804\n"
-                                   "switch 20 on\n"
-                                   "init %2\n"
-                                   "filter %2\n"
-                                   "exit\n")
-                        .arg(file)
-                        .arg(issue));
-    ASSERT_FALSE(HasFailure());
-
-    // The same conditions by the metrics.
-    const Reds& last = draws.back();
-    const int lastBlue = blues.back();
-    int hits5[34] = {};
-    for (size_t j = draws.size() - 5; j < draws.size(); ++j)
-        for (int i = 1; i <= 6; ++i) ++hits5[draws[j][size_t(i)]];
-    QSet<QString> seen;
-    for (const Reds& d : draws) {
-        QStringList k;
-        for (int i = 1; i <= 6; ++i) k << QString::number(d[size_t(i)]);
-        seen.insert(k.join(u','));
-    }
-    int expected = 0;
-    int tickets = 0;
-    for (const Reds& r : sixesOfTwoToSeventeen()) {
-        int sum = 0, odd = 0, temp = 0;
-        int tails[10] = {};
-        QStringList k;
-        for (int i = 1; i <= 6; ++i) {
-            const int x = r[size_t(i)];
-            sum += x;
-            odd += x % 2;
-            temp += hits5[x];
-            ++tails[x % 10];
-            k << QString::number(x);
-        }
-        int m = 0, g = 0;
-        for (int t : tails) m = std::max(m, t), g += t > 0;
-        const int shape = gesTable5Code(m, g);
-        const bool keep = sum >= 60 && sum <= 110 && odd >= 2 && odd <= 4 && calc_KuaDu(r) >= 10 &&
-                          calc_KuaDu(r) <= 15 && calc_LianHaoMax(r) <= 2 && calc_AC(r) >= 5 &&
-                          calc_CongDie(last, r) <= 1 && shape >= 1 && shape <= 3 && temp <= 8 &&
-                          !seen.contains(k.join(u','));
-        for (int blue = 1; blue <= 2; ++blue) {
-            ++tickets;
-            bool sameParity = blue % 2 == lastBlue % 2;
-            for (int i = 1; i <= 6; ++i) sameParity = sameParity && r[size_t(i)] % 2 == last[size_t(i)] % 2;
-            if (keep && !sameParity) ++expected;
-        }
-    }
-    EXPECT_TRUE(out.contains(QStringLiteral("tickets %1").arg(tickets)));
-    EXPECT_TRUE(out.contains(QStringLiteral("tickets %1").arg(expected))) << out.join(u'\n').toStdString();
-    EXPECT_GT(expected, 0);
-    EXPECT_LT(expected, tickets / 10);
-    EXPECT_FALSE(out.filter(QStringLiteral("【此结果仅适用于 ２０９９００１ 期！！！】")).isEmpty());
-    EXPECT_EQ(out.filter(QStringLiteral("TIP 10s")).size(), 2);  // 温度值5 and 重叠号
-    EXPECT_TRUE(out.contains(QStringLiteral("history filter on 2003001..2099001 match 6")));
-    EXPECT_TRUE(out.contains(QStringLiteral("group 1: 1 3 5 7 9 11 13 15 17 19 21 23 25 27 29 31 33")));
 }
 
 }  // namespace

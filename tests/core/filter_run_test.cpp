@@ -1,4 +1,5 @@
 #include "core/pipeline_fixture.h"
+#include "filters/backtest.h"
 #include "pipeline/ticket_init.h"
 #include "screen/run_panel.h"
 
@@ -219,6 +220,52 @@ TEST_F(FilterRunTest, LaterFiltersStopOrFailOnWhatTheEarlierOnesLeft) {
     rows = tickets();
     for (const auto& t : rows) EXPECT_EQ(sum(t.reds) % 4, 0);
     EXPECT_EQ(rows.back().serial, int(rows.size()));
+    EXPECT_EQ(shared().tingZhi, 0);
+}
+
+// With a tolerance the run counts each condition's misses over every ticket and removes those
+// failing more than k. Of the 420: 220 have an odd sum, 280 a span other than 9 (not both 1 and
+// 10), 144 both. A Stop keeps the verdicts given and names no result; a verdict that cannot be
+// given breaks the run as it breaks the plain one.
+TEST_F(FilterRunTest, ToleranceCountsEachConditionsMissesAndStopsOrFailsLikeThePlainRun) {
+    expand();
+    allowSums([](int v) { return v % 2 == 0; });
+    set_GuoLvFanWei(3300, 3340, 0);
+    set_GuoLvTiaoJian(3309, 1);
+    set_ShiYongQingKuang(4, 1);  // 跨度 9 only
+    set_FilterTolerance(1);
+    run_GuoLv(kIssue);
+    EXPECT_TRUE(shared().operationLog.endsWith(
+        QStringLiteral("[ 和 值 ]未通过：２２０ 注\r\n\r\n[ 跨 度 ]未通过：２８０ 注\r\n\r\n"
+                       "[容错值=１]失败超过１个条件的号码已删除：１４４ 注，余：２７６ "
+                       "注\r\n\r\n全部条件过滤完成,余：２７６ 注")))
+        << shared().operationLog.toStdString();
+    const auto left = tickets();
+    ASSERT_EQ(left.size(), 276u);
+    for (size_t i = 0; i < left.size(); ++i) {
+        EXPECT_EQ(left[i].serial, int(i) + 1);
+        EXPECT_TRUE(sum(left[i].reds) % 2 == 0 || (left[i].reds[1] == 1 && left[i].reds[6] == 10));
+    }
+
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    expand();
+    ui().stopAfterPumps(420 + 100);  // the loading, then 100 tickets judged
+    run_GuoLv(kIssue);
+    const auto stopped = tickets();
+    EXPECT_EQ(std::count_if(stopped.begin(), stopped.end(), [](const Ticket& t) { return t.mark == 0; }),
+              320);
+    EXPECT_EQ(std::count_if(stopped.begin(), stopped.end(), [](const Ticket& t) { return t.mark == 1; }),
+              int(stopped.size()) - 320);
+    EXPECT_LT(stopped.size(), 420u);
+    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("已删除")));
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户中止,当前记录余：") +
+                                               to_QuanJiao(qlonglong(stopped.size())) +
+                                               QStringLiteral(" 注")));
+
+    store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
+    set_ShiYongQingKuang(37, 1);
+    EXPECT_THROW(run_GuoLv(kIssue), StoreError);
+    EXPECT_EQ(tickets().size(), stopped.size());
     EXPECT_EQ(shared().tingZhi, 0);
 }
 

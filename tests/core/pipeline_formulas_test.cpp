@@ -67,10 +67,7 @@ TEST(SsgsFormulas, BadFilesAreRefused) {
     QString why;
     EXPECT_FALSE(read_SsgsFile(path, f, &why));
     for (const char* text : {"10 1 2 3\n", "10: 1 x\n", "x: 1\n", "10: 0\n"}) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(text);
-        file.close();
+        ASSERT_TRUE(writeFile(path, text));
         EXPECT_FALSE(read_SsgsFile(path, f, &why)) << text;
     }
 }

@@ -165,13 +165,23 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 蓝球<>2")), 0);
     EXPECT_EQ(tickets().size(), 38760u);
 
-    // Rows kept at the question count towards the limit: 38,760 kept and 77,520 more is too many.
+    // Rows kept at the question count towards the limit: exactly the limit is written, one more
+    // is refused.
     pickRange(101, 100 + kBlueCount, kPickNone);
-    pickDrags(20, 2);
-    ui().answerConfirm(false);
-    EXPECT_EQ(init_TouZhu(kIssue), 38760);
-    EXPECT_EQ(ui().messages().last(), msg::kTicketLimit);
-    EXPECT_EQ(tickets().size(), 38760u);
+    pickDrags(20, 1);
+    for (const int kept : {kTicketLimit - 38760 + 1, kTicketLimit - 38760}) {
+        store_Execute(QStringLiteral("DELETE FROM 日志表"));
+        store_Execute(
+            QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<?) "
+                           "INSERT INTO 日志表 (ID,序号,期号) SELECT i,i,? FROM n"),
+            {kept, kIssue});
+        ui().clear();
+        ui().answerConfirm(false);
+        const bool fits = kept + 38760 <= kTicketLimit;
+        EXPECT_EQ(init_TouZhu(kIssue), fits ? kTicketLimit : kept);
+        EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表")), fits ? kTicketLimit : kept);
+        EXPECT_EQ(ui().messages().contains(msg::kTicketLimit), !fits);
+    }
 }
 
 TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {

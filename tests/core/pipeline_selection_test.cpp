@@ -21,6 +21,12 @@ class SelectionTest : public PipelineTest {
                     Reds{0, d, d + 2, d + 5, d + 7, d + 10, d + 13}, 1 + (i * 5) % 16);
         }
     }
+    static void addSameDraws() {
+        addDraw(2008107, QStringLiteral("2008/09/28"), Reds{0, 7, 8, 9, 10, 11, 12}, 9);
+        for (int i = 0; i < 10; ++i)
+            addDraw(2008108 + i, QStringLiteral("2008/10/%1").arg(1 + i, 2, 10, QLatin1Char('0')),
+                    Reds{0, 1, 2, 3, 4, 5, 6}, 1);
+    }
     static std::vector<std::pair<int, int>> serialAndScratch() {
         std::vector<std::pair<int, int>> out;
         auto c = store_Query(QStringLiteral("select 序号,临时数据 from 日志表 order by 序号"));
@@ -30,117 +36,87 @@ class SelectionTest : public PipelineTest {
 };
 
 TEST_F(SelectionTest, DifferencesAndScoresKeepTheirPositions) {
+    // Row r of the block holds 10r + c: every difference names its row.
     ChaZhiBlock a{};
     for (int r = 1; r <= 10; ++r)
-        for (int c = 1; c <= 7; ++c) a[size_t(r)][size_t(c)] = r * 3 + c;
+        for (int c = 1; c <= 7; ++c) a[size_t(r)][size_t(c)] = 10 * r + c;
     const ChaZhiMoShi m = calc_ChaZhiMoShi(a);
-    // Position (r, c, k) of the first block: A[r][c] - A[1][k], r from 2.
-    EXPECT_EQ(m[0], a[2][1] - a[1][1]);
-    EXPECT_EQ(m[1], a[2][1] - a[1][2]);
-    EXPECT_EQ(m[7], a[2][2] - a[1][1]);
-    EXPECT_EQ(m[49], a[3][1] - a[1][1]);
-    EXPECT_EQ(m[440], a[10][7] - a[1][7]);
-    // Then the newest draw within itself.
-    EXPECT_EQ(m[441], a[1][1] - a[1][2]);
-    EXPECT_EQ(m[461], a[1][6] - a[1][7]);
-    EXPECT_EQ(m[462], 0);
+    // Position (r, c, k) of the first block: A[r][c] - A[1][k], r from 2; then the newest draw
+    // within itself; the last position stays 0.
+    // clang-format off
+    const std::pair<int, int> at[] = {{0, 10}, {1, 9}, {7, 11}, {49, 20}, {440, 90}, {441, -1}, {461, -1},
+                                      {462, 0}};
+    // clang-format on
+    for (const auto& [position, value] : at) EXPECT_EQ(m[size_t(position)], value) << position;
+    // A ticket of 0 + c is the row before the newest: each of its differences to rows 1..9 is the
+    // block's from rows 2..10, so all 463 positions match. One of 10 + c matches only within itself.
+    std::array<int, 8> t{}, newest{};
+    for (int c = 1; c <= 7; ++c) {
+        t[size_t(c)] = c;
+        newest[size_t(c)] = 10 + c;
+    }
+    EXPECT_EQ(calc_PiPeiShu(a, m, t), 463);
+    EXPECT_EQ(calc_PiPeiShu(a, m, newest), 1 + 21);
 
-    // A ticket equal to the newest draw of a block that repeats itself row by row, shifted by one:
-    // every difference repeats, all 463 positions match.
-    ChaZhiBlock same{};
-    for (int r = 1; r <= 10; ++r)
-        for (int c = 1; c <= 7; ++c) same[size_t(r)][size_t(c)] = c * 4;
-    std::array<int, 8> t{};
-    for (int c = 1; c <= 7; ++c) t[size_t(c)] = c * 4;
-    EXPECT_EQ(calc_PiPeiShu(same, calc_ChaZhiMoShi(same), t), 463);
-    // An empty block and a ticket of all-different values: only position 462 and the zero
-    // differences of the block against it... none, since the ticket has no zero; the score is 1
-    // plus the 21 inner differences that match the block's zeros: none.
-    ChaZhiBlock empty{};
-    std::array<int, 8> u{0, 1, 2, 3, 4, 5, 6, 7};
-    EXPECT_EQ(calc_PiPeiShu(empty, calc_ChaZhiMoShi(empty), u), 1);
+    // The block of an issue: the newest draw before it in row 1, the tenth before it in row 10.
+    addHistory();
+    const ChaZhiBlock block = loadDifferenceBlock(kIssue);
+    EXPECT_EQ(block[1][1], 1 + (11 * 7) % 20);  // 2008117
+    EXPECT_EQ(block[10][7], 1 + (2 * 5) % 16);  // 2008108
 }
+
+// Ten draws alike, 1 2 3 4 5 6 + 1, before the issue, and the tickets of the reds 1..7 with blues
+// 1 and 2. A ticket then scores 1, plus 63 for each ball in the draw's place, plus 1 for each pair
+// of its balls as far apart as in the draw. By 序号 (the red left out from 7 down, blue 1 then 2):
+const int kScores[15] = {0, 463, 394, 394, 327, 327, 262, 262, 199, 199, 138, 138, 79, 79, 22};
 
 TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
-    addHistory();
+    addSameDraws();
     pickRange(1, 7, kPickDrag);
     pickRange(101, 102, kPickDrag);
-    EXPECT_EQ(init_TouZhu(kIssue), 14);
-    // The scores as the routine computes them, per ticket.
-    const ChaZhiBlock block = loadDifferenceBlock(kIssue);
-    EXPECT_EQ(block[1][1], 1 + (11 * 7) % 20);  // newest: 2008117
-    EXPECT_EQ(block[10][7], 1 + (2 * 5) % 16);  // oldest: 2008108
-    const ChaZhiMoShi m = calc_ChaZhiMoShi(block);
-    std::vector<std::pair<int, int>> expected;  // score, 序号
-    for (const auto& t : tickets(kIssue)) {
-        std::array<int, 8> v{};
-        for (int i = 1; i <= 6; ++i) v[size_t(i)] = t.reds[size_t(i)];
-        v[7] = t.blue;
-        const int score = calc_PiPeiShu(block, m, v);
-        EXPECT_GE(score, 1);
-        expected.emplace_back(score, t.serial);
-    }
-    std::sort(expected.begin(), expected.end());
-    // The three lowest, 序号 breaking ties on the score.
-    std::vector<int> keep{expected[0].second, expected[1].second, expected[2].second};
-    std::sort(keep.begin(), keep.end());
-
-    ui().answerText(QStringLiteral("3"));
+    ASSERT_EQ(init_TouZhu(kIssue), 14);
+    ui().answerText(QStringLiteral("2"));
     cmmTouZhu_Click(kCmdSelect);
-    std::vector<int> left;
-    for (const auto& [serial, scratch] : serialAndScratch()) {
-        left.push_back(serial);
-        EXPECT_EQ(scratch, 999);
-    }
-    EXPECT_EQ(left, keep);  // 序号 keeps its gaps
+    // 22 and the first of the two 79s; 序号 keeps its gaps.
+    EXPECT_EQ(serialAndScratch(), (std::vector<std::pair<int, int>>{{12, 999}, {14, 999}}));
     EXPECT_EQ(ui().messages().last(), msg::kSelectDone);
     // The result replaces the in-progress line and gives what the tickets left cost.
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 %1 注，%2 元")
-            .arg(to_QuanJiao(int(keep.size())), to_QuanJiao(2 * int(keep.size())))));
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元")));
     EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("分析正在进行中")));
-
-    // More than there are: all stay.
+    // More than there are: all stay. Zero or a cancel: nothing runs.
     ui().answerText(QStringLiteral("100"));
     cmmTouZhu_Click(kCmdSelect);
-    EXPECT_EQ(serialAndScratch().size(), keep.size());
-    // Tickets tied on score and 序号 at the cut all stay.
-    int low = 1000, tied = 0;
-    for (const auto& [score, serial] : expected)
-        if (std::count(keep.begin(), keep.end(), serial)) low = std::min(low, score);
-    for (const auto& [score, serial] : expected)
-        tied += std::count(keep.begin(), keep.end(), serial) && score == low;
-    store_Execute(QStringLiteral("UPDATE 日志表 SET 序号=1"));
-    run_JingXuan(kIssue, 1);
-    EXPECT_EQ(int(serialAndScratch().size()), tied);
-    store_Execute(QStringLiteral("UPDATE 日志表 SET 序号=ID"));
-    keep.resize(size_t(tied));
-    // Zero or a cancel: nothing runs.
     ui().answerText(QString());
     cmmTouZhu_Click(kCmdSelect);
-    EXPECT_EQ(serialAndScratch().size(), keep.size());
+    EXPECT_EQ(serialAndScratch().size(), 2u);
+
+    // Tickets tied with the last one kept on score and 序号 stay too.
+    store_Execute(QStringLiteral("DELETE FROM 日志表"));
+    init_TouZhu(kIssue);
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 序号=1"));
+    run_JingXuan(kIssue, 2);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表")), 3);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 红球1=1")), 1);
 }
 
-TEST_F(SelectionTest, SmartOptimisationScoresTheUpperFortyPerCent) {
-    addHistory();
-    pickRange(1, 8, kPickDrag);
-    pickRange(101, 101, kPickDrag);
-    EXPECT_EQ(init_TouZhu(kIssue), 28);
-    // Switch off: nothing written.
+TEST_F(SelectionTest, SmartOptimisationZeroesTheLowestSixtyPerCent) {
+    addSameDraws();
+    pickRange(1, 7, kPickDrag);
+    pickRange(101, 102, kPickDrag);
+    ASSERT_EQ(init_TouZhu(kIssue), 14);
+    // Switch off, or t 7: nothing written.
     store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=-5"));
     run_ZhiNengYouHua(kIssue, 6);
-    for (const auto& [serial, scratch] : serialAndScratch()) EXPECT_EQ(scratch, -5);
     Check_auto_Click(true);
-    run_ZhiNengYouHua(kIssue, 7);  // t 7: nothing either
-    for (const auto& [serial, scratch] : serialAndScratch()) EXPECT_EQ(scratch, -5);
+    run_ZhiNengYouHua(kIssue, 7);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 临时数据<>-5")), 0);
 
+    // The nine lowest of 14 (60 per cent, rounded up) go to 0, the rest keep their scores.
     run_ZhiNengYouHua(kIssue, 6);
-    const auto scored = serialAndScratch();
-    // 60 per cent of 28 rounds up to 17, plus the rows tied with the 17th: all at 0, the others
-    // keep scores no lower than the cut.
-    const int zeros = int(std::count_if(scored.begin(), scored.end(), [](auto p) { return p.second == 0; }));
-    EXPECT_GE(zeros, 17);
-    for (const auto& [serial, scratch] : scored) EXPECT_TRUE(scratch == 0 || scratch >= 1);
+    std::vector<std::pair<int, int>> expected;
+    for (int serial = 1; serial <= 14; ++serial)
+        expected.emplace_back(serial, serial <= 5 ? kScores[serial] : 0);
+    EXPECT_EQ(serialAndScratch(), expected);
     EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[ 智能优化 ] 完 成 ")));
 }
 

@@ -341,6 +341,60 @@ TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
     EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户停止！")));
 }
 
+// The screen of a player who presses Stop as soon as the optimiser starts, and how often the
+// window was pumped after that.
+struct StopAtTheOptimiser : ScriptedScreen {
+    int pumpsAfterStop = 0;
+    void ui_Set(const QString& role, const QString& property, const QVariant& value) override {
+        ScriptedScreen::ui_Set(role, property, value);
+        if (value == QStringLiteral("优化中")) shared().tingZhi = 1;
+    }
+    void ui_Pump() override {
+        pumpsAfterStop += shared().tingZhi != 0;
+        ScriptedScreen::ui_Pump();
+    }
+};
+
+// The optimised shrink as the command runs it: fewer tickets than the plain scan, the guarantee
+// proved, 序号 renumbered and the coverage of the issue at hand. A Stop during the search ends it
+// at once with the best set so far, as a finished shrink.
+TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
+    QRandomGenerator rng(5);
+    const std::vector<Row> set = fullSet(10, 2, rng, 0);  // 420 tickets
+    insert(set);
+    shared().biaoJiQingLing = 1;
+    const int plain = run_SuoShui(5, kIssue);
+    shared().shrinkOptimised = true;
+    shared().shrinkBudgetSeconds = 1;
+    StopAtTheOptimiser stopping;
+    for (bool stop : {false, true}) {
+        store_Execute(QStringLiteral("DELETE FROM 日志表"));
+        insert(set);
+        if (stop) shared().screen = &stopping;
+        const int kept = run_SuoShui(5, kIssue);
+        const auto after = rows();
+        if (!stop) EXPECT_LT(kept, plain);
+        EXPECT_LE(kept, plain);
+        ASSERT_EQ(int(after.size()), kept) << stop;
+        for (size_t i = 0; i < after.size(); ++i) {
+            EXPECT_EQ(after[i].serial, int(i) + 1);
+            EXPECT_EQ(after[i].mark, 5);
+        }
+        for (const Row& before : set)
+            ASSERT_TRUE(std::any_of(after.begin(), after.end(), [&](const Row& a) {
+                return shared7(before, a) >= 5;
+            })) << stop;
+        const QString coverage = QStringLiteral("若开奖号码在过滤后的 420 注之中: 中7球 %1 注").arg(kept);
+        EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(kept) +
+                                                   QStringLiteral(" 注，")))
+            << stop;
+        EXPECT_TRUE(shared().operationLog.endsWith(coverage_OfIssue(kIssue)));
+        EXPECT_TRUE(coverage_OfIssue(kIssue).startsWith(coverage)) << coverage_OfIssue(kIssue).toStdString();
+        EXPECT_EQ(shared().tingZhi, 0);
+    }
+    EXPECT_LE(stopping.pumpsAfterStop, 1);
+}
+
 TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
     pickRange(1, 10, kPickDrag);
     pickRange(101, 101, kPickDrag);

@@ -22,15 +22,7 @@ TEST(PrizeTier, EveryHitCountByTheTable) {
 class CheckMergeTest : public PipelineTest {
   protected:
     CheckMergeTest() { shared().paths = paths(); }
-    // Adds a ticket with the next 序号 and ID; returns its 序号.
-    static int add(IssueNumber issue, const Reds& r, int blue) {
-        const int next = intScalar(QStringLiteral("select ifnull(max(序号),0) from 日志表")) + 1;
-        store_Execute(
-            QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                           "VALUES (?,?,?,?,?,?,?,?,?,?)"),
-            {next, next, issue, r[1], r[2], r[3], r[4], r[5], r[6], blue});
-        return next;
-    }
+    static int add(IssueNumber issue, const Reds& r, int blue) { return addTicket(issue, r, blue); }
     static std::pair<int, int> hits(int serial) {
         auto c = store_Query(QStringLiteral("select 红球中,蓝球中 from 日志表 where 序号=?"), {serial});
         return {c->intValue(0), c->intValue(1)};
@@ -82,15 +74,21 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     EXPECT_EQ(money.total, 201346 + 3025);
     EXPECT_FALSE(money.unknown);
     EXPECT_EQ(money.cost, 12);
+    // Tier 1 from the notice like the others.
+    add(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
+    store_Execute(QStringLiteral("UPDATE 奖级奖金 SET 注数=3, 奖金=6821493 WHERE 奖级=1"));
+    check_KaiJiang(kIssue);
+    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元")));
+    EXPECT_EQ(prize_MoneyOfChecked(kIssue).total, 6821493 + 201346 + 3025);
 }
 
 TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
     const int t = add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
     store_Execute(QStringLiteral("UPDATE 日志表 SET 红球中=9, 蓝球中=9"));
     EXPECT_EQ(check_KaiJiang(kIssue), 0);
-    EXPECT_EQ(ui().messages(), QStringList{QStringLiteral(
-                                   "当前表格或历史开奖数据中没有第２００８１１８期的数据！\\n\\n"
-                                   "          无法核对哦^_^！！")});
+    EXPECT_EQ(ui().messages(),
+              QStringList{QStringLiteral("当前表格或历史开奖数据中没有第２００８１１８期的数据！\\n\\n"
+                                         "          无法核对哦^_^！！")});
     EXPECT_EQ(ui().messageTitles(), QStringList{QStringLiteral("出错啦!")});
     EXPECT_EQ(hits(t), std::make_pair(9, 9));
     EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("DRAWN")).isEmpty());

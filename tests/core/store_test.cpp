@@ -359,11 +359,8 @@ TEST(Clock, FixedDayAndSystemClock) {
 class PackTest : public DovrexTest {
   protected:
     QString file(const QString& name, const QByteArray& bytes) {
-        const QString path = tempPath(name);
-        QFile f(path);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return path;
+        EXPECT_TRUE(writeFile(tempPath(name), bytes));
+        return tempPath(name);
     }
     QString storeFile() {
         const QString path = tempPath(QStringLiteral("store.dat"));

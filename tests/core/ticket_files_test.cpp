@@ -146,13 +146,6 @@ class TicketFilesTest : public PipelineTest {
   protected:
     TicketFilesTest() { shared().paths = paths(); }
 
-    static void addTicket(IssueNumber issue, const Reds& r, int blue) {
-        const int next = intScalar(QStringLiteral("select count(*) from 日志表")) + 1;
-        store_Execute(
-            QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                           "VALUES (?,?,?,?,?,?,?,?,?,?)"),
-            {next, next, issue, r[1], r[2], r[3], r[4], r[5], r[6], blue});
-    }
     // Seven tickets of varied numbers, reds in no particular order.
     static void addSample(IssueNumber issue = kIssue) {
         for (int i = 0; i < 7; ++i)
@@ -160,11 +153,8 @@ class TicketFilesTest : public PipelineTest {
     }
     QString exportPath() const { return QDir(paths().programDir).filePath(kDaoChuFileName); }
     QString writeFile(const QString& name, const QByteArray& bytes) const {
-        const QString path = tempPath(name);
-        QFile f(path);
-        f.open(QIODevice::WriteOnly);
-        f.write(bytes);
-        return path;
+        EXPECT_TRUE(test::writeFile(tempPath(name), bytes));
+        return tempPath(name);
     }
     using Balls = std::vector<std::tuple<int, Reds, int>>;
     static Balls balls() {

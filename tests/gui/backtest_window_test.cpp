@@ -58,9 +58,6 @@ TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
     EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("Label_HuiCeJieGuo"))
                     ->text()
                     .contains(QStringLiteral("回测 100 期")));
-    // DOVREX_SCREENSHOTS=<folder> keeps a picture of the window.
-    if (const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS"); !dir.isEmpty())
-        window->grab().save(dir + QStringLiteral("/backtest-window.png"));
 }
 
 }  // namespace

@@ -162,11 +162,6 @@ TEST_F(HistoryPageTest, TheSelectedDrawShowsItsPrizeTable) {
     EXPECT_TRUE(prizes->text().startsWith(
         QStringLiteral("2026096 期奖金　一等奖：8 注 6821493 元　二等奖：奖金未知")))
         << prizes->text().toStdString();
-    // DOVREX_SCREENSHOTS=<folder> keeps a picture of the page at 1366x768.
-    if (const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS"); !dir.isEmpty()) {
-        window_->resize(1366, 768);
-        window_->grab().save(dir + QStringLiteral("/history-page.png"));
-    }
 }
 
 }  // namespace

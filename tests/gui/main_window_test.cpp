@@ -33,6 +33,7 @@
 #include "screen/shared_state.h"
 #include "store/store.h"
 #include "support/draw_list_server.h"
+#include "support/test_support.h"
 #include "ui/history/history_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
@@ -208,24 +209,6 @@ TEST_F(MainWindowTest, ExitWritesThePackAndARestartFindsTheChanges) {
     EXPECT_EQ(screen->statusText(1), msg::historyMissingText(1));
 }
 
-TEST_F(MainWindowTest, ExitAnsweredNoKeepsTheWindowAndThePack) {
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
-    ASSERT_TRUE(s->start());
-    store_Execute(QStringLiteral("DELETE FROM 历史记录"));
-    QFile pack(paths_.dataPack());
-    ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
-    const QByteArray before = pack.readAll();
-    pack.close();
-
-    EXPECT_FALSE(s->window()->close());
-    EXPECT_TRUE(s->window()->isVisible());
-    EXPECT_FALSE(s->window()->hasExited());
-    EXPECT_FALSE(QFileInfo::exists(paths_.bakPack()));
-    ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
-    EXPECT_EQ(pack.readAll(), before);
-}
-
 TEST_F(MainWindowTest, StartsThatMustStopSayWhy) {
     ScriptedScreen* first = nullptr;
     auto running = session(first);
@@ -241,10 +224,7 @@ TEST_F(MainWindowTest, StartsThatMustStopSayWhy) {
     EXPECT_EQ(latest_QiHao(), 2026096);
     running.reset();
 
-    QFile pack(paths_.dataPack());
-    ASSERT_TRUE(pack.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    pack.write("ab");
-    pack.close();
+    ASSERT_TRUE(test::writeFile(paths_.dataPack(), "ab"));
     ScriptedScreen* screen = nullptr;
     auto s = session(screen);
     EXPECT_FALSE(s->start());

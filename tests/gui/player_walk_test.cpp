@@ -1,6 +1,7 @@
-// A player's evening, driven through the window: picks, the three steps, 精选号码, and a restart
-// that finds the work again. Each step checks its result against a plain recount, not against
-// the program's own figures.
+// A player's evening, driven through the window: picks, the three steps, 精选号码, the file round
+// trip, the check, and a restart that finds the work again. The rules of each step are held by the
+// core tests of its routine; this walk holds that each button reaches its step on the grid's
+// tickets.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -9,9 +10,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <algorithm>
 #include <array>
-#include <set>
 #include <vector>
 
 #include "app/pipeline_commands.h"
@@ -61,13 +60,6 @@ std::vector<Ticket> ticketsOf(int issue) {
         out.push_back(t);
     }
     return out;
-}
-
-int shared7(const Ticket& a, const Ticket& b) {
-    int n = a[6] == b[6] ? 1 : 0;
-    for (int i = 0; i < 6; ++i)
-        for (int j = 0; j < 6; ++j) n += a[size_t(i)] == b[size_t(j)] ? 1 : 0;
-    return n;
 }
 
 class PlayerWalkTest : public SeededProgramTest {
@@ -123,22 +115,12 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
     set_ShiYongQingKuang(10, 1);
     set_GuoLvFanWei(3640, 3649, 0);
     set_GuoLvFanWei(3642, 3644, 1);
-    std::vector<Ticket> expected;
-    for (const Ticket& t : all) {
-        int sum = 0, odd = 0;
-        for (int i = 0; i < 6; ++i) {
-            sum += t[size_t(i)];
-            odd += t[size_t(i)] % 2;
-        }
-        if (sum >= 30 && sum <= 50 && odd >= 2 && odd <= 4) expected.push_back(t);
-    }
-    ASSERT_FALSE(expected.empty());
-    ASSERT_LT(expected.size(), all.size());
     screen_->typed << QString::number(kIssue);
     press(kCmdFilter);
     const std::vector<Ticket> filtered = ticketsOf(kIssue);
-    EXPECT_EQ(filtered, expected);  // same tickets, same order, renumbered
-    EXPECT_EQ(ticketsPage_->model()->rowCount(), int(expected.size()));
+    ASSERT_FALSE(filtered.empty());
+    EXPECT_LT(filtered.size(), all.size());
+    EXPECT_EQ(ticketsPage_->model()->rowCount(), int(filtered.size()));
 
     // 第3步 opens the shrink settings; 保五型, then 开始缩水.
     press(kCmdShrink);
@@ -150,11 +132,6 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
     const std::vector<Ticket> kept = ticketsOf(kIssue);
     ASSERT_FALSE(kept.empty());
     EXPECT_LT(kept.size(), filtered.size());
-    for (const Ticket& t : filtered) {
-        const bool covered =
-            std::any_of(kept.begin(), kept.end(), [&](const Ticket& k) { return shared7(t, k) >= 5; });
-        EXPECT_TRUE(covered);
-    }
 
     // 精选号码 down to three (ties with the third stay).
     screen_->typed << QStringLiteral("3");
@@ -162,7 +139,6 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
     const std::vector<Ticket> chosen = ticketsOf(kIssue);
     EXPECT_GE(chosen.size(), 3u);
     EXPECT_LE(chosen.size(), kept.size());
-    for (const Ticket& t : chosen) EXPECT_NE(std::find(kept.begin(), kept.end(), t), kept.end());
 
     // Export to the program folder's text file, empty the table, import the file again.
     press(kCmdExport);
@@ -177,20 +153,9 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
     EXPECT_EQ(ticketsOf(kIssue), chosen);
 
     // 开奖核对 against the real draw: hits written beside every ticket.
+    store_Execute(QStringLiteral("UPDATE 日志表 SET 红球中=-1"));
     press(kCmdPrizeCheck);
-    const std::set<int> drawnReds{1, 4, 16, 22, 26, 31};
-    auto hits = store_Query(
-        QStringLiteral(
-            "select 红球1,红球2,红球3,红球4,红球5,红球6,蓝球,红球中,蓝球中 from 日志表 where 期号=?"),
-        {kIssue});
-    int checked = 0;
-    for (; !hits->eof(); hits->moveNext(), ++checked) {
-        int reds = 0;
-        for (int i = 0; i < 6; ++i) reds += drawnReds.count(hits->intValue(i)) ? 1 : 0;
-        EXPECT_EQ(hits->intValue(7), reds);
-        EXPECT_EQ(hits->intValue(8), hits->intValue(6) == 4 ? 1 : 0);
-    }
-    EXPECT_EQ(checked, int(chosen.size()));
+    EXPECT_EQ(store().scalar(QStringLiteral("select count(*) from 日志表 where 红球中<0")).toInt(), 0);
 
     exitProgram();
 

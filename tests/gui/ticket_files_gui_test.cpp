@@ -82,9 +82,7 @@ TEST(FromFileDialog, IssueBoxFollowsTheLayoutAndNeedsSevenDigits) {
 class DrawnBallsTest : public FreshStoreTest {};
 
 TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
-    store_Execute(
-        QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                       "VALUES (1,1,2008118,4,5,6,7,8,9,1)"));
+    addTicket(2008118, makeReds(4, 5, 6, 7, 8, 9));
     QWidget window;
     auto* view = new QTableView(&window);
     view->setObjectName(QStringLiteral("TDBGrid_RZ"));

@@ -16,6 +16,7 @@
 #include "results/ticket_export.h"
 #include "screen/run_panel.h"
 #include "screen/ticket_page.h"
+#include "support/test_support.h"
 #include "ui/tickets/ticket_printer.h"
 
 namespace dovrex {
@@ -90,11 +91,7 @@ TEST_F(TicketPrintTest, StopLeavesTheFileThatWasThere) {
     fillTickets();
     window_->selectPage(TopPage::Tickets);
     const QString path = tmp_.filePath(QStringLiteral("old.pdf"));
-    {
-        QFile old(path);
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        old.write("old");
-    }
+    ASSERT_TRUE(test::writeFile(path, "old"));
     screen_->file = path;
     // Pressed once a few thousand tickets are drawn, however fast the machine is.
     const auto pressed = pressStopAt(5000);

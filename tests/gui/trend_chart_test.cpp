@@ -4,7 +4,6 @@
 
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QDir>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -75,17 +74,6 @@ TEST_F(TrendChartTest, HeadIssuesAndConditionStayInViewWhileTheBodyScrolls) {
         EXPECT_TRUE(inView(panel->head(), panel)) << name;
     }
     EXPECT_GE(charts, 15);
-}
-
-// DOVREX_SCREENSHOTS=<folder> keeps a picture of every condition page at 1366x768.
-TEST_F(TrendChartTest, PicturesOfTheConditionPages) {
-    const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS");
-    if (dir.isEmpty()) GTEST_SKIP() << "no DOVREX_SCREENSHOTS";
-    for (int tab = 1; tab <= ConditionsPage::kTabs; ++tab) {
-        open(tab);
-        window_->grab().save(
-            QDir(dir).filePath(QStringLiteral("condition-page-%1.png").arg(tab, 2, 10, QLatin1Char('0'))));
-    }
 }
 
 // The chooser ends the chart at an earlier issue.

@@ -93,6 +93,18 @@ void alterStoreFile(const QString& file, const QString& sql) {
         << (error ? error : "") << ' ' << sql.toStdString();
     sqlite3_free(error);
     sqlite3_close(db);
+bool writeFile(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
+}
+
+int addTicket(IssueNumber issue, const Reds& reds, int blue) {
+    const int next = intScalar(QStringLiteral("select ifnull(max(max(ID), max(序号)), 0) from 日志表")) + 1;
+    store_Execute(
+        QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                       "VALUES (?,?,?,?,?,?,?,?,?,?)"),
+        {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
+    return next;
 }
 
 ProgramFolderTest::ProgramFolderTest() {

@@ -339,7 +339,7 @@ TEST_F(AppFlowTest, ShortBallColorStopsTheStart) {
     makePack(seedStore(), paths().dataPack());
     const QByteArray pack = fileBytes(paths().dataPack());
     AppFlow flow(paths());
-    EXPECT_EQ(flow.start(), StartOutcome::BallColorShort);
+    EXPECT_EQ(flow.start(), StartOutcome::DataPackUnreadable);  // a store short of colours is unsound
     EXPECT_EQ(startMessage(StartOutcome::BallColorShort), QStringLiteral("程序初始化出错,即将退出。。。"));
     EXPECT_EQ(shared().g_Store, nullptr);
     EXPECT_EQ(fileBytes(paths().dataPack()), pack);  // the store is not saved

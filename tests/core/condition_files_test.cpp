@@ -237,7 +237,7 @@ TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
     for (int id : {1, 1100, 3305, 5079}) EXPECT_EQ(value(id), 0) << id;
     EXPECT_EQ(switchOn(76), 0);
     EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
-    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=9 WHERE ID=1100"));
+    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID=1101"));
     beginUserSwitch();
 
     // Names match without regard to case, passwords with it.
@@ -248,7 +248,7 @@ TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
     expectSet(1);
     beginUserSwitch();
     ASSERT_EQ(login_Submit(QStringLiteral("bob"), QString()), LoginResult::LoggedIn);
-    EXPECT_EQ(value(1100), 9);
+    EXPECT_EQ(value(1101), 1);
 
     // The guest logs in without a password and leaves no file of its own behind.
     const QByteArray guestFile = test::fileBytes(userFilePath(kGuestUser));

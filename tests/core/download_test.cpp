@@ -69,10 +69,10 @@ TEST(DrawList, ADrawIsReadAtItsFixedPlacesAndBadBallsAreFolded) {
     EXPECT_EQ(d.reds, makeReds(10, 11, 12, 13, 26, 28));
     EXPECT_EQ(d.blue, 11);
     ASSERT_TRUE(parse_QiHao(2003002, text, d));
-    EXPECT_EQ(d.reds, makeReds(31, 0, 0, 20, 21, 26));  // 99 and 34 folded modulo 34
-    EXPECT_EQ(d.blue, 3);                               // 20 modulo 17
-    EXPECT_FALSE(parse_QiHao(2003003, text, d));        // a date that does not read
-    EXPECT_FALSE(parse_QiHao(2003004, text, d));        // cut before the end of its blue
+    EXPECT_EQ(d.reds, makeReds(99, 34, 0, 20, 21, 26));  // read as they stand, for the check to refuse
+    EXPECT_EQ(d.blue, 20);
+    EXPECT_FALSE(parse_QiHao(2003003, text, d));  // a date that does not read
+    EXPECT_FALSE(parse_QiHao(2003004, text, d));  // cut before the end of its blue
     EXPECT_FALSE(parse_QiHao(2003005, text, d));
 }
 

@@ -149,7 +149,8 @@ class TicketFilesTest : public PipelineTest {
     // Seven tickets of varied numbers, reds in no particular order.
     static void addSample(IssueNumber issue = kIssue) {
         for (int i = 0; i < 7; ++i)
-            addTicket(issue, makeReds(33 - i, 1 + i, 10 + i, 20, 5 + 2 * i, 31 - 3 * i), 1 + (i * 5) % 16);
+            addTicket(issue, makeReds(33 - i, 1 + i, 10 + i, 20, 5 + 2 * i + 2 * (i == 5), 31 - 3 * i),
+                      1 + (i * 5) % 16);  // six different reds in each
     }
     QString exportPath() const { return QDir(paths().programDir).filePath(kDaoChuFileName); }
     QString writeFile(const QString& name, const QByteArray& bytes) const {

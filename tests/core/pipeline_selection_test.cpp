@@ -96,7 +96,8 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
     EXPECT_EQ(ui().messages().last(), msg::kSelectDone);
     // The result replaces the in-progress line and gives what the tickets left cost.
     EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("\r\n\r\n[ 号码分析 ] 完 成 ，共 %1 注，%2 元").arg(keep.size()).arg(2 * keep.size())));
+        QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 %1 注，%2 元")
+            .arg(to_QuanJiao(int(keep.size())), to_QuanJiao(2 * int(keep.size())))));
     EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("分析正在进行中")));
 
     // More than there are: all stay.

@@ -11,6 +11,7 @@
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
 #include "screen/ticket_page.h"
+#include "store/all_or_nothing.h"
 
 namespace dovrex {
 
@@ -81,7 +82,7 @@ QString runLog(const SpaceResult& r, IssueNumber issue) {
 }
 
 void writeSurvivors(IssueNumber issue, const SpaceResult& r, bool dropOld) {
-    Transaction tx(store());
+    AllOrNothing change(store());
     store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号<>?"), {issue});
     if (dropOld) store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
     long long key = store().scalar(QStringLiteral("SELECT max(ID) FROM 日志表")).toLongLong();
@@ -97,6 +98,7 @@ void writeSurvivors(IssueNumber issue, const SpaceResult& r, bool dropOld) {
         insert.bind(10, t.blue).bind(11, t.formula).bind(12, mark);
         insert.exec();
     }
+    change.commit();
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ std::shared_ptr<Cursor> open_HaoMaFenBu() {
 }
 
 int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue) {
-    screen().ui_Status(1, QStringLiteral(" 》》》》》 正在加载历史数据 《《《《《  "));
+    screen().ui_Status(2, QStringLiteral(" 》》》》》 正在加载历史数据 《《《《《  "));
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("visible"), false);
     store_Execute(QStringLiteral("DELETE FROM 号码分布 "));
     auto draws = openDraws(fromIssue, toIssue);
@@ -171,7 +171,7 @@ int fill_HaoMaFenBu(IssueNumber fromIssue, IssueNumber toIssue) {
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("visible"), true);
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("caption"), fenBu_Caption());
     screen().ui_Set(role::TDBGrid_FenBu, QStringLiteral("tooltip"), fenBu_Tip());
-    screen().ui_Status(1, QString());
+    screen().ui_Status(2, QString());
     return done;
 }
 

@@ -10,6 +10,13 @@ namespace dovrex {
 
 namespace {
 
+// What the analysis says where it was started, once its marks are on the pick page.
+QString analysisDoneText(IssueNumber issue) {
+    return QStringLiteral(
+               "第 %1 期的号码开出概率分析已完成：\r\n开出概率低的号码已在“选取号码”页的号码上标出。")
+        .arg(issue);
+}
+
 int numberFromSeed(UniformRandom& rnd, int t, int x, double scale, int modulus) {
     const float u = rnd(-(t + x));
     const auto v = static_cast<std::int32_t>(roundHalfEven(double(u) * scale + 1.0));
@@ -286,7 +293,7 @@ void cmd_FX_Click() {
     struct Restore {
         ~Restore() {
             screen().ui_RefreshPicks();
-            screen().ui_Status(1, QString());
+            screen().ui_Status(2, QString());
             screen().ui_Set(role::cmd_FX, QStringLiteral("enabled"), true);
         }
     } restore;
@@ -296,10 +303,12 @@ void cmd_FX_Click() {
             ui.ui_AskText(QStringLiteral("分析哪期的号码？"), QStringLiteral("号码开出概率分析"),
                           QString::number(next_QiHao(Clock::today())));
         const auto issue = IssueNumber(roundHalfEven(leadingNumber(answer.trimmed().left(7))));
-        ui.ui_Status(1, QStringLiteral("号码开出概率分析正在进行中。。。。。。"));
+        // The work under way goes to the middle of the status line; the history's state stays.
+        ui.ui_Status(2, QStringLiteral("号码开出概率分析正在进行中。。。。。。"));
         if (issue > 0) {
             calc_HongQiuGaiLv(issue, 8);
             calc_LanQiuGaiLv(issue, 5);
+            ui.ui_TimedTip(analysisDoneText(issue), 5);
         }
     } catch (const StoreError&) {
         // The command's general trap: leave silently, keeping what was written.

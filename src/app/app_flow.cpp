@@ -10,10 +10,12 @@
 #include <chrono>
 #include <limits>
 
+#include "app/status_line.h"
 #include "domain/game.h"
 #include "filters/condition_files.h"
 #include "history/history_queries.h"
 #include "screen/shared_state.h"
+#include "store/ini_file.h"
 #include "store/pack.h"
 #include "store/store.h"
 #include "users/users.h"
@@ -183,24 +185,45 @@ QString saveMessage(SaveOutcome outcome) {
     return {};
 }
 
+QString drawStatusText(IssueNumber latest, DateValue latestDate, IssueNumber next, DateValue nextDate,
+                       const QDate& today) {
+    return QStringLiteral("  最新：%1 期 %2 开奖  │  下期：%3 期 %4 开奖  │  今天：%5  ")
+        .arg(latest)
+        .arg(dateText(latestDate))
+        .arg(next)
+        .arg(dateText(nextDate))
+        .arg(dateText(today));
+}
+
 bool history_Status() {
     const IssueNumber latest = latest_QiHao();
     const DateValue latestDate = latest_KaiJiangRi();
     const DateValue next = next_KaiJiangRi(shared().g_DrawDays, latestDate);
-    const QString blanks(5, u' ');
     const QDate today = Clock::today();
-    screen().ui_Status(3, blanks + QStringLiteral("※※※  ") + QString::number(latest) +
-                              QStringLiteral(" 期 于 ") + dateText(next) + QStringLiteral(" 开奖") + blanks +
-                              QStringLiteral("今天是： ") + dateText(today) + QStringLiteral("  ※※※") +
-                              blanks);
     // With no draw at all the next date comes from the fallback date far in the future; the
     // history is plainly not up to date then.
     const bool empty = earliest_QiHao() == 0;
+    // The issue number starts again at 001 with the first draw of a year.
+    const int nextYear = toQDate(next).year();
+    const IssueNumber nextIssue = nextYear > latest / 1000 ? nextYear * 1000 + 1 : latest + 1;
+    screen().ui_Status(
+        3, empty ? msg::noDrawStatusText(today) : drawStatusText(latest, latestDate, nextIssue, next, today));
     const bool stale = empty || toQDate(next) < today;
     const int missing = empty ? 0 : missing_DrawCount(shared().g_DrawDays, latestDate, today);
-    screen().ui_Status(1, !stale ? msg::kHistoryUpToDate
-                                 : missing > 0 ? msg::historyMissingText(missing) : msg::kHistoryStale);
+    screen().ui_Status(1, !stale        ? msg::kHistoryUpToDate
+                          : missing > 0 ? msg::historyMissingText(missing)
+                                        : msg::kHistoryStale);
     return stale;
+}
+
+bool downloadOfferDue(const AppPaths& paths) {
+    CIniFile ini;
+    ini.SpecifyIni(paths.programDir + QStringLiteral("/dovrex.ini"));
+    const QString today = dateText(Clock::today());
+    if (ini.ReadString(QStringLiteral("Download"), QStringLiteral("LastOffer"), QString()) == today)
+        return false;
+    ini.WriteString(QStringLiteral("Download"), QStringLiteral("LastOffer"), today);
+    return true;
 }
 
 bool AppFlow::history_Status() {

@@ -1,6 +1,8 @@
 #include "calendar/bazi_haoma.h"
 
 #include <QStringList>
+#include <algorithm>
+#include <vector>
 
 #include "calendar/nongli.h"
 
@@ -103,22 +105,27 @@ QString make_BaziHaoMa(const BaziState& state) {
                 nums += two(JiaZiBiao[i].fanXu) + QLatin1Char(' ');
     }
 
-    QString result;
+    // The first six distinct reds, printed in ascending order as every ticket is; the number after
+    // them that can be a blue is the blue.
+    std::vector<int> reds;
     bool used[34] = {};
-    int c = 0;
+    int blue = 0;
     for (const QString& item : nums.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const int v = item.toInt();
-        if (c < 6) {
+        if (reds.size() < 6) {
             if (v >= 1 && v <= 33 && !used[v]) {
-                result += two(v) + QLatin1Char(' ');
+                reds.push_back(v);
                 used[v] = true;
-                ++c;
             }
         } else if (v >= 1 && v <= 16) {
-            return result.trimmed() + QLatin1Char('+') + two(v);
+            blue = v;
+            break;
         }
     }
-    return result.trimmed();
+    std::sort(reds.begin(), reds.end());
+    QStringList text;
+    for (int v : reds) text << two(v);
+    return text.join(QLatin1Char(' ')) + (blue > 0 ? QLatin1Char('+') + two(blue) : QString());
 }
 
 }  // namespace dovrex

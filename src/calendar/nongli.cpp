@@ -290,10 +290,11 @@ QString get_LunarMonthName(int month) {
 
 QString get_LunarDayName(int day) {
     if (day <= 10) return QStringLiteral("初") + ShuZi[day - 1];
-    if (day < 20) return QStringLiteral("拾") + ShuZi[day % 10 - 1];
-    if (day == 20) return QStringLiteral("廿拾");
+    // As calendars print them: 十一 .. 十九, 二十, 廿一 .. 廿九, 三十.
+    if (day < 20) return QStringLiteral("十") + ShuZi[day % 10 - 1];
+    if (day == 20) return QStringLiteral("二十");
     if (day < 30) return QStringLiteral("廿") + ShuZi[day % 10 - 1];
-    return QStringLiteral("卅拾");
+    return QStringLiteral("三十");
 }
 
 QString get_NaYin(const QString& ganZhi) {

@@ -15,7 +15,7 @@ using R = ReportKind;
 // clang-format off
 const std::vector<ConditionEntry> kCatalogue = {
     {0, 0, 0, -1, 28, u"历史数据过滤", nullptr, nullptr, L::None, 0, -1, 0, nullptr, R::None, 24, kNoSlot, u"filter_LiShi", u"[历史数据过滤]", false},
-    {1, 1, 1000, 1183, 2, u"和值", nullptr, u"和值", L::Numbers, 15, 183, 1, u" 和值取值范围： ", R::Runs, 1, kNoSlot, u"filter_HeZhi", u"[ 和 值 ]", true},
+    {1, 1, 1000, 1183, 2, u"和值", nullptr, u"和值", L::Numbers, 21, 183, 1, u" 和值取值范围： ", R::Runs, 1, kNoSlot, u"filter_HeZhi", u"[ 和 值 ]", true},
     {2, 1, 2000, 2170, 3, u"奇数和值", nullptr, u"奇数和值", L::Numbers, 0, 155, 5, u" 奇数和值取值范围： ", R::Runs, 5, kNoSlot, u"filter_JiShuHeZhi", u"[奇数和值]", true},
     {3, 1, 3000, 3170, 4, u"偶数和值", nullptr, u"偶数和值", L::Numbers, 0, 150, 6, u" 偶数和值取值范围： ", R::Runs, 6, kNoSlot, u"filter_OuShuHeZhi", u"[偶数和值]", true},
     {4, 1, 3300, 3340, 5, u"跨度", nullptr, u"跨度", L::Numbers, 5, 32, 7, u" 跨度取值范围： ", R::Runs, 17, kNoSlot, u"filter_KuaDu", u"[ 跨 度 ]", true},

@@ -1,9 +1,13 @@
 #include "filters/condition_editing.h"
 
+#include <algorithm>
+
 #include "domain/condition_catalogue.h"
 #include "domain/metrics.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
+#include "filters/history_range.h"
+#include "history/history_queries.h"
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -179,6 +183,19 @@ void writeHistoryMatch(const LiShiGuoLv& s) {
     c->setValue(QStringLiteral("最大值"), s.high);
     c->setValue(QStringLiteral("匹配值"), s.match);
     c->update();
+}
+
+void follow_NewestDraw(IssueNumber newestBefore) {
+    const IssueNumber newest = latest_QiHao();
+    if (newest <= newestBefore ||
+        store().scalar(QStringLiteral("select count(*) from 历史数据过滤")).toInt() == 0)
+        return;
+    LiShiGuoLv s = readHistoryMatch();
+    if (s.high != newestBefore) return;
+    const int draws = std::max(1, countIssues(s.low, s.high));
+    s.high = newest;
+    s.low = top_QiHao(newest, draws);
+    writeHistoryMatch(s);
 }
 
 int countIssues(IssueNumber low, IssueNumber high) {

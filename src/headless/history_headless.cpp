@@ -1,9 +1,11 @@
 #include "headless/history_headless.h"
 
 #include "domain/date_value.h"
+#include "filters/history_range.h"
 #include "headless/headless_runner.h"
 #include "history/draw_download.h"
 #include "history/draw_records.h"
+#include "history/history_queries.h"
 #include "screen/shared_state.h"
 
 namespace dovrex {
@@ -18,7 +20,9 @@ bool headless_DrawAdd(HeadlessRunner& r, const HeadlessArgs& a) {
     in.boxes[0] = a.words[0];
     for (int i = 1; i <= 7; ++i) in.boxes[size_t(i)] = a.words[i + 1];
     in.date = toQDate(*day);
+    const IssueNumber newest = latest_QiHao();
     if (!storeEnteredDraw(in)) return r.fail(QStringLiteral("draw not stored"));
+    follow_NewestDraw(newest);
     r.print(QStringLiteral("stored %1, next %2 on %3").arg(a.words[0], in.boxes[0], dateText(in.date)));
     return true;
 }
@@ -47,8 +51,11 @@ bool headless_DrawSearch(HeadlessRunner& r, const HeadlessArgs& a) {
 bool headless_Download(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     static const char* const words[] = {"updated", "failed", "error"};
+    const IssueNumber newest = latest_QiHao();
+    const DownloadResult result = downloadNewDraws(a.text);
+    follow_NewestDraw(newest);
     r.print(QStringLiteral("%1, next mirror %2")
-                .arg(QLatin1String(words[int(downloadNewDraws(a.text))]))
+                .arg(QLatin1String(words[int(result)]))
                 .arg(shared().g_MirrorIndex + 1));
     return true;
 }
@@ -57,7 +64,10 @@ bool headless_DownloadFile(HeadlessRunner& r, const HeadlessArgs& a) {
     if (!r.requireStore()) return false;
     if (a.text.isEmpty()) return r.fail(QStringLiteral("download-file <file>"));
     static const char* const words[] = {"updated", "failed", "error"};
-    r.print(QLatin1String(words[int(update_FromFile(a.text))]));
+    const IssueNumber newest = latest_QiHao();
+    const DownloadResult result = update_FromFile(a.text);
+    follow_NewestDraw(newest);
+    r.print(QLatin1String(words[int(result)]));
     return true;
 }
 

@@ -33,7 +33,7 @@ void show_HaoMaFenBu(IssueNumber issue) {
     for (int n = 1; n <= kRedCount; ++n) {
         if (count[size_t(n)] == 0) continue;
         text += kCrLf + to_QuanJiao(QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'))) +
-                QStringLiteral("：") + QString::number(count[size_t(n)]) + QStringLiteral(" 注.") + kCrLf;
+                QStringLiteral("：") + to_QuanJiao(count[size_t(n)]) + QStringLiteral(" 注.") + kCrLf;
     }
     log.show(text);
 }

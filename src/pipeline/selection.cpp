@@ -171,7 +171,7 @@ void run_JingXuan(IssueNumber issue, int n) {
         for (long long id : survivors) mark.bind(1, kChosen).bind(2, id).exec();
         delete_StoredTickets(issue, removed, survivors);
         if (!s.tingZhi)
-            log.show(QStringLiteral("[ 号码分析 ] 完 成 ，") + ticketsAndCost(int(survivors.size())));
+            log.show(QStringLiteral("[ 精选号码 ] 完 成 ，") + to_QuanJiao(ticketsAndCost(int(survivors.size()))));
     }
     screen().ui_Message(msg::kSelectDone);
     load_TouZhuBiao(issue);

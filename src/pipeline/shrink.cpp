@@ -30,7 +30,7 @@ int countTickets(IssueNumber issue) {
 
 QString resultLine(int t, int count) {
     return QStringLiteral("[") + shrinkCaption(t) + QStringLiteral("]缩水后余：") + to_QuanJiao(count) +
-           QStringLiteral(" 注，") + ticketsCost(count);
+           QStringLiteral(" 注，") + to_QuanJiao(ticketsCost(count));
 }
 
 struct TimerOff {

@@ -10,6 +10,7 @@
 #include <functional>
 
 #include "app/app_flow.h"
+#include "app/status_line.h"
 #include "store/pack.h"
 #include "support/test_support.h"
 
@@ -418,26 +419,44 @@ TEST_F(AppFlowTest, ReadOnlyProgramFolderIsToldAsSuch) {
 
 class HistoryStatusTest : public FreshStoreTest {};
 
+// A stale history is offered a download at the first start of a day only: a player without a
+// network is not asked again at every start.
+TEST_F(HistoryStatusTest, DownloadOfferedOnceADay) {
+    QDir().mkpath(paths().programDir);
+    for (const auto& [day, due] : {std::pair{QDate(2026, 1, 6), true},
+                                   {QDate(2026, 1, 6), false},
+                                   {QDate(2026, 1, 7), true}}) {
+        Clock::setToday(day);
+        EXPECT_EQ(downloadOfferDue(paths()), due) << day.toString().toStdString();
+    }
+}
+
 TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
     // An empty history is stale; its next draw date comes from the fallback date.
     Clock::setToday(QDate(2026, 1, 6));
     EXPECT_TRUE(history_Status());
     EXPECT_EQ(ui().lastStatus(1),
               QStringLiteral(" ◆◇◆→  历史记录： 不完整，请下载或手工添加开奖记录  ←◆◇◆  "));
-    EXPECT_TRUE(ui().lastStatus(3).contains(QStringLiteral("※※※  2003001 期 于 7384/")));
+    EXPECT_EQ(ui().lastStatus(3), msg::noDrawStatusText(QDate(2026, 1, 6)));
 
     // Last draw on Sunday 2026/01/04: the next is Tuesday 2026/01/06.
     addDraw(2026001, QStringLiteral("2026/01/04"), makeReds(1, 2, 3, 4, 5, 6));
     EXPECT_FALSE(history_Status());  // today is the draw day
     EXPECT_EQ(ui().lastStatus(1), QStringLiteral("  ☆☆☆  历史记录： 已更新！  ☆☆☆  "));
-    EXPECT_EQ(ui().lastStatus(3),
-              QStringLiteral("     ※※※  2026001 期 于 2026/01/06 开奖     今天是： 2026/01/06  ※※※     "));
+    EXPECT_EQ(ui().lastStatus(3), QStringLiteral("  最新：2026001 期 2026/01/04 开奖  │  下期：2026002 期 "
+                                                 "2026/01/06 开奖  │  今天：2026/01/06  "));
     Clock::setToday(QDate(2026, 1, 5));
     EXPECT_FALSE(history_Status());
     Clock::setToday(QDate(2026, 1, 7));
     EXPECT_TRUE(history_Status());
     EXPECT_EQ(ui().lastStatus(1), msg::historyMissingText(1));  // the draw of the 6th
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("STATUS 1")).size(), 4);
+
+    // The last draw of a year (Tuesday 2025/12/30) is followed by the new year's first issue.
+    addDraw(2025151, QStringLiteral("2025/12/30"), makeReds(1, 2, 3, 4, 5, 6));
+    store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026001"));
+    history_Status();
+    EXPECT_TRUE(ui().lastStatus(3).contains(QStringLiteral("下期：2026001 期 2026/01/01 开奖")));
 }
 
 }  // namespace

@@ -115,10 +115,10 @@ TEST_F(NongLi, Names) {
     EXPECT_EQ(get_LunarMonthName(12), "十二月");
     EXPECT_EQ(get_LunarDayName(1), "初一");
     EXPECT_EQ(get_LunarDayName(10), "初十");
-    EXPECT_EQ(get_LunarDayName(11), "拾一");
-    EXPECT_EQ(get_LunarDayName(20), "廿拾");
+    EXPECT_EQ(get_LunarDayName(11), "十一");
+    EXPECT_EQ(get_LunarDayName(20), "二十");
     EXPECT_EQ(get_LunarDayName(29), "廿九");
-    EXPECT_EQ(get_LunarDayName(30), "卅拾");
+    EXPECT_EQ(get_LunarDayName(30), "三十");
     EXPECT_EQ(get_NaYin("乙丑"), "海中金");
     EXPECT_EQ(get_NaYin("癸亥"), "大海水");
     EXPECT_EQ(get_NaYin("甲丑"), "");

@@ -22,18 +22,18 @@ TEST(CalendarText, WeekdaysAndLunarText) {
     EXPECT_EQ(get_XingQi(QDate(2024, 6, 8), 1), "星期陆");
     EXPECT_EQ(get_XingQi(QDate(2024, 6, 5), 1), "星期叁");
 
-    EXPECT_EQ(get_NongLiText(QDate(2024, 9, 17)), "农历甲辰年八月拾五");
+    EXPECT_EQ(get_NongLiText(QDate(2024, 9, 17)), "农历甲辰年八月十五");
     EXPECT_EQ(get_NongLiText(QDate(2023, 3, 22)), "农历(闰)癸卯年二月初一");
     EXPECT_EQ(get_NongLiMonthText(QDate(2024, 12, 1)), "十一月");
     EXPECT_EQ(get_NongLiDayText(QDate(2024, 12, 1)), "初一");
-    EXPECT_EQ(get_NongLiDayText(QDate(2024, 11, 20)), "廿拾");
+    EXPECT_EQ(get_NongLiDayText(QDate(2024, 11, 20)), "二十");
 }
 
 TEST(CalendarText, CellTextPrefersTermsThenFestivals) {
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 4)), "立春");  // also 腊月廿五
     // 白露 2022 fell at 23:32 on 7 September (a year of 12 rows); the formula has it the day after.
     EXPECT_EQ(calendarCellText(QDate(2022, 9, 7)), "白露");
-    EXPECT_EQ(calendarCellText(QDate(2022, 9, 8)), "拾三");
+    EXPECT_EQ(calendarCellText(QDate(2022, 9, 8)), "十三");
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 10)), "春节");
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 9)), "除夕");
     EXPECT_EQ(calendarCellText(QDate(2024, 2, 14)), "情人节");

@@ -60,7 +60,9 @@ TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndTickThroughTheSharedArray) {
     ASSERT_EQ(counts.size(), 2);
     EXPECT_EQ(counts[1].caption, QStringLiteral("使用“低尾码个数”过滤"));
     EXPECT_EQ(conditionLists(10)[0].caption, QStringLiteral("使用“ＡＣ值”过滤"));
-    EXPECT_EQ(conditionLists(2)[0].lines.first().text, QStringLiteral("和值=15"));
+    // 和值 runs from the least sum of six reds (1+2+..+6) to the greatest (28+..+33).
+    EXPECT_EQ(conditionLists(2)[0].lines.first().text, QStringLiteral("和值=21"));
+    EXPECT_EQ(conditionLists(2)[0].lines.last().text, QStringLiteral("和值=183"));
     EXPECT_EQ(conditionLists(14).size(), 4);
     EXPECT_EQ(conditionLists(21)[0].lines.size(), 9);
     EXPECT_EQ(conditionLists(21)[0].lines[8].text, QStringLiteral("6"));

@@ -256,8 +256,8 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].serial, 1);
     EXPECT_EQ(rows()[0].mark, 6);
-    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral(
-        "[保六型]缩水后余：１ 注，2 元\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
+    EXPECT_TRUE(shared().operationLog.contains(
+        QStringLiteral("[保六型]缩水后余：１ 注，２ 元\r\n\r\n若开奖号码在过滤后的 1 注之中: 中7球 1 注 (100.0%)")));
 
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
@@ -266,7 +266,7 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(run_SuoShui(7, kIssue), 2);
     EXPECT_EQ(rows().size(), 2u);
     EXPECT_EQ(ui().messages(), QStringList{msg::kShrinkNothingRemoved});
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保七型]缩水后余：２ 注，4 元")));
+    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保七型]缩水后余：２ 注，４ 元")));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].blue, 1);
 
@@ -423,12 +423,12 @@ TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
     const QString log = shared().operationLog;
     EXPECT_TRUE(log.contains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(int(after.size())) +
                              QStringLiteral(" 注")));
-    EXPECT_TRUE(log.contains(QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(ones)));
+    EXPECT_TRUE(log.contains(QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(to_QuanJiao(ones))));
     EXPECT_FALSE(log.contains(QStringLiteral("１１：")));
     EXPECT_TRUE(log.endsWith(
-        QStringLiteral("１０：%1 注.\r\n").arg(std::count_if(after.begin(), after.end(), [](const Row& r) {
+        QStringLiteral("１０：%1 注.\r\n").arg(to_QuanJiao(std::count_if(after.begin(), after.end(), [](const Row& r) {
             return r.reds[6] == 10;
-        }))));
+        })))));
 
     // No type chosen: the command asks for one and removes nothing.
     set_GuoLvTiaoJian(kShrinkTypeId, 0);

@@ -63,11 +63,11 @@ TEST_F(CalendarWindows, DatesOutsideTheRangeAreReplacedByTheSelectedOne) {
     c.setValue(QDate(2101, 1, 1));
     c.setValue(QDate(1900, 6, 1));
     EXPECT_EQ(c.value(), QDate(2024, 9, 17));
-    EXPECT_EQ(c.get_NongLiText(QDate(1800, 1, 1)), "农历甲辰年八月拾五");
+    EXPECT_EQ(c.get_NongLiText(QDate(1800, 1, 1)), "农历甲辰年八月十五");
     EXPECT_EQ(c.get_XingZuo(QDate(2200, 1, 1)), "处女座");
     EXPECT_EQ(c.get_XingQi(QDate()), "星期二");
     EXPECT_EQ(c.get_NongLiDayText(QDate(2024, 6, 6)), "初一");
-    EXPECT_EQ(c.bottomText(), "甲辰龙年　农历甲辰年八月拾五");
+    EXPECT_EQ(c.bottomText(), "甲辰龙年　农历甲辰年八月十五");
 }
 
 TEST_F(CalendarWindows, ClicksAndCombosChooseTheDate) {
@@ -107,7 +107,7 @@ TEST_F(CalendarWindows, BirthChartWindowMakesTheTicket) {
     w.button(1)->click();
     EXPECT_EQ(w.resultText(),
               "根据生辰八字：\r\n庚午辛巳壬午甲辰\r\n\r\n在今年得出一注号码——\r\n\r\n"
-              "08 15 24 23 01 14+02");
+              "01 08 14 15 23 24+02");
     EXPECT_TRUE(w.resultShown());
     EXPECT_TRUE(w.calendar()->isHidden());
     EXPECT_TRUE(w.button(2)->isEnabled());

@@ -37,6 +37,7 @@
 #include "ui/history/history_page.h"
 #include "ui/shell/form_main.h"
 #include "ui/shell/gui_screen.h"
+#include "ui/shell/help_page.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/program_session.h"
 #include "users/users.h"
@@ -89,7 +90,7 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
     EXPECT_FALSE(w->windowIcon().isNull());
 
     const QStringList tabs{QStringLiteral("过滤条件"), QStringLiteral("其它"), QStringLiteral("历史数据"),
-                           QStringLiteral("投注号码"), QStringLiteral("澄岚彩票网")};
+                           QStringLiteral("投注号码"), msg::kHelpTab};
     ASSERT_EQ(w->tabStrip()->count(), tabs.size());
     for (int i = 0; i < tabs.size(); ++i) EXPECT_EQ(w->tabStrip()->tabText(i), tabs[i]);
     EXPECT_EQ(w->tabStrip()->objectName(), QStringLiteral("TabStrip_Top"));
@@ -116,7 +117,8 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
 
     // The draw of 2026/08/20 is followed by the one of Sunday 08/23: not stale on the 21st.
     EXPECT_EQ(screen->statusText(1), msg::kHistoryUpToDate);
-    EXPECT_TRUE(screen->statusText(3).contains(QStringLiteral("2026096 期 于 2026/08/23 开奖")));
+    EXPECT_TRUE(screen->statusText(3).contains(
+        QStringLiteral("最新：2026096 期 2026/08/20 开奖  │  下期：2026097 期 2026/08/23 开奖")));
     EXPECT_TRUE(screen->asked.isEmpty());
 }
 

@@ -50,11 +50,10 @@ void installConditionFiles(FormMain& window) {
     addEntry(tools, QStringLiteral("mnu_TiaoJianHuanyuan"), QStringLiteral("还原默认过滤条件"), window,
              [] { huanyuan_Click(); });
 
-    QMenu* file = window.menu(QStringLiteral("文件(&F)"));
-    QAction* switchUser = new QAction(QStringLiteral("切换用户(&U)..."), file);
+    // Beside the condition files: switching users is switching condition sets.
+    QAction* switchUser = tools->addAction(QStringLiteral("切换用户(&U)..."));
     switchUser->setObjectName(QStringLiteral("mnu_UserQiehuan"));
     switchUser->setVisible(false);  // shown in multi-user mode only
-    file->insertAction(file->actions().value(0), switchUser);
     connectCommand(switchUser, &QAction::triggered, &window, [&window] { mnu_UserQiehuan_Click(window); });
 }
 

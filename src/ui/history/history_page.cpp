@@ -21,6 +21,7 @@
 #include "analysis/history_tables.h"
 #include "app/app_flow.h"
 #include "domain/date_value.h"
+#include "filters/history_range.h"
 #include "history/draw_download.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
@@ -141,6 +142,7 @@ QWidget* HistoryPage::buildEntryRow() {
     date_->setDisplayFormat(QStringLiteral("yyyy/MM/dd"));
     date_->setCalendarPopup(true);
     date_->setDate(QDate::currentDate());
+    date_->setMinimumWidth(date_->sizeHint().width());  // the whole date, whatever the window's width
     entryRow_->addWidget(date_);
 
     add_ = makeButton(QStringLiteral("cmmUpdateHistory(0)"), QStringLiteral("添加记录"), row);
@@ -161,8 +163,8 @@ QWidget* HistoryPage::buildEntryRow() {
     entryRow_->addStretch(1);
     entryRow_->addWidget(download_);
     entryRow_->addWidget(delete_);
-    entryRow_->addWidget(search_Button_);
-    entryRow_->addWidget(lookup_);
+    // 搜索 and 查询开奖 look at draws rather than enter them: they sit in the view bar, so that the
+    // entry row fits a 1024-pixel screen whole.
     return row;
 }
 
@@ -202,8 +204,10 @@ QWidget* HistoryPage::buildViewBar() {
     begin->hide();
     connectCommand(clear, &QPushButton::clicked, this, [this] { clearSearch(); });
     connectCommand(begin, &QPushButton::clicked, this, [this] { runSearch(); });
+    row->addWidget(search_Button_);
     row->addWidget(begin);
     row->addWidget(clear);
+    row->addWidget(lookup_);
 
     row->addStretch(1);
     auto* tuBiao = new QProgressBar(bar);
@@ -354,7 +358,11 @@ void HistoryPage::addDraw() {
     for (int i = 0; i < 8; ++i) input.boxes[size_t(i)] = boxes_[size_t(i)]->text();
     input.date = date_->date();
     bool stored = false;
-    runCommand([&] { stored = storeEnteredDraw(input); });
+    runCommand([&] {
+        const IssueNumber newest = latest_QiHao();
+        stored = storeEnteredDraw(input);
+        follow_NewestDraw(newest);
+    });
     if (stored) {
         for (int i = 0; i < 8; ++i) boxes_[size_t(i)]->setText(input.boxes[size_t(i)]);
         date_->setDate(input.date);
@@ -373,7 +381,11 @@ void HistoryPage::downloadDraws() {
     // The grids stay as they are until the draws are in.
     stack_->setUpdatesEnabled(false);
     DownloadResult result = DownloadResult::Error;
-    const bool ran = runCommand([&] { result = downloadNewDraws(); });
+    const bool ran = runCommand([&] {
+        const IssueNumber newest = latest_QiHao();
+        result = downloadNewDraws();
+        follow_NewestDraw(newest);
+    });
     stack_->setUpdatesEnabled(true);
     // A store error ends the download quietly in the logic (the draws before it stay stored); the
     // player still hears of it.
@@ -388,7 +400,11 @@ void HistoryPage::downloadDraws() {
 void HistoryPage::updateFromFile() {
     setView(HistoryView::Draws);
     DownloadResult result = DownloadResult::Error;
-    const bool ran = runCommand([&] { result = update_FromFile(); });
+    const bool ran = runCommand([&] {
+        const IssueNumber newest = latest_QiHao();
+        result = update_FromFile();
+        follow_NewestDraw(newest);
+    });
     if (ran && result == DownloadResult::Error)
         dovrex::screen().ui_Message(msg::kCommandFailed, MessageKind::Error);
     if (result == DownloadResult::Updated) resetEntry();

@@ -113,7 +113,7 @@ void FormMain::buildPages() {
             QStringLiteral("投注号码"),
             QStringLiteral("过滤、缩水之后的投注号码列表，可导出、导入、合并，并可与开奖号码对奖。"), tabs_),
         QStringLiteral("投注号码"));
-    tabs_->addTab(new HelpPage(flow_.paths().helpPage(), tabs_), QStringLiteral("澄岚彩票网"));
+    tabs_->addTab(new HelpPage(flow_.paths().helpPage(), tabs_), msg::kHelpTab);
 }
 
 QWidget* FormMain::page(TopPage which) const {

@@ -285,15 +285,43 @@ void GuiScreen::ui_Pump() {
     pumpClock_.start();
 }
 
+namespace {
+
+// Shows the newest part of a log that went from `before` to `after`: text put in front (the prize
+// check's report) is shown from its start; text added behind, from the start of what was added,
+// down to the end when it fits.
+template <typename Edit>
+void showNewest(Edit* edit, const QString& wholeText) {
+    // Positions are the document's, where a line end is one character.
+    const QString before = edit->toPlainText();
+    edit->setPlainText(wholeText);
+    const QString after = edit->toPlainText();
+    int from = 0;
+    int to = int(after.size());
+    if (!before.isEmpty() && after.size() > before.size() && after.endsWith(before)) {
+        to = int(after.size() - before.size());
+    } else {
+        while (from < before.size() && from < after.size() && before[from] == after[from]) ++from;
+        // A line rewritten in place starts the newest part at its own start.
+        if (from > 0) from = int(after.lastIndexOf(u'\n', from - 1) + 1);
+    }
+    QTextCursor cursor = edit->textCursor();
+    cursor.setPosition(to);
+    edit->setTextCursor(cursor);
+    edit->ensureCursorVisible();
+    cursor.setPosition(from);
+    edit->setTextCursor(cursor);
+    edit->ensureCursorVisible();
+}
+
+}  // namespace
+
 void GuiScreen::ui_Log(const QString& wholeText) {
     QWidget* w = role(role::TextChaoZuoTip);
-    if (auto* plain = qobject_cast<QPlainTextEdit*>(w)) {
-        plain->setPlainText(wholeText);
-        plain->moveCursor(QTextCursor::End);
-    } else if (auto* edit = qobject_cast<QTextEdit*>(w)) {
-        edit->setPlainText(wholeText);
-        edit->moveCursor(QTextCursor::End);
-    }
+    if (auto* plain = qobject_cast<QPlainTextEdit*>(w))
+        showNewest(plain, wholeText);
+    else if (auto* edit = qobject_cast<QTextEdit*>(w))
+        showNewest(edit, wholeText);
 }
 
 bool GuiScreen::setGridProperty(QTableView* view, const QString& property, const QVariant& value) {
@@ -470,7 +498,9 @@ void GuiScreen::ui_MarkDrawn(const QString& name, const QList<int>& reds, int bl
     bool any = false;
     for (int c = 0; c < model->columnCount(); ++c) {
         const QString field = cursor->fieldName(c);
-        const bool isRed = field.startsWith(QStringLiteral("红球")) && field.size() == 3;
+        // 红球1..红球6 and 蓝球 only: 红球中 and 蓝球中 hold hit counts, never balls.
+        const bool isRed = field.size() == 3 && field.startsWith(QStringLiteral("红球")) &&
+                           field[2] >= u'1' && field[2] <= u'6';
         const bool isBlue = field == QStringLiteral("蓝球");
         if (!isRed && !isBlue) continue;
         if (auto* old = qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(c))) {

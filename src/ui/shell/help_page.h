@@ -1,12 +1,18 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 class QTextBrowser;
 
 namespace dovrex {
 
-// The 澄岚彩票网 page: the local help page of the program folder, read-only, with links opening in
+namespace msg {
+// The caption of the top page that shows the manual.
+inline const QString kHelpTab = QStringLiteral("使用说明");
+}  // namespace msg
+
+// The 使用说明 page: the local help page of the program folder, read-only, with links opening in
 // the system browser. Without the page a short note says where it should be.
 class HelpPage : public QWidget {
     Q_OBJECT

@@ -6,6 +6,7 @@
 
 #include <QAction>
 
+#include "app/status_line.h"
 #include "filters/condition_files.h"
 #include "pipeline/pick_state.h"
 #include "screen/shared_state.h"
@@ -77,7 +78,7 @@ bool ProgramSession::start() {
     shared().g_MainCaption = window_->windowTitle();
     if (!chooseUser()) return false;
 
-    if (flow_.history_Status()) offerDownload();
+    if (flow_.history_Status() && downloadOfferDue(flow_.paths())) offerDownload();
     // Ready: the pick page, painted from the picks of the user now logged in.
     window_->selectPage(TopPage::Conditions);
     if (ConditionsPage* conditions = window_->conditionsPage()) conditions->selectTab(1);

@@ -392,6 +392,7 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
         EXPECT_TRUE(coverage_OfIssue(kIssue).startsWith(coverage)) << coverage_OfIssue(kIssue).toStdString();
         EXPECT_EQ(shared().tingZhi, 0);
     }
+    shared().screen = &ui();  // before `stopping` goes
     EXPECT_LE(stopping.pumpsAfterStop, 1);
 }
 

@@ -120,12 +120,14 @@ QWidget* ConditionListPage::makeRangeEntry(QWidget* parent) {
     auto* grid = new QGridLayout(box);
     grid->setContentsMargins(6, 4, 6, 4);
     grid->setHorizontalSpacing(4);
+    // The numbers take the whole width: the widest value with its arrows, never clipped.
     grid->addWidget(new QLabel(QStringLiteral("从"), box), 0, 0);
-    grid->addWidget(from_, 0, 1);
+    grid->addWidget(from_, 0, 1, 1, 2);
     grid->addWidget(new QLabel(QStringLiteral("到"), box), 1, 0);
-    grid->addWidget(to_, 1, 1);
-    grid->addWidget(tick, 0, 2);
-    grid->addWidget(clear, 1, 2);
+    grid->addWidget(to_, 1, 1, 1, 2);
+    grid->addWidget(tick, 2, 1);
+    grid->addWidget(clear, 2, 2);
+    for (QSpinBox* s : {from_, to_}) s->setMinimumWidth(s->sizeHint().width());
     box->setToolTip(QStringLiteral("列表中也可按住 Shift 点击，或按住鼠标拖过一段连续的值"));
     return box;
 }

@@ -121,7 +121,7 @@ void attachDanShuang(FilterDef& def) {
                               }
                               return d > 0;
                           },
-                          true};
+                          pat[7] != 2};  // "*" for the blue equals either parity
     };
 }
 

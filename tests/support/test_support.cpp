@@ -93,6 +93,8 @@ void alterStoreFile(const QString& file, const QString& sql) {
         << (error ? error : "") << ' ' << sql.toStdString();
     sqlite3_free(error);
     sqlite3_close(db);
+}
+
 bool writeFile(const QString& path, const QByteArray& bytes) {
     QFile f(path);
     return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();

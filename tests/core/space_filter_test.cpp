@@ -16,7 +16,7 @@
 namespace dovrex::test {
 namespace {
 
-constexpr IssueNumber kIssue = 2099001;  // after every shipped draw
+constexpr IssueNumber kIssue = 2026150;  // after every shipped draw
 
 class SpaceFilterTest : public ShippedStoreTest {
   protected:

@@ -153,6 +153,7 @@ class CloseDuringPassTest : public CommandTrapTest, public ::testing::WithParamI
             d.date += 2;
             draws << d;
         }
+        Clock::setToday(toQDate(draws.last().date));  // the new draws are no later than today
         ASSERT_TRUE(t.server.start());
         t.server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
         const QString url = t.server.url(QStringLiteral("/list.txt"));

@@ -57,6 +57,7 @@ class HistoryPageTest : public StartedProgramTest<BoxScreen> {
 };
 
 TEST_F(HistoryPageTest, EntryRefusesBadNumbersAndStoresAGoodDrawSorted) {
+    Clock::setToday(QDate(2026, 8, 23));  // the draw entered is the one of today
     EXPECT_EQ(page_->entryBox(0)->text(), QStringLiteral("2026097"));
     EXPECT_EQ(page_->datePicker()->date(), QDate(2026, 8, 23));
 

@@ -7,14 +7,14 @@
 #
 #   campaign_test.sh <dovrex-headless> <folder with the shipped dovrex.dat and TJmode.tjmod> [seed]
 #
-# DOVREX_CAMPAIGN_ROUNDS sets the rounds (3 by default, each some forty cases); the seed comes
+# DOVREX_CAMPAIGN_ROUNDS sets the rounds (8 by default, each some forty cases); the seed comes
 # from the argument, else DOVREX_CAMPAIGN_SEED, else 1, and is printed with any failure.
 set -u
 
 headless=$1
 shipped=$2
 seed=${3:-${DOVREX_CAMPAIGN_SEED:-1}}
-rounds=${DOVREX_CAMPAIGN_ROUNDS:-3}
+rounds=${DOVREX_CAMPAIGN_ROUNDS:-8}
 RANDOM=$seed
 
 work=$(mktemp -d)

@@ -31,4 +31,14 @@ struct ShippedStore {
     Impl* impl;
 };
 
+// An issue after every shipped draw, in a year the program accepts for a ticket.
+inline constexpr int kNextIssue = 2026150;
+
+// The condition sets the figures are measured with (the picks and switches otherwise as they are):
+// the typical set, a middle band of each common measure, each switched on;
+void typicalConditions();
+// and every value of the value rows allowed, no position tolerance and every custom group filled,
+// which leaves a set with every switch on permissive.
+void everyValueAllowed();
+
 }  // namespace bench

@@ -15,7 +15,7 @@ namespace {
 
 using namespace dovrex;
 
-constexpr IssueNumber kNext = 2099001;  // after every shipped draw
+constexpr IssueNumber kNext = bench::kNextIssue;
 
 int ticketCount() {
     return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {kNext}).toInt();
@@ -73,36 +73,20 @@ const bench::Register permissive("filters", [] {
     everySwitchOn();
     // Every value allowed; position tolerance 0 with every number allowed everywhere; the parity
     // patterns ask for the blue parity that no ticket has.
-    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=1000 AND ID<=4599"));
-    set_GuoLvTiaoJian(3900, 0);
-    set_GuoLvTiaoJian(3901, 0);
+    bench::everyValueAllowed();
     const int blue =
         store().scalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=?"), {latest_QiHao()}).toInt();
     for (int slot = 1; slot <= 5; ++slot) {
         set_GuoLvFanWei(5001 + 10 * slot, 5006 + 10 * slot, 2);
         set_GuoLvTiaoJian(5007 + 10 * slot, blue % 2);
     }
-    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=5070 AND ID<=5079"));
-    for (int k = 1; k <= 20; ++k)
-        store_Execute(
-            QStringLiteral("UPDATE 号码特性 SET [自定义组%1]=(号码 % %2 = 0)").arg(k).arg(k % 5 + 2));
     timeRun(QStringLiteral("every condition on and permissive"));
     timeRun(QStringLiteral("again on the same tickets"));
 
     // Typical settings: a middle band of each common measure, the last draw's parity excluded.
     expand();
-    auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
-    auto on = [](int n) { set_ShiYongQingKuang(n, 1); };
-    allow(1070, 1110), on(1);
-    allow(3642, 3644), on(10);
-    allow(3662, 3664), on(12);
-    allow(3315, 3319), on(4);
-    allow(3450, 3454), on(6);
-    allow(3606, 3610), on(9);
-    allow(3470, 3472), on(7);
-    allow(4000, 4003), on(37);
-    allow(4160, 4170), on(46);
-    on(70);
+    bench::typicalConditions();
+    set_ShiYongQingKuang(70, 1);
     timeRun(QStringLiteral("typical settings"));
     clearTicketTable();
 });

@@ -28,17 +28,7 @@ void typicalRoutine() {
     resetConditionSet();
     set_GuoLvFanWei(1, 20, 1);
     set_GuoLvFanWei(101, 102, 1);
-    auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
-    auto on = [](int n) { set_ShiYongQingKuang(n, 1); };
-    allow(1070, 1110), on(1);
-    allow(3642, 3644), on(10);
-    allow(3662, 3664), on(12);
-    allow(3315, 3319), on(4);
-    allow(3450, 3454), on(6);
-    allow(3606, 3610), on(9);
-    allow(3470, 3472), on(7);
-    allow(4000, 4003), on(37);
-    allow(4160, 4170), on(46);
+    bench::typicalConditions();
     set_GuoLvTiaoJian(kShrinkTypeId, 5);
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 using namespace dovrex;
 
-constexpr IssueNumber kNext = 2099001;  // after every shipped draw
+constexpr IssueNumber kNext = bench::kNextIssue;
 
 double peakMb() {
     rusage u{};
@@ -97,17 +97,11 @@ const bench::Register space("space", [] {
     const int latest = latest_QiHao();
     store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=6"),
                   {prev_QiHao(latest, 29), latest});
-    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=1000 AND ID<=4599"));
-    set_GuoLvTiaoJian(3900, 0);
-    set_GuoLvTiaoJian(3901, 0);
+    bench::everyValueAllowed();
     for (int slot = 1; slot <= 5; ++slot) {
         // Six odd reds and an odd blue: the pattern that removes fewest (about one ticket in 120).
         set_GuoLvFanWei(5001 + 10 * slot, 5007 + 10 * slot, 1);
     }
-    store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID>=5070 AND ID<=5079"));
-    for (int k = 1; k <= 20; ++k)
-        store_Execute(
-            QStringLiteral("UPDATE 号码特性 SET [自定义组%1]=(号码 % %2 = 0)").arg(k).arg(k % 5 + 2));
     timeSpace(QStringLiteral("every condition on and permissive"));
 
     // The typical set: a middle band of each common measure.
@@ -117,18 +111,8 @@ const bench::Register space("space", [] {
     set_GuoLvFanWei(1, kRedCount, 1);
     set_GuoLvFanWei(101, 100 + kBlueCount, 1);
     set_SpaceMode(true);
-    auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
-    auto on = [](int n) { set_ShiYongQingKuang(n, 1); };
-    allow(1070, 1110), on(1);
-    allow(3642, 3644), on(10);
-    allow(3662, 3664), on(12);
-    allow(3315, 3319), on(4);
-    allow(3450, 3454), on(6);
-    allow(3606, 3610), on(9);
-    allow(3470, 3472), on(7);
-    allow(4000, 4003), on(37);
-    allow(4160, 4170), on(46);
-    on(70);
+    bench::typicalConditions();
+    set_ShiYongQingKuang(70, 1);
     timeSpace(QStringLiteral("typical settings"));
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
 });

@@ -47,6 +47,65 @@ double textCells(const QString& text) {
     return cells;
 }
 
+void addText(TrendChart& chart, TrendOp::Role role, double x, double y, const QString& t) {
+    TrendOp op;
+    op.kind = TrendOp::Text;
+    op.role = role;
+    op.x = x;
+    op.y = y;
+    op.text = t;
+    chart.ops << op;
+}
+
+void addLine(TrendChart& chart, TrendOp::Role role, double x, double y, double x2, double y2) {
+    TrendOp op;
+    op.kind = TrendOp::Line;
+    op.role = role;
+    op.x = x;
+    op.y = y;
+    op.x2 = x2;
+    op.y2 = y2;
+    chart.ops << op;
+}
+
+void addMark(TrendChart& chart, double x, double y, double r) {
+    TrendOp op;
+    op.kind = TrendOp::Circle;
+    op.role = TrendOp::Mark;
+    op.x = x;
+    op.y = y;
+    op.r = r;
+    chart.ops << op;
+}
+
+// The title over the chart, and the heads of the issue and value columns.
+void addHeads(TrendChart& chart, const TrendSpec& trend, const TrendMetrics& m, double titleY) {
+    addText(chart, TrendOp::Title, (m.width - 2 * m.charW) / 2, titleY, trend.title);
+    addText(chart, TrendOp::Head, 3 * m.charW, m.charH / 2, QStringLiteral("期号"));
+    addText(chart, TrendOp::Head, 10.8 * m.charW + m.charW, m.charH / 2, trend.name);
+}
+
+// "当前条件设置->" and the condition text, centred where it has room.
+void addConditionLine(TrendChart& chart, const TrendMetrics& m, double y, const QString& conditionText) {
+    const double cw = m.charW;
+    const QString lead = QStringLiteral("当前条件设置->");
+    addText(chart, TrendOp::Condition, 3 * cw, y, lead);
+    const double centred = (m.width - cw * textCells(conditionText)) / 2;
+    addText(chart, TrendOp::Condition, std::max(centred, 3 * cw + cw * (textCells(lead) + 1)), y,
+            conditionText);
+}
+
+// The first of the steps that is at least `least`; the last when none is.
+int firstStep(std::initializer_list<int> steps, double least, int multipleOf = 1) {
+    int chosen = 1;
+    for (int s : steps) {
+        if (s % multipleOf) continue;
+        chosen = s;
+        if (s >= least) break;
+    }
+    return chosen;
+}
+
 }  // namespace
 
 TrendSpec trendSpecOfTab(const QString& caption) {
@@ -154,54 +213,33 @@ TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, i
     const double pad = ch * (1 - 1 / 1.1) / 2;  // a text line sits in the middle of its cell
     const int columns = std::max(1, trend.columns);
     chart.height = ch * (n + 5);
-    auto text = [&chart](TrendOp::Role role, double x, double y, const QString& t) {
-        TrendOp op;
-        op.kind = TrendOp::Text;
-        op.role = role;
-        op.x = x;
-        op.y = y;
-        op.text = t;
-        chart.ops << op;
-    };
-    auto line = [&chart](TrendOp::Role role, double x, double y, double x2, double y2) {
-        TrendOp op;
-        op.kind = TrendOp::Line;
-        op.role = role;
-        op.x = x;
-        op.y = y;
-        op.x2 = x2;
-        op.y2 = y2;
-        chart.ops << op;
-    };
-
     // Frame: title, head, rules, rows, columns and their captions.
-    text(TrendOp::Title, (w - 2 * cw) / 2, pad, trend.title);
-    text(TrendOp::Head, 3 * cw, ch / 2, QStringLiteral("期号"));
-    text(TrendOp::Head, 10.8 * cw + cw, ch / 2, trend.name);
+    addHeads(chart, trend, m, pad);
     const double x0 = m.x0 > 0 ? m.x0 : 20 * cw - cw / 2;
-    line(TrendOp::Rule, x0, ch, w, ch);
-    line(TrendOp::Rule, 10 * cw, 0, 10 * cw, chart.height - 3 * ch);
-    line(TrendOp::Rule, x0, 0, x0, chart.height);
-    line(TrendOp::Rule, 0, 2 * ch, w, 2 * ch);
+    addLine(chart, TrendOp::Rule, x0, ch, w, ch);
+    addLine(chart, TrendOp::Rule, 10 * cw, 0, 10 * cw, chart.height - 3 * ch);
+    addLine(chart, TrendOp::Rule, x0, 0, x0, chart.height);
+    addLine(chart, TrendOp::Rule, 0, 2 * ch, w, 2 * ch);
     chart.rowY << 0;
     for (int i = 1; i <= n + 1; ++i) {
         const double y = ch * (i + 1);
         if (i <= n) chart.rowY << y;
-        line(TrendOp::Rule, i <= n ? x0 : 0, y, w, y);
+        addLine(chart, TrendOp::Rule, i <= n ? x0 : 0, y, w, y);
     }
     for (int k = 0; k < columns; ++k) chart.colX << x0 + k * (w - x0) / columns;
-    for (int k = 0; k < columns; ++k) line(TrendOp::Rule, chart.colX[k], ch, chart.colX[k], ch * (n + 2));
+    for (int k = 0; k < columns; ++k)
+        addLine(chart, TrendOp::Rule, chart.colX[k], ch, chart.colX[k], ch * (n + 2));
     const QStringList captions = trendColumnCaptions(trend);
     for (int k = 0; k < columns && k < captions.size(); ++k)
-        text(TrendOp::Caption, chart.colX[k] + r, ch + pad, captions[k]);
+        addText(chart, TrendOp::Caption, chart.colX[k] + r, ch + pad, captions[k]);
 
     const int shown = std::min<int>(n, rows.size());
     if (shown == 0) return chart;
 
     // Rows.
     for (int k = 1; k <= shown; ++k) {
-        text(TrendOp::Issue, 1.5 * cw, chart.rowY[k] + pad, QString::number(rows[k - 1].issue));
-        text(TrendOp::Value, 11.3 * cw, chart.rowY[k] + pad, rows[k - 1].value);
+        addText(chart, TrendOp::Issue, 1.5 * cw, chart.rowY[k] + pad, QString::number(rows[k - 1].issue));
+        addText(chart, TrendOp::Value, 11.3 * cw, chart.rowY[k] + pad, rows[k - 1].value);
     }
 
     // The condition line with the allowed columns above it.
@@ -216,72 +254,26 @@ TrendChart draw_TrendBody(const TrendSpec& trend, const QList<TrendRow>& rows, i
         op.y = op.y2 = ch * (n + 2) + r / 2;
         chart.ops << op;
     }
-    const QString lead = QStringLiteral("当前条件设置->");
-    text(TrendOp::Condition, 3 * cw, conditionY, lead);
-    const double centred = (w - cw * textCells(conditionText)) / 2;
-    text(TrendOp::Condition, std::max(centred, 3 * cw + cw * (textCells(lead) + 1)), conditionY,
-         conditionText);
+    addConditionLine(chart, m, conditionY, conditionText);
 
     // Marks: circles, their values, then the line through them.
     for (int k = 1; k <= shown; ++k) {
         const int c = rows[k - 1].column;
-        if (c < 0) continue;
-        TrendOp op;
-        op.kind = TrendOp::Circle;
-        op.role = TrendOp::Mark;
-        op.x = chart.colX[c] + r;
-        op.y = chart.rowY[k] + 0.8 * r;
-        op.r = r;
-        chart.ops << op;
+        if (c >= 0) addMark(chart, chart.colX[c] + r, chart.rowY[k] + 0.8 * r, r);
     }
     for (int k = 1; k <= shown; ++k) {
         const int c = rows[k - 1].column;
-        if (c >= 0) text(TrendOp::MarkText, r + chart.colX[c], chart.rowY[k] + pad, rows[k - 1].value);
+        if (c >= 0)
+            addText(chart, TrendOp::MarkText, r + chart.colX[c], chart.rowY[k] + pad, rows[k - 1].value);
     }
     for (int k = 2; k <= shown; ++k) {
         const int a = rows[k - 2].column, b = rows[k - 1].column;
         if (a < 0 || b < 0) continue;
-        line(TrendOp::Join, chart.colX[a] + 0.6 * cw, chart.rowY[k - 1] + 0.6 * cw, chart.colX[b] + 0.6 * cw,
-             chart.rowY[k] + 0.6 * cw);
+        addLine(chart, TrendOp::Join, chart.colX[a] + 0.6 * cw, chart.rowY[k - 1] + 0.6 * cw,
+                chart.colX[b] + 0.6 * cw, chart.rowY[k] + 0.6 * cw);
     }
     return chart;
 }
-
-namespace {
-
-void addText(TrendChart& chart, TrendOp::Role role, double x, double y, const QString& t) {
-    TrendOp op;
-    op.kind = TrendOp::Text;
-    op.role = role;
-    op.x = x;
-    op.y = y;
-    op.text = t;
-    chart.ops << op;
-}
-
-void addLine(TrendChart& chart, TrendOp::Role role, double x, double y, double x2, double y2) {
-    TrendOp op;
-    op.kind = TrendOp::Line;
-    op.role = role;
-    op.x = x;
-    op.y = y;
-    op.x2 = x2;
-    op.y2 = y2;
-    chart.ops << op;
-}
-
-// The first of the steps that is at least `least`; the last when none is.
-int firstStep(std::initializer_list<int> steps, double least, int multipleOf = 1) {
-    int chosen = 1;
-    for (int s : steps) {
-        if (s % multipleOf) continue;
-        chosen = s;
-        if (s >= least) break;
-    }
-    return chosen;
-}
-
-}  // namespace
 
 TrendChart draw_TrendFitted(const TrendSpec& trend, const QList<TrendRow>& rows, int n, const TrendMetrics& m,
                             double height, const QString& conditionText, const QList<int>& allowedColumns) {
@@ -313,9 +305,7 @@ TrendChart draw_TrendFitted(const TrendSpec& trend, const QList<TrendRow>& rows,
     };
 
     // Frame: title, head, the rules of the parts.
-    addText(chart, TrendOp::Title, (w - 2 * cw) / 2, 0, trend.title);
-    addText(chart, TrendOp::Head, 3 * cw, ch / 2, QStringLiteral("期号"));
-    addText(chart, TrendOp::Head, 10.8 * cw + cw, ch / 2, trend.name);
+    addHeads(chart, trend, m, 0);
     addLine(chart, TrendOp::Rule, x0, ch, w, ch);
     addLine(chart, TrendOp::Rule, 10 * cw, 0, 10 * cw, chart.bodyBottom);
     addLine(chart, TrendOp::Rule, x0, 0, x0, height);
@@ -361,11 +351,7 @@ TrendChart draw_TrendFitted(const TrendSpec& trend, const QList<TrendRow>& rows,
         chart.ops << op;
     }
     const double conditionY = chart.bodyBottom + ch / 2;
-    const QString lead = QStringLiteral("当前条件设置->");
-    addText(chart, TrendOp::Condition, 3 * cw, conditionY, lead);
-    const double centred = (w - cw * textCells(conditionText)) / 2;
-    addText(chart, TrendOp::Condition, std::max(centred, 3 * cw + cw * (textCells(lead) + 1)), conditionY,
-            conditionText);
+    addConditionLine(chart, m, conditionY, conditionText);
 
     // Marks in the middle of their band and row, then the line through their centres.
     auto centre = [&](int k) {
@@ -374,14 +360,8 @@ TrendChart draw_TrendFitted(const TrendSpec& trend, const QList<TrendRow>& rows,
                        chart.rowY[k] + chart.rowH / 2);
     };
     for (int k = 1; k <= shown; ++k) {
-        if (rows[k - 1].column < 0 || rows[k - 1].column >= columns) continue;
-        TrendOp op;
-        op.kind = TrendOp::Circle;
-        op.role = TrendOp::Mark;
-        op.x = centre(k).x();
-        op.y = centre(k).y();
-        op.r = r;
-        chart.ops << op;
+        if (rows[k - 1].column >= 0 && rows[k - 1].column < columns)
+            addMark(chart, centre(k).x(), centre(k).y(), r);
     }
     for (int k = 2; k <= shown; ++k) {
         const int a = rows[k - 2].column, b = rows[k - 1].column;

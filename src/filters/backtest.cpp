@@ -306,12 +306,8 @@ int run_GuoLvWithTolerance(IssueNumber issue, int k) {
     tickets_Done(!stopped);
     QString text = savedLog;
     for (size_t c = 0; c < conditions.size(); ++c)
-        text += kCrLf2 + conditions[c].label + QStringLiteral("未通过：") + to_QuanJiao(misses[c]) +
-                QStringLiteral(" 注");
-    if (!stopped)
-        text += kCrLf2 + QStringLiteral("[容错值=") + to_QuanJiao(k) + QStringLiteral("]失败超过") +
-                to_QuanJiao(k) + QStringLiteral("个条件的号码已删除：") + to_QuanJiao(removed) +
-                QStringLiteral(" 注，余：") + to_QuanJiao(counter) + QStringLiteral(" 注");
+        text += kCrLf2 + msg::filterMisses(conditions[c].label, misses[c]);
+    if (!stopped) text += kCrLf2 + msg::toleranceRemoved(k, removed, counter);
     log_Set(text);
     return counter;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "filters/condition_store.h"
+#include "filters/filter_run.h"
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
@@ -196,9 +197,7 @@ int filter_SharedLoop(IssueNumber issue, const FilterDef& def) {
     set.purge();
     const bool stopped = s.tingZhi;
     tickets_Done(!stopped);
-    if (!stopped)
-        log_Set(pass.savedLog + kCrLf2 + pass.resultLabel + QStringLiteral("过滤后余：") +
-                to_QuanJiao(counter) + QStringLiteral(" 注"));
+    if (!stopped) log_Set(pass.savedLog + kCrLf2 + msg::filterLeft(pass.resultLabel, counter));
     return counter;
 }
 

@@ -57,15 +57,8 @@ void run_GuoLv(IssueNumber issue) {
     const int left =
         store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
     load_TouZhuBiao(issue);
-    QString line;
-    if (s.tingZhi)
-        line = QStringLiteral("用户中止,当前记录余：") + to_QuanJiao(left) + QStringLiteral(" 注");
-    else
-        line = QStringLiteral("全部条件过滤完成,余：") + to_QuanJiao(left) + QStringLiteral(" 注");
-    if (!s.tingZhi && filterRun().liShiXiangGuan)
-        line +=
-            kCrLf2 + QStringLiteral("【此结果仅适用于 ") + to_QuanJiao(issue) + QStringLiteral(" 期！！！】");
-    log_Append(line);
+    log_Append(s.tingZhi ? QStringLiteral("用户中止,当前记录余：") + to_QuanJiao(left) + QStringLiteral(" 注")
+                         : msg::filterRunDone(left, issue, filterRun().liShiXiangGuan));
 }
 
 }  // namespace dovrex

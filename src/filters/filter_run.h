@@ -4,6 +4,7 @@
 
 #include "domain/game.h"
 #include "filters/filter_loop.h"
+#include "screen/run_panel.h"
 #include "screen/shared_state.h"
 
 namespace dovrex {
@@ -36,6 +37,27 @@ namespace msg {
 // The line a switched-on filter writes when its family is not in this build.
 inline QString filterNotProvided(const QString& label) {
     return label + QStringLiteral("该条件的过滤在这个版本中还不能使用，未过滤．");
+}
+// The lines of the run's log, wherever tickets are filtered (the rows, 容错, 大底): what a filter
+// leaves; with a tolerance, what each condition failed and what the tolerance removed; the close.
+inline QString filterLeft(const QString& label, long long left) {
+    return label + QStringLiteral("过滤后余：") + to_QuanJiao(left) + QStringLiteral(" 注");
+}
+inline QString filterMisses(const QString& label, long long misses) {
+    return label + QStringLiteral("未通过：") + to_QuanJiao(misses) + QStringLiteral(" 注");
+}
+inline QString toleranceRemoved(int k, long long removed, long long left) {
+    return QStringLiteral("[容错值=") + to_QuanJiao(k) + QStringLiteral("]失败超过") + to_QuanJiao(k) +
+           QStringLiteral("个条件的号码已删除：") + to_QuanJiao(removed) + QStringLiteral(" 注，余：") +
+           to_QuanJiao(left) + QStringLiteral(" 注");
+}
+// The closing line; a run with history-relative filters holds for its issue only.
+inline QString filterRunDone(long long left, IssueNumber issue, bool historyRelative) {
+    QString line = QStringLiteral("全部条件过滤完成,余：") + to_QuanJiao(left) + QStringLiteral(" 注");
+    if (historyRelative)
+        line +=
+            kCrLf2 + QStringLiteral("【此结果仅适用于 ") + to_QuanJiao(issue) + QStringLiteral(" 期！！！】");
+    return line;
 }
 }  // namespace msg
 

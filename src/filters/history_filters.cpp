@@ -331,9 +331,7 @@ int liShi(IssueNumber issue, const FilterDef& def) {
     }
     const bool stopped = s.tingZhi;
     tickets_Done(!stopped);
-    if (!stopped)
-        log_Set(saved + kCrLf2 + kLiShiLabel + QStringLiteral("过滤后余：") + to_QuanJiao(counter) +
-                QStringLiteral(" 注"));
+    if (!stopped) log_Set(saved + kCrLf2 + msg::filterLeft(kLiShiLabel, counter));
     return counter;
 }
 

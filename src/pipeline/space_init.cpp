@@ -51,40 +51,27 @@ QString msg::spaceOverLimit(const SpaceResult& r) {
 
 namespace {
 
-struct LowerStopFlag {
-    ~LowerStopFlag() { shared().tingZhi = 0; }
-};
-
 // The log as the filter run leaves it: each condition's count, then the closing line.
 QString runLog(const SpaceResult& r, IssueNumber issue) {
     QString text = spaceText(r.space);
     long long left = r.space;
     for (const SpaceRemoval& c : r.removedBy) {
         if (r.tolerance > 0) {
-            text += kCrLf2 + c.label + QStringLiteral("未通过：") + to_QuanJiao(c.removed) +
-                    QStringLiteral(" 注");
+            text += kCrLf2 + msg::filterMisses(c.label, c.removed);
         } else {
             left -= c.removed;
-            text +=
-                kCrLf2 + c.label + QStringLiteral("过滤后余：") + to_QuanJiao(left) + QStringLiteral(" 注");
+            text += kCrLf2 + msg::filterLeft(c.label, left);
         }
     }
-    if (r.tolerance > 0)
-        text += kCrLf2 + QStringLiteral("[容错值=") + to_QuanJiao(r.tolerance) + QStringLiteral("]失败超过") +
-                to_QuanJiao(r.tolerance) + QStringLiteral("个条件的号码已删除：") +
-                to_QuanJiao(r.space - r.kept) + QStringLiteral(" 注，余：") + to_QuanJiao(r.kept) +
-                QStringLiteral(" 注");
-    text += kCrLf2 + QStringLiteral("全部条件过滤完成,余：") + to_QuanJiao(r.kept) + QStringLiteral(" 注");
-    if (filterRun().liShiXiangGuan)
-        text +=
-            kCrLf2 + QStringLiteral("【此结果仅适用于 ") + to_QuanJiao(issue) + QStringLiteral(" 期！！！】");
+    if (r.tolerance > 0) text += kCrLf2 + msg::toleranceRemoved(r.tolerance, r.space - r.kept, r.kept);
+    text += kCrLf2 + msg::filterRunDone(r.kept, issue, filterRun().liShiXiangGuan);
     return text;
 }
 
-void writeSurvivors(IssueNumber issue, const SpaceResult& r, bool dropOld) {
+void writeSurvivors(IssueNumber issue, const SpaceResult& r, bool replace) {
     AllOrNothing change(store());
     store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号<>?"), {issue});
-    if (dropOld) store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
+    if (replace) store_Execute(QStringLiteral("DELETE FROM 日志表 WHERE 期号=?"), {issue});
     long long key = store().scalar(QStringLiteral("SELECT max(ID) FROM 日志表")).toLongLong();
     // Like the filter run, the marks say the tickets passed when a condition judged them.
     const int mark = r.removedBy.empty() ? 0 : 1;
@@ -103,16 +90,11 @@ void writeSurvivors(IssueNumber issue, const SpaceResult& r, bool dropOld) {
 
 }  // namespace
 
-int init_FromSpace(IssueNumber issue) {
+int init_FromSpace(IssueNumber issue, int existing, bool replace) {
     SharedState& s = shared();
     Screen& ui = screen();
-    LowerStopFlag lowerStop;
     filterRun().liShiXiangGuan = false;
-    const int existing =
-        store().scalar(QStringLiteral("SELECT count(*) FROM 日志表 WHERE 期号=?"), {issue}).toInt();
-    const bool dropOld =
-        existing == 0 || ui.ui_Confirm(msg::kKeepOldTickets, ConfirmButtons::YesNo, msg::kInfoTitle);
-    const int kept = dropOld ? 0 : existing;
+    const int kept = replace ? 0 : existing;
 
     const PickSet picks = read_PickSet();
     const long long redSets = ticketCount(picks.reds, picks.bankers, 1, 0);
@@ -137,9 +119,9 @@ int init_FromSpace(IssueNumber issue) {
         ui.ui_Message(refusal);
         return existing;
     }
-    writeSurvivors(issue, r, dropOld);
+    writeSurvivors(issue, r, replace);
     const int rows = kept + int(r.kept);
-    const QString done = QStringLiteral("初始化选号完成!共 ") + to_QuanJiao(rows) + QStringLiteral(" 注！");
+    const QString done = msg::initDone(rows);
     log_Set(runLog(r, issue) + kCrLf2 + done + kCrLf);
     ui.ui_Message(done);
     load_TouZhuBiao(issue);

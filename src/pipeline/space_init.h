@@ -13,9 +13,10 @@ bool space_Mode();
 void set_SpaceMode(bool on);
 
 // 第1步 in 大底 mode: the whole expansion judged in memory, then the survivors written in one
-// transaction with the 序号, 缩水公式 and order that 第1步 + 第2步 give them. A stopped step or one
-// whose survivors pass the limit writes nothing and says so. Returns the rows the issue now has.
-int init_FromSpace(IssueNumber issue);
+// transaction with the 序号, 缩水公式 and order that 第1步 + 第2步 give them, beside the issue's
+// `existing` rows or in their place (`replace`, the player's answer). A stopped step or one whose
+// survivors pass the limit writes nothing and says so. Returns the rows the issue now has.
+int init_FromSpace(IssueNumber issue, int existing, bool replace);
 
 // "大底 17,721,088 注".
 QString spaceText(long long space);

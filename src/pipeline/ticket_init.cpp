@@ -43,11 +43,12 @@ int init_TouZhu(IssueNumber issue) {
         return 0;
     }
     if (!check_XuanHao(true)) return 0;
-    if (space_Mode()) return init_FromSpace(issue);
     // Counted from the rows the loops will walk, not from the pick page: rows written by other
-    // paths (an older store, an imported file) must not slip past the limit.
+    // paths (an older store, an imported file) must not slip past the limit. 大底 counts what
+    // survives instead.
+    const bool space = space_Mode();
     const PickSet p = read_PickSet();
-    if (p.tickets > kTicketLimit) {
+    if (!space && p.tickets > kTicketLimit) {
         ui.ui_Message(msg::kTicketLimit);
         return 0;
     }
@@ -59,6 +60,7 @@ int init_TouZhu(IssueNumber issue) {
         store().scalar(QStringLiteral("SELECT count(*) FROM 日志表 WHERE 期号=?"), {issue}).toInt();
     const bool replace =
         existing > 0 && ui.ui_Confirm(msg::kKeepOldTickets, ConfirmButtons::YesNo, msg::kInfoTitle);
+    if (space) return init_FromSpace(issue, existing, replace);
     const int kept = replace ? 0 : existing;
     if (kept + p.tickets > kTicketLimit) {  // the kept rows count too
         ui.ui_Message(msg::kTicketLimit);
@@ -140,8 +142,7 @@ int init_TouZhu(IssueNumber issue) {
         log_Append(msg::kInitStopped);
         return existing;
     }
-    const QString done =
-        QStringLiteral("初始化选号完成!共 ") + to_QuanJiao(x.counter) + QStringLiteral(" 注！");
+    const QString done = msg::initDone(x.counter);
     ui.ui_Message(done);
     load_TouZhuBiao(issue);
     log_CaoZuo(done + kCrLf, false);

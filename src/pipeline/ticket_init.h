@@ -16,6 +16,9 @@ inline constexpr int kOutsideFormula = 99999999;
 int init_TouZhu(IssueNumber issue);
 
 namespace msg {
+inline QString initDone(int rows) {
+    return QStringLiteral("初始化选号完成!共 ") + to_QuanJiao(rows) + QStringLiteral(" 注！");
+}
 inline const QString kKeepOldTickets = QStringLiteral(
     "表格中已有该期的投注号码！要删除它们吗？\r\n按“是”删除旧号码；按“否”保留旧号码，新号码排在其后。");
 inline const QString kInitStopped = QStringLiteral("已停止，投注号码未改变");

@@ -74,6 +74,10 @@ inline constexpr int kFilterToleranceId =
     3902;  // 容错值 of the whole filter run: conditions a ticket may fail
 inline constexpr int kFilterToleranceMax = 20;
 inline constexpr int kSpaceModeId = 3903;  // 1: 第1步 filters the whole expansion before writing (大底)
+// The parity patterns of 单双组合: seven rows each (reds 1..6, the blue) at 5001 + 10 * slot, slot 0
+// the previous draw's pattern, which the filter writes for the issue it filters.
+inline constexpr int kParityRowsFirstId = 5001;
+inline constexpr int kParityRowsLastId = 5057;
 
 // Every row of 过滤条件 a store holds, as ranges (both ends inclusive) in ID order.
 QList<QPair<int, int>> conditionIdRanges();

@@ -7,9 +7,6 @@ namespace dovrex {
 
 namespace {
 constexpr int kShownPositions = 5;
-// The parity patterns: the previous draw's and five of the player's, seven positions each.
-constexpr int kParityRowsFirst = 5001;
-constexpr int kParityRowsLast = 5057;
 }  // namespace
 
 QDate firstDrawDate() {
@@ -58,7 +55,7 @@ bool conditionValueRange(int id, int& low, int& high) {
     low = 0;
     high = 1;
     const bool pick = (id >= 1 && id <= 38) || (id > 100 && id <= 100 + kBlueCount);
-    const bool parity = id >= kParityRowsFirst && id <= kParityRowsLast && id % 10 >= 1 && id % 10 <= 7;
+    const bool parity = id >= kParityRowsFirstId && id <= kParityRowsLastId && id % 10 >= 1 && id % 10 <= 7;
     if (pick || parity) {
         high = 2;  // none, drag, banker; or 双, 单, *
         return true;

@@ -34,9 +34,9 @@ class QuietScreen {
     QString log_;
 };
 
-// The rows 单双组合 writes for the draw before the issue it filters; a back-test puts them back.
-constexpr int kParityFirstId = 5001;
-constexpr int kParityLastId = 5007;
+// The rows 单双组合 writes for the draw before the issue it filters.
+constexpr int kPreviousParityFirstId = kParityRowsFirstId;
+constexpr int kPreviousParityLastId = kParityRowsFirstId + 6;
 
 int clampTolerance(int k) {
     return std::clamp(k, 0, kFilterToleranceMax);
@@ -44,15 +44,17 @@ int clampTolerance(int k) {
 
 }  // namespace
 
-KeepParityRows::KeepParityRows() {
-    for (int id = kParityFirstId; id <= kParityLastId; ++id) rows_.push_back(get_GuoLvTiaoJian(id));
+KeepJudgingState::KeepJudgingState() : array_(shared().guoLvShuZu) {
+    for (int id = kPreviousParityFirstId; id <= kPreviousParityLastId; ++id)
+        parityRows_.push_back(get_GuoLvTiaoJian(id));
 }
 
-KeepParityRows::~KeepParityRows() {
+KeepJudgingState::~KeepJudgingState() {
+    shared().guoLvShuZu = array_;
     Transaction tx(store());
-    for (int id = kParityFirstId; id <= kParityLastId; ++id)
-        if (get_GuoLvTiaoJian(id) != rows_[size_t(id - kParityFirstId)])
-            set_GuoLvTiaoJian(id, rows_[size_t(id - kParityFirstId)]);
+    for (int id = kPreviousParityFirstId; id <= kPreviousParityLastId; ++id)
+        if (get_GuoLvTiaoJian(id) != parityRows_[size_t(id - kPreviousParityFirstId)])
+            set_GuoLvTiaoJian(id, parityRows_[size_t(id - kPreviousParityFirstId)]);
 }
 
 namespace {
@@ -164,9 +166,7 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
         d.blue = c->intValue(7);
         r.draws << d;
     }
-    const ConditionArray startArray = s.guoLvShuZu;
-    std::vector<int> parityRows;
-    for (int id = kParityFirstId; id <= kParityLastId; ++id) parityRows.push_back(get_GuoLvTiaoJian(id));
+    const KeepJudgingState kept;
 
     struct Tally {
         BacktestCondition stats;
@@ -186,7 +186,7 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
             break;
         }
         BacktestDraw& d = r.draws[done];
-        s.guoLvShuZu = startArray;
+        s.guoLvShuZu = kept.array();
         const std::vector<PreparedCondition> conditions = byIssue.prepare(d.issue);
         TicketBalls ticket;
         ticket.reds = d.reds;
@@ -208,12 +208,6 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
         }
     }
     r.draws = r.draws.mid(0, done);
-    s.guoLvShuZu = startArray;
-    {
-        Transaction tx(store());
-        for (int id = kParityFirstId; id <= kParityLastId; ++id)
-            set_GuoLvTiaoJian(id, parityRows[size_t(id - kParityFirstId)]);
-    }
     // The conditions in the run's order.
     for (const FilterStep& step : filterSteps())
         for (const FilterDef& def : step.filters) {
@@ -225,36 +219,12 @@ BacktestResult run_Backtest(IssueNumber from, IssueNumber to, const std::functio
     return r;
 }
 
-namespace {
-
-QByteArray csv(const QList<QStringList>& rows) {
-    QByteArray out("\xEF\xBB\xBF");
-    for (const QStringList& row : rows) {
-        QStringList cells;
-        for (QString cell : row) {
-            if (cell.contains(u',') || cell.contains(u'"') || cell.contains(u'\n'))
-                cell = u'"' + cell.replace(u'"', QStringLiteral("\"\"")) + u'"';
-            cells << cell;
-        }
-        out += cells.join(u',').toUtf8() + "\r\n";
-    }
-    return out;
-}
-
-QString numbersText(const BacktestDraw& d) {
-    QStringList reds;
-    for (int i = 1; i <= 6; ++i) reds << twoDigits(d.reds[size_t(i)]);
-    return reds.join(u' ') + QStringLiteral(" + ") + twoDigits(d.blue);
-}
-
-}  // namespace
-
 QByteArray backtest_DrawsCsv(const BacktestResult& r) {
     QList<QStringList> rows{
         {QStringLiteral("期号"), QStringLiteral("开奖号码"), QStringLiteral("未通过的条件")}};
     for (const BacktestDraw& d : r.draws)
-        rows << QStringList{QString::number(d.issue), numbersText(d), d.failed.join(u' ')};
-    return csv(rows);
+        rows << QStringList{QString::number(d.issue), ballsText(d.reds, d.blue), d.failed.join(u' ')};
+    return csvBytes(rows);
 }
 
 QByteArray backtest_ConditionsCsv(const BacktestResult& r) {
@@ -268,7 +238,7 @@ QByteArray backtest_ConditionsCsv(const BacktestResult& r) {
                             QString::number(c.total ? 100.0 * c.passed / c.total : 0.0, 'f', 1) + u'%',
                             QString::number(c.longestMissRun),
                             c.sinceLastMiss < 0 ? QStringLiteral("-") : QString::number(c.sinceLastMiss)};
-    return csv(rows);
+    return csvBytes(rows);
 }
 
 int run_GuoLvWithTolerance(IssueNumber issue, int k) {

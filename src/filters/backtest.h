@@ -22,17 +22,21 @@ struct PreparedCondition {
 };
 std::vector<PreparedCondition> prepare_Conditions(IssueNumber issue);
 
-// The rows 单双组合 writes for the draw before the issue it judges, saved on construction and put
-// back on destruction: a pass that only judges tickets leaves the player's rows as it found them.
-class KeepParityRows {
+// What preparing the conditions of an issue changes, saved on construction and put back on
+// destruction: guoLvShuZu and the rows 单双组合 writes for the draw before the issue. A pass that
+// only judges tickets (the back-test, the replay) leaves the player's state as it found it.
+class KeepJudgingState {
   public:
-    KeepParityRows();
-    ~KeepParityRows();
-    KeepParityRows(const KeepParityRows&) = delete;
-    KeepParityRows& operator=(const KeepParityRows&) = delete;
+    KeepJudgingState();
+    ~KeepJudgingState();
+    KeepJudgingState(const KeepJudgingState&) = delete;
+    KeepJudgingState& operator=(const KeepJudgingState&) = delete;
+    // guoLvShuZu as it was: each issue is prepared from it.
+    const ConditionArray& array() const { return array_; }
 
   private:
-    std::vector<int> rows_;
+    ConditionArray array_;
+    std::vector<int> parityRows_;
 };
 
 // The labels of the conditions a ticket fails.

@@ -135,7 +135,7 @@ bool make_ShangQiDanShuang(IssueNumber prevIssue, QString& text) {
     values << c->intValue(QStringLiteral("蓝球")) % 2;
     {
         Transaction tx(store());
-        for (int i = 0; i < 7; ++i) set_GuoLvTiaoJian(5001 + i, values[i]);
+        for (int i = 0; i < 7; ++i) set_GuoLvTiaoJian(kParityRowsFirstId + i, values[i]);
     }
     text = text_DanShuang(values);
     return true;

@@ -20,6 +20,20 @@ struct CoverProblem {
     int t = 5;
 };
 
+// The problem of a scan over `masks` with their 缩水标记: a ticket with a mark of 0 or more is owed
+// the guarantee and may be kept; the first `keptWhole` (the formula at t 6) are kept whatever happens.
+inline CoverProblem coverProblemOf(const std::vector<std::uint64_t>& masks, const std::vector<int>& marks,
+                                   int t, int keptWhole) {
+    CoverProblem problem;
+    problem.masks = &masks;
+    problem.t = t;
+    problem.mustCover.resize(masks.size());
+    problem.mayKeep.resize(masks.size());
+    for (size_t i = 0; i < masks.size(); ++i) problem.mustCover[i] = problem.mayKeep[i] = marks[i] >= 0;
+    for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
+    return problem;
+}
+
 // Two tickets share at least t balls exactly when they share a t-subset of their balls. Every
 // ticket is filed under each of its t-subsets, so a ticket's neighbours (itself included) are the
 // members of its groups: no pair of tickets is ever compared blindly.

@@ -48,18 +48,6 @@ int renumber() {
     return n;
 }
 
-CoverProblem coverProblemOf(const std::vector<std::uint64_t>& masks, const std::vector<int>& marks, int t,
-                            int keptWhole) {
-    CoverProblem problem;
-    problem.masks = &masks;
-    problem.t = t;
-    problem.mustCover.resize(masks.size());
-    problem.mayKeep.resize(masks.size());
-    for (size_t i = 0; i < masks.size(); ++i) problem.mustCover[i] = problem.mayKeep[i] = marks[i] >= 0;
-    for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
-    return problem;
-}
-
 QString seconds(int ms) {
     return to_QuanJiao(QString::number(ms / 1000.0, 'f', 1));
 }

@@ -29,10 +29,7 @@ bool scoreTickets(const std::vector<StoredTicket>& rows, IssueNumber issue, RunP
     int done = 0;
     for (const StoredTicket& row : rows) {
         if (s.tingZhi) break;
-        std::array<int, 8> t{};
-        for (int i = 1; i <= kRedsPerTicket; ++i) t[size_t(i)] = row.reds[size_t(i)];
-        t[7] = row.blue;
-        write.bind(1, calc_PiPeiShu(block, pattern, t)).bind(2, row.key).exec();
+        write.bind(1, calc_PiPeiShu(block, pattern, row.reds, row.blue)).bind(2, row.key).exec();
         ui.ui_Pump();
         panel.step(++done);
     }
@@ -90,6 +87,13 @@ int calc_PiPeiShu(const ChaZhiBlock& a, const ChaZhiMoShi& chaZhiMoShi, const st
     return score;
 }
 
+int calc_PiPeiShu(const ChaZhiBlock& a, const ChaZhiMoShi& chaZhiMoShi, const Reds& reds, int blue) {
+    std::array<int, 8> t{};
+    for (int i = 1; i <= kRedsPerTicket; ++i) t[size_t(i)] = reds[size_t(i)];
+    t[7] = blue;
+    return calc_PiPeiShu(a, chaZhiMoShi, t);
+}
+
 void run_ZhiNengYouHua(IssueNumber issue, int t) {
     if (get_ShiYongQingKuang(kSmartSwitch) != 1 || t >= 7) return;
     TicketQuery unfiltered;
@@ -142,10 +146,7 @@ void run_JingXuan(IssueNumber issue, int n) {
         int done = 0;
         for (Scored& row : rows) {
             if (s.tingZhi) break;
-            std::array<int, 8> t{};
-            for (int i = 1; i <= kRedsPerTicket; ++i) t[size_t(i)] = row.ticket.reds[size_t(i)];
-            t[7] = row.ticket.blue;
-            row.scratch = calc_PiPeiShu(block, pattern, t);
+            row.scratch = calc_PiPeiShu(block, pattern, row.ticket.reds, row.ticket.blue);
             ui.ui_Pump();
             panel.step(++done);
         }
@@ -171,7 +172,8 @@ void run_JingXuan(IssueNumber issue, int n) {
         for (long long id : survivors) mark.bind(1, kChosen).bind(2, id).exec();
         delete_StoredTickets(issue, removed, survivors);
         if (!s.tingZhi)
-            log.show(QStringLiteral("[ 精选号码 ] 完 成 ，") + to_QuanJiao(ticketsAndCost(int(survivors.size()))));
+            log.show(QStringLiteral("[ 精选号码 ] 完 成 ，") +
+                     to_QuanJiao(ticketsAndCost(int(survivors.size()))));
     }
     screen().ui_Message(msg::kSelectDone);
     load_TouZhuBiao(issue);

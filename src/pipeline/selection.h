@@ -23,6 +23,8 @@ ChaZhiMoShi calc_ChaZhiMoShi(const ChaZhiBlock& a);
 // The score of a ticket (t[1..6] reds, t[7] blue): the positions where its differences, taken as if
 // it were the next draw, equal chaZhiMoShi. Always at least 1 (position 462).
 int calc_PiPeiShu(const ChaZhiBlock& a, const ChaZhiMoShi& chaZhiMoShi, const std::array<int, 8>& t);
+// The same of a ticket of six reds and a blue.
+int calc_PiPeiShu(const ChaZhiBlock& a, const ChaZhiMoShi& chaZhiMoShi, const Reds& reds, int blue);
 
 // 智能优化: scores the tickets of `issue` into 临时数据 when switch 45 is on and t is below 7, then
 // sets the lower 60 per cent to 0, so that a shrink keeps its tickets in a better order.

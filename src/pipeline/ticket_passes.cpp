@@ -13,19 +13,12 @@ namespace dovrex {
 
 namespace {
 
-std::array<int, 8> scoreBalls(const SpaceTicket& t) {
-    std::array<int, 8> balls{};
-    for (int i = 1; i <= kRedsPerTicket; ++i) balls[size_t(i)] = t.reds[size_t(i)];
-    balls[7] = t.blue;
-    return balls;
-}
-
 std::vector<int> scores(const std::vector<SpaceTicket>& tickets, IssueNumber issue) {
     const ChaZhiBlock block = loadDifferenceBlock(issue);
     const ChaZhiMoShi pattern = calc_ChaZhiMoShi(block);
     std::vector<int> out;
     out.reserve(tickets.size());
-    for (const SpaceTicket& t : tickets) out.push_back(calc_PiPeiShu(block, pattern, scoreBalls(t)));
+    for (const SpaceTicket& t : tickets) out.push_back(calc_PiPeiShu(block, pattern, t.reds, t.blue));
     return out;
 }
 
@@ -102,13 +95,8 @@ std::vector<int> shrink_HeldTickets(const std::vector<SpaceTicket>& tickets, Iss
         masks, marks, t, [&](int) { return stopped && stopped(); }, keptWhole);
     std::vector<int> kept = scan.kept;
     if (!scan.stopped && choice.optimised) {
-        CoverProblem problem;
-        problem.masks = &masks;
-        problem.t = t;
-        problem.mustCover.assign(masks.size(), 1);
-        problem.mayKeep.assign(masks.size(), 1);
-        for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
-        kept = optimise_SuoShui(problem, scan.kept, std::max(choice.budgetMs, 1),
+        kept = optimise_SuoShui(coverProblemOf(masks, marks, t, keptWhole), scan.kept,
+                                std::max(choice.budgetMs, 1),
                                 [&](const CoverProgress&) { return stopped && stopped(); });
     }
     if (wasStopped) *wasStopped = scan.stopped || (stopped && stopped());

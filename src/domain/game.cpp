@@ -29,4 +29,24 @@ long long roundHalfEven(double value) {
     return static_cast<long long>(std::nearbyint(value));
 }
 
+QString ballsText(const Reds& reds, int blue) {
+    QStringList balls;
+    for (int i = 1; i <= kRedsPerTicket; ++i) balls << twoDigits(reds[size_t(i)]);
+    return balls.join(u' ') + QStringLiteral(" + ") + twoDigits(blue);
+}
+
+QByteArray csvBytes(const QList<QStringList>& rows) {
+    QByteArray out("\xEF\xBB\xBF");
+    for (const QStringList& row : rows) {
+        QStringList cells;
+        for (QString cell : row) {
+            if (cell.contains(u',') || cell.contains(u'"') || cell.contains(u'\n'))
+                cell = u'"' + cell.replace(u'"', QStringLiteral("\"\"")) + u'"';
+            cells << cell;
+        }
+        out += cells.join(u',').toUtf8() + "\r\n";
+    }
+    return out;
+}
+
 }  // namespace dovrex

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <cstdint>
 
@@ -82,5 +85,15 @@ long long roundHalfEven(double value);
 inline QString twoDigits(int n) {
     return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
 }
+
+// A ticket or draw as the windows and files show it: "01 02 03 04 05 06 + 07".
+QString ballsText(const Reds& reds, int blue);
+// A share as a per cent with one decimal: "48.6%".
+inline QString percentText(double share) {
+    return QString::number(share * 100.0, 'f', 1) + u'%';
+}
+// Rows as CSV: UTF-8 with a byte order mark, so that spreadsheets read the Chinese; a cell with a
+// comma, a quote or a line break is quoted.
+QByteArray csvBytes(const QList<QStringList>& rows);
 
 }  // namespace dovrex

@@ -24,20 +24,6 @@ long long choose(int n, int k) {
     return c;
 }
 
-// The condition values the filters load while the replay prepares its issues, and the rows 单双组合
-// writes for each: the player's are put back however the replay ends.
-class KeepConditionArray {
-  public:
-    KeepConditionArray() : saved_(shared().guoLvShuZu) {}
-    ~KeepConditionArray() { shared().guoLvShuZu = saved_; }
-    KeepConditionArray(const KeepConditionArray&) = delete;
-    KeepConditionArray& operator=(const KeepConditionArray&) = delete;
-
-  private:
-    std::array<int, 200> saved_;
-    KeepParityRows parity_;
-};
-
 template <typename T>
 std::vector<T> pick(const std::vector<T>& from, const std::vector<int>& indices) {
     std::vector<T> out;
@@ -63,10 +49,6 @@ void spread(std::vector<double> values, double& mean, double& low, double& high)
     std::sort(values.begin(), values.end());
     low = quantile(values, 0.05);
     high = quantile(values, 0.95);
-}
-
-QString percent(double share) {
-    return QString::number(share * 100.0, 'f', 1) + u'%';
 }
 
 }  // namespace
@@ -101,7 +83,7 @@ ReplaySettings replay_DefaultSettings() {
 ReplayTickets replay_Tickets(IssueNumber issue, const ReplaySettings& settings,
                              const std::function<bool()>& stopped) {
     ReplayTickets out;
-    const KeepConditionArray keep;
+    const KeepJudgingState keep;
     SpaceResult space =
         filter_Space(issue, kTicketLimit, [&](long long, long long) { return stopped && stopped(); });
     out.space = space.space;
@@ -234,27 +216,29 @@ QString replay_Verdict(const ReplayResult& r) {
                              .arg(n)
                              .arg(r.cost)
                              .arg(r.won)
-                             .arg(percent(r.routineReturn()));
-    const QString expected = QStringLiteral("（随机一注的期望回报率为 %1）").arg(percent(r.expectedReturn));
+                             .arg(percentText(r.routineReturn()));
+    const QString expected =
+        QStringLiteral("（随机一注的期望回报率为 %1）").arg(percentText(r.expectedReturn));
     const double ret = r.routineReturn();
     if (ret > r.randomHigh)
         return head +
                QStringLiteral(
                    "高于同样注数随机投注的 95% 分位 %1：这些期里它好于随机选号，但这也可能只是运气%2。")
-                   .arg(percent(r.randomHigh), expected);
+                   .arg(percentText(r.randomHigh), expected);
     if (ret < r.randomLow)
         return head + QStringLiteral("低于同样注数随机投注的 5% 分位 %1：这些期里它不如随机选号%2。")
-                          .arg(percent(r.randomLow), expected);
+                          .arg(percentText(r.randomLow), expected);
     return head +
            QStringLiteral("落在同样注数随机投注的 5%–95% 区间（%1–%2）之内：与随机选号没有可分辨的差别%3。")
-               .arg(percent(r.randomLow), percent(r.randomHigh), expected);
+               .arg(percentText(r.randomLow), percentText(r.randomHigh), expected);
 }
 
 QByteArray replay_Csv(const ReplayResult& r) {
-    QStringList lines;
-    lines << QStringLiteral(
-        "期号,开奖号码,过滤后注数,投注注数,成本(元),一等奖,二等奖,三等奖,四等奖,五等奖,六等奖,中奖金额(元),"
-        "奖金未知,累计成本(元),累计中奖(元),随机累计中奖均值(元),随机5%(元),随机95%(元)");
+    QList<QStringList> rows{
+        QStringLiteral(
+            "期号,开奖号码,过滤后注数,投注注数,成本(元),一等奖,二等奖,三等奖,四等奖,五等奖,六等奖,"
+            "中奖金额(元),奖金未知,累计成本(元),累计中奖(元),随机累计中奖均值(元),随机5%(元),随机95%(元)")
+            .split(u',')};
     qint64 cost = 0, won = 0;
     for (const ReplayDraw& d : r.draws) {
         cost += d.cost;
@@ -269,19 +253,20 @@ QByteArray replay_Csv(const ReplayResult& r) {
         cells << QString::number(d.won) << (d.unknown ? msg::kPrizeUnknown : QString())
               << QString::number(cost) << QString::number(won) << QString::number(d.randomMean, 'f', 1)
               << QString::number(d.randomLow, 'f', 1) << QString::number(d.randomHigh, 'f', 1);
-        lines << cells.join(u',');
+        rows << cells;
     }
-    lines << QStringLiteral("合计,,,,%1,,,,,,,%2,%3,,,,,")
-                 .arg(r.cost)
-                 .arg(r.won)
-                 .arg(r.unknown ? msg::kPrizeUnknown : QString());
-    lines << QStringLiteral("回报率,%1,随机均值,%2,随机5%,%3,随机95%,%4,随机一注期望,%5")
-                 .arg(percent(r.routineReturn()), percent(r.randomMean), percent(r.randomLow),
-                      percent(r.randomHigh), percent(r.expectedReturn));
-    QByteArray out("\xEF\xBB\xBF");
-    out += lines.join(QStringLiteral("\r\n")).toUtf8();
-    out += "\r\n";
-    return out;
+    QStringList total(rows.front().size());
+    total[0] = QStringLiteral("合计");
+    total[4] = QString::number(r.cost);
+    total[11] = QString::number(r.won);
+    total[12] = r.unknown ? msg::kPrizeUnknown : QString();
+    rows << total;
+    rows << QStringList{QStringLiteral("回报率"),       percentText(r.routineReturn()),
+                        QStringLiteral("随机均值"),     percentText(r.randomMean),
+                        QStringLiteral("随机5%"),       percentText(r.randomLow),
+                        QStringLiteral("随机95%"),      percentText(r.randomHigh),
+                        QStringLiteral("随机一注期望"), percentText(r.expectedReturn)};
+    return csvBytes(rows);
 }
 
 }  // namespace dovrex

@@ -13,7 +13,6 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -27,6 +26,7 @@
 #include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
 #include "widgets/command_trap.h"
+#include "widgets/pass_window.h"
 
 namespace dovrex {
 
@@ -36,10 +36,6 @@ constexpr int kDefaultDraws = 30;
 
 QString money(double yuan) {
     return QString::number(yuan, 'f', 0);
-}
-
-QString percent(double share) {
-    return QString::number(share * 100.0, 'f', 1) + u'%';
 }
 
 QSpinBox* spin(int low, int high, int value, const QString& suffix, QWidget* parent) {
@@ -125,12 +121,7 @@ ReplayWindow::ReplayWindow(QWidget* parent) : QDialog(parent) {
     for (int tier = 1; tier <= 6; ++tier) captions << prizeTierName(tier);
     captions << QStringLiteral("中奖金额") << QStringLiteral("累计盈亏")
              << QStringLiteral("随机累计盈亏 5%–95%");
-    table_ = new QTableWidget(0, int(captions.size()), tabs);
-    table_->setHorizontalHeaderLabels(captions);
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->verticalHeader()->setVisible(false);
-    table_->horizontalHeader()->setStretchLastSection(true);
+    table_ = makeResultTable(captions, tabs);
     auto* view = new QChartView(new QChart, tabs);
     view->setRenderHint(QPainter::Antialiasing);
     chart_ = view;
@@ -165,28 +156,10 @@ void ReplayWindow::run() {
     settings.shrink.budgetMs = budget_->value() * 1000;
     settings.select = select_->value();
     settings.seed = quint64(seed_->value());
-    SharedState& s = shared();
-    s.tingZhi = 0;
-    start_->setEnabled(false);
-    stop_->setEnabled(true);
     progress_->setRange(0, draws_->value());
     progress_->setValue(0);
-    progress_->setVisible(true);
-    struct Restore {
-        ReplayWindow* w;
-        ~Restore() {
-            w->start_->setEnabled(true);
-            w->stop_->setEnabled(false);
-            w->progress_->setVisible(false);
-            shared().tingZhi = 0;
-        }
-    } restore{this};
-    result_ = run_Replay(from, to, settings, [this](int done, int total) {
-        progress_->setRange(0, total);
-        progress_->setValue(done);
-        dovrex::screen().ui_Pump();
-        return shared().tingZhi != 0;
-    });
+    RunningPass pass(start_, stop_, progress_);
+    result_ = run_Replay(from, to, settings, [&pass](int done, int total) { return pass.step(done, total); });
     showResult();
 }
 
@@ -199,7 +172,7 @@ void ReplayWindow::showResult() {
                          .arg(r.cost / kTicketPrice)
                          .arg(r.cost)
                          .arg(r.won)
-                         .arg(percent(r.routineReturn()));
+                         .arg(percentText(r.routineReturn()));
     totals += r.bestTier > 0 ? QStringLiteral("，最高中 %1。").arg(prizeTierName(r.bestTier))
                              : QStringLiteral("，没有中奖。");
     notes << totals;
@@ -212,8 +185,8 @@ void ReplayWindow::showResult() {
     notes << QStringLiteral(
                  "随机投注：200 位玩家的回报率均值 %1，5%–95% 区间 %2–%3；一注随机号码的期望回报率 %4"
                  "（罕见的大奖使期望高于多数玩家的实际所得）。")
-                 .arg(percent(r.randomMean), percent(r.randomLow), percent(r.randomHigh),
-                      percent(r.expectedReturn));
+                 .arg(percentText(r.randomMean), percentText(r.randomLow), percentText(r.randomHigh),
+                      percentText(r.expectedReturn));
     summary_->setText(notes.join(u'\n'));
 
     const int n = int(r.draws.size());
@@ -223,10 +196,7 @@ void ReplayWindow::showResult() {
         const ReplayDraw& d = r.draws[i];
         balance += d.won - d.cost;
         spent += d.cost;
-        QStringList balls;
-        for (int k = 1; k <= kRedsPerTicket; ++k) balls << twoDigits(d.reds[size_t(k)]);
-        QStringList cells{QString::number(d.issue),
-                          balls.join(u' ') + QStringLiteral(" + ") + twoDigits(d.blue),
+        QStringList cells{QString::number(d.issue), ballsText(d.reds, d.blue),
                           d.overLimit ? QStringLiteral("超过上限") : QString::number(d.kept),
                           QString::number(d.tickets), QString::number(d.cost)};
         for (int tier = 1; tier <= 6; ++tier) cells << QString::number(d.tiers[size_t(tier)]);
@@ -307,18 +277,7 @@ void ReplayWindow::drawChart() {
 }
 
 void ReplayWindow::exportCsv() {
-    if (result_.draws.isEmpty()) {
-        dovrex::screen().ui_Message(QStringLiteral("请先进行回测。"));
-        return;
-    }
-    const QString path = dovrex::screen().ui_PickFile(QStringLiteral("CSV 文件 (*.csv)"), true);
-    if (path.isEmpty()) return;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(replay_Csv(result_)) < 0 || !file.commit()) {
-        dovrex::screen().ui_Message(QStringLiteral("文件写入失败：") + path, MessageKind::Error);
-        return;
-    }
-    dovrex::screen().ui_TimedTip(QStringLiteral("已导出到 ") + path, 3);
+    exportCsvFile(replay_Csv(result_), !result_.draws.isEmpty());
 }
 
 ReplayWindow* ReplayWindow::open(QWidget* parent) {

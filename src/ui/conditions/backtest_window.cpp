@@ -14,7 +14,6 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -30,6 +29,7 @@
 #include "ui/shell/form_main.h"
 #include "ui/shell/window_parts.h"
 #include "widgets/command_trap.h"
+#include "widgets/pass_window.h"
 
 namespace dovrex {
 
@@ -37,22 +37,12 @@ namespace {
 
 constexpr int kDefaultDraws = 100;
 
-QTableWidget* makeTable(const QStringList& captions, QWidget* parent) {
-    auto* t = new QTableWidget(0, int(captions.size()), parent);
-    t->setHorizontalHeaderLabels(captions);
-    t->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    t->setSelectionBehavior(QAbstractItemView::SelectRows);
-    t->verticalHeader()->setVisible(false);
-    t->horizontalHeader()->setStretchLastSection(true);
-    return t;
-}
-
 void setRow(QTableWidget* t, int row, const QStringList& cells) {
     for (int c = 0; c < cells.size(); ++c) t->setItem(row, c, new QTableWidgetItem(cells[c]));
 }
 
 QString percent(int part, int whole) {
-    return QString::number(whole ? 100.0 * part / whole : 0.0, 'f', 1) + u'%';
+    return percentText(whole ? double(part) / whole : 0.0);
 }
 
 }  // namespace
@@ -104,13 +94,13 @@ BacktestWindow::BacktestWindow(QWidget* parent) : QDialog(parent) {
     layout->addWidget(summary_);
 
     auto* tabs = new QTabWidget(this);
-    draws_ =
-        makeTable({QStringLiteral("期号"), QStringLiteral("开奖号码"), QStringLiteral("未通过的条件")}, tabs);
-    conditions_ =
-        makeTable({QStringLiteral("条件"), QStringLiteral("通过期数"), QStringLiteral("回测期数"),
-                   QStringLiteral("通过率"), QStringLiteral("最长连续未通过"), QStringLiteral("距上次未通过"),
-                   QStringLiteral("大底保留"), QStringLiteral("通过率/保留率")},
-                  tabs);
+    draws_ = makeResultTable(
+        {QStringLiteral("期号"), QStringLiteral("开奖号码"), QStringLiteral("未通过的条件")}, tabs);
+    conditions_ = makeResultTable(
+        {QStringLiteral("条件"), QStringLiteral("通过期数"), QStringLiteral("回测期数"),
+         QStringLiteral("通过率"), QStringLiteral("最长连续未通过"), QStringLiteral("距上次未通过"),
+         QStringLiteral("大底保留"), QStringLiteral("通过率/保留率")},
+        tabs);
     auto* view = new QChartView(new QChart, tabs);
     view->setRenderHint(QPainter::Antialiasing);
     chart_ = view;
@@ -140,27 +130,9 @@ void BacktestWindow::fillIssues() {
 void BacktestWindow::run() {
     const IssueNumber from = from_->currentData().toInt(), to = to_->currentData().toInt();
     if (from < 1 || to < 1) return;
-    SharedState& s = shared();
-    s.tingZhi = 0;
-    start_->setEnabled(false);
-    stop_->setEnabled(true);
-    progress_->setVisible(true);
-    struct Restore {
-        BacktestWindow* w;
-        ~Restore() {
-            w->start_->setEnabled(true);
-            w->stop_->setEnabled(false);
-            w->progress_->setVisible(false);
-            shared().tingZhi = 0;
-        }
-    } restore{this};
-    const BacktestResult r =
-        run_Backtest(std::min(from, to), std::max(from, to), [this](int done, int total) {
-            progress_->setRange(0, total);
-            progress_->setValue(done);
-            dovrex::screen().ui_Pump();
-            return shared().tingZhi != 0;
-        });
+    RunningPass pass(start_, stop_, progress_);
+    const BacktestResult r = run_Backtest(std::min(from, to), std::max(from, to),
+                                          [&pass](int done, int total) { return pass.step(done, total); });
     space_ = {};
     if (!r.stopped)
         space_ = filter_Space(
@@ -187,11 +159,8 @@ void BacktestWindow::showResult(const BacktestResult& r) {
     draws_->setRowCount(n);
     for (int i = 0; i < n; ++i) {
         const BacktestDraw& d = r.draws[n - 1 - i];  // the newest first
-        QStringList reds;
-        for (int k = 1; k <= 6; ++k) reds << twoDigits(d.reds[size_t(k)]);
         setRow(draws_, i,
-               {QString::number(d.issue), reds.join(u' ') + QStringLiteral(" + ") + twoDigits(d.blue),
-                d.failed.join(QStringLiteral("  "))});
+               {QString::number(d.issue), ballsText(d.reds, d.blue), d.failed.join(QStringLiteral("  "))});
     }
     draws_->resizeColumnsToContents();
     conditions_->setRowCount(int(r.conditions.size()));
@@ -240,20 +209,8 @@ void BacktestWindow::showResult(const BacktestResult& r) {
 }
 
 void BacktestWindow::exportCsv(bool draws) {
-    if (result_.draws.isEmpty()) {
-        dovrex::screen().ui_Message(QStringLiteral("请先进行回测。"));
-        return;
-    }
-    const QString path = dovrex::screen().ui_PickFile(QStringLiteral("CSV 文件 (*.csv)"), true);
-    if (path.isEmpty()) return;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) ||
-        file.write(draws ? backtest_DrawsCsv(result_) : backtest_ConditionsCsv(result_)) < 0 ||
-        !file.commit()) {
-        dovrex::screen().ui_Message(QStringLiteral("文件写入失败：") + path, MessageKind::Error);
-        return;
-    }
-    dovrex::screen().ui_TimedTip(QStringLiteral("已导出到 ") + path, 3);
+    exportCsvFile(draws ? backtest_DrawsCsv(result_) : backtest_ConditionsCsv(result_),
+                  !result_.draws.isEmpty());
 }
 
 BacktestWindow* BacktestWindow::open(FormMain& window) {

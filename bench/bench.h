@@ -34,6 +34,10 @@ struct ShippedStore {
 // An issue after every shipped draw, in a year the program accepts for a ticket.
 inline constexpr int kNextIssue = 2026150;
 
+// A blank routine: no picks, every condition and history filter switched off, every condition value
+// cleared.
+void blankRoutine();
+
 // The condition sets the figures are measured with (the picks and switches otherwise as they are):
 // the typical set, a middle band of each common measure, each switched on;
 void typicalConditions();

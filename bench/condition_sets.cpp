@@ -6,6 +6,14 @@ namespace bench {
 
 using namespace dovrex;
 
+void blankRoutine() {
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    resetRedPicks();
+    resetBluePicks();
+    resetConditionSet();
+}
+
 void typicalConditions() {
     auto allow = [](int lo, int hi) { set_GuoLvFanWei(lo, hi, 1); };
     auto on = [](int n) { set_ShiYongQingKuang(n, 1); };

@@ -25,11 +25,7 @@ int ticketCount() {
 // which can equal the latest draw's parity pattern.
 int expand() {
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
-    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
-    resetRedPicks();
-    resetBluePicks();
-    resetConditionSet();
+    bench::blankRoutine();
     set_GuoLvFanWei(1, 20, 1);
     const int blue =
         store().scalar(QStringLiteral("select 蓝球 from 历史记录 where 期号=?"), {latest_QiHao()}).toInt();

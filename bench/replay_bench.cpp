@@ -21,11 +21,7 @@ using namespace dovrex;
 // 20 red drags and blues 1 and 2 (77,520 tickets) under a middle band of the common measures: about
 // 5,000 to 7,000 tickets left before the shrink, by draw.
 void typicalRoutine() {
-    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
-    resetRedPicks();
-    resetBluePicks();
-    resetConditionSet();
+    bench::blankRoutine();
     set_GuoLvFanWei(1, 20, 1);
     set_GuoLvFanWei(101, 102, 1);
     bench::typicalConditions();

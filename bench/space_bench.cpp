@@ -105,9 +105,7 @@ const bench::Register space("space", [] {
     timeSpace(QStringLiteral("every condition on and permissive"));
 
     // The typical set: a middle band of each common measure.
-    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
-    resetConditionSet();
+    bench::blankRoutine();
     set_GuoLvFanWei(1, kRedCount, 1);
     set_GuoLvFanWei(101, 100 + kBlueCount, 1);
     set_SpaceMode(true);

@@ -1,7 +1,7 @@
 // The filters that ask how the six reds spread over the groups of a partition of 01..33.
 
 #include <QStringList>
-#include <vector>
+#include <cstdint>
 
 #include "filters/filter_families.h"
 #include "screen/shared_state.h"
@@ -41,7 +41,9 @@ const ShapeSpec kShapes[] = {
 
 // The groups each number belongs to, and the key table over (maxCount, groups).
 struct ShapeTables {
-    std::array<std::vector<int>, 34> groupsOf;
+    // The groups of each number as a count of 1 in each group's four bits: the sum over a ticket's
+    // six reds counts every group at once (no group can count more than six).
+    std::array<std::uint64_t, 34> groupsOf{};
     int groupCount = 0;
     int keys[8][14] = {};
     ShapeSpec form{};
@@ -58,9 +60,9 @@ ShapeTables readShapeTables(const ShapeSpec& form) {
     for (; !c->eof(); c->moveNext()) {
         const int x = c->intValue(0);
         if (x < 1 || x > kRedCount) continue;
-        t.groupsOf[size_t(x)].clear();
+        t.groupsOf[size_t(x)] = 0;
         for (int k = 0; k < form.groups; ++k)
-            if (c->value(k + 1).toInt() != 0) t.groupsOf[size_t(x)].push_back(k);
+            if (c->value(k + 1).toInt() != 0) t.groupsOf[size_t(x)] += std::uint64_t(1) << (4 * k);
     }
     // Keys outside the table's bounds are offered on the screen but never match.
     auto enter = [&](const ShapeKey& key) {
@@ -76,13 +78,13 @@ ShapeTables readShapeTables(const ShapeSpec& form) {
 }
 
 int shapeIndex(const ShapeTables& t, const Reds& r) {
-    int counts[12] = {};
-    for (int i = 1; i <= 6; ++i)
-        for (int k : t.groupsOf[size_t(r[size_t(i)])]) ++counts[k];
+    std::uint64_t counts = 0;
+    for (int i = 1; i <= 6; ++i) counts += t.groupsOf[size_t(r[size_t(i)])];
     int maxCount = 0, groups = 0;
     for (int k = 0; k < t.groupCount; ++k) {
-        if (counts[k] > maxCount) maxCount = counts[k];
-        if (counts[k] > 0) ++groups;
+        const int count = int((counts >> (4 * k)) & 0xF);
+        if (count > maxCount) maxCount = count;
+        if (count > 0) ++groups;
     }
     const ShapeSpec& s = t.form;
     if (maxCount < s.maxCountLo || maxCount > s.maxCountHi || groups < s.groupsLo || groups > s.groupsHi)

@@ -10,28 +10,12 @@
 
 namespace dovrex {
 
-namespace {
-
-bool allowed(int v, const ConditionArray& values) {
-    if (v < 0 || v >= int(values.size()))
-        throw StoreError(QStringLiteral("guoLvShuZu: index %1 out of range").arg(v));
-    return values[size_t(v)] >= 1;
+void throw_RedOutOfRange(int position, int red) {
+    throw StoreError(QStringLiteral("红球%1 = %2 out of range").arg(position).arg(red));
 }
 
-// The per-number tables of the filters have rows 1..33 only.
-void checkReds(const TicketBalls& b) {
-    for (int i = 1; i <= 6; ++i)
-        if (b.reds[size_t(i)] < 1 || b.reds[size_t(i)] > kRedCount)
-            throw StoreError(QStringLiteral("红球%1 = %2 out of range").arg(i).arg(b.reds[size_t(i)]));
-}
-
-}  // namespace
-
-bool ticket_Passes(const TicketTest& test, const TicketBalls& balls, const ConditionArray& values,
-                   bool redsChecked) {
-    if (!test.value) return test.accept(balls);
-    if (!redsChecked) checkReds(balls);
-    return allowed(test.value(balls), values);
+void throw_ValueOutOfRange(int value) {
+    throw StoreError(QStringLiteral("guoLvShuZu: index %1 out of range").arg(value));
 }
 
 TicketSet::TicketSet(IssueNumber issue) : issue_(issue) {

@@ -27,6 +27,9 @@ struct TicketTest {
     std::function<int(const TicketBalls&)> value;
     std::function<bool(const TicketBalls&)> accept;
     bool readsBlue = false;
+    // Of a blue-reading test, where the reds alone can settle it: true when the ticket passes
+    // whatever its blue, so that a pass over many blues asks the blue only where it matters.
+    std::function<bool(const TicketBalls&)> redsPass = nullptr;
 };
 
 // guoLvShuZu as a filter reads it.
@@ -35,8 +38,8 @@ using ConditionArray = std::array<int, 200>;
 // The verdict on one ticket: the test's own, or its value's entry in `values` above 0. A value
 // outside the array, or a red outside 1..33 for a table (unless already checked), is a fatal
 // range error.
-bool ticket_Passes(const TicketTest& test, const TicketBalls& balls, const ConditionArray& values,
-                   bool redsChecked = false);
+inline bool ticket_Passes(const TicketTest& test, const TicketBalls& balls, const ConditionArray& values,
+                          bool redsChecked = false);
 
 // The state of one pass, handed to a family's hooks.
 struct FilterPass {
@@ -148,5 +151,22 @@ int filter_SharedLoop(IssueNumber issue, const FilterDef& def);
 // Clears 过滤标记, 缩水标记, 精选标记 and 临时数据 of the issue's tickets, with its progress and log
 // lines. True when there were tickets and no Stop came; sets biaoJiQingLing unless stopped.
 bool load_GuoLvShuJu(IssueNumber issue);
+
+// Inline: the pass over the whole space asks it tens of millions of times.
+[[noreturn]] void throw_RedOutOfRange(int position, int red);
+[[noreturn]] void throw_ValueOutOfRange(int value);
+
+inline bool ticket_Passes(const TicketTest& test, const TicketBalls& balls, const ConditionArray& values,
+                          bool redsChecked) {
+    if (!test.value) return test.accept(balls);
+    // The per-number tables of the filters have rows 1..33 only.
+    if (!redsChecked)
+        for (int i = 1; i <= 6; ++i)
+            if (balls.reds[size_t(i)] < 1 || balls.reds[size_t(i)] > kRedCount)
+                throw_RedOutOfRange(i, balls.reds[size_t(i)]);
+    const int v = test.value(balls);
+    if (v < 0 || v >= int(values.size())) throw_ValueOutOfRange(v);
+    return values[size_t(v)] >= 1;
+}
 
 }  // namespace dovrex

@@ -1,6 +1,7 @@
 // The filters that look at a ticket position by position: 号码定位 and the parity patterns.
 
 #include <QList>
+#include <algorithm>
 
 #include "domain/condition_catalogue.h"
 #include "filters/condition_pages.h"
@@ -105,23 +106,34 @@ void attachDanShuang(FilterDef& def) {
         pass.resultLabel = label + QStringLiteral(" ") + *pattern + kCrLf2;
         return true;
     };
-    // A ticket that equals the pattern goes; "*" equals either parity.
+    // A ticket that equals the pattern goes; "*" equals either parity. The reds' parities and the
+    // pattern are bit masks over the six places, "*" a place that does not matter.
     def.prepare = [](FilterPass&) {
-        int g[8] = {};
-        for (int i = 1; i <= 7; ++i) g[i] = shared().guoLvShuZu[size_t(i)];
-        std::array<int, 8> pat{};
-        for (int i = 1; i <= 7; ++i) pat[size_t(i)] = g[i];
-        return TicketTest{{},
-                          [pat](const TicketBalls& b) {
-                              int d = 0;
-                              for (int i = 1; i <= 7; ++i) {
-                                  const int field = i == 7 ? b.blue : b.reds[size_t(i)];
-                                  const int w = pat[size_t(i)] == 2 ? 2 : field % 2;
-                                  d += std::abs(pat[size_t(i)] - w);
-                              }
-                              return d > 0;
-                          },
-                          pat[7] != 2};  // "*" for the blue equals either parity
+        const ConditionArray& g = shared().guoLvShuZu;
+        unsigned odd = 0, care = 0;
+        for (int i = 1; i <= kRedsPerTicket; ++i) {
+            if (g[size_t(i)] == 2) continue;
+            care |= 1u << i;
+            if (g[size_t(i)] == 1) odd |= 1u << i;
+        }
+        const int blue = g[7];
+        TicketTest test;
+        // A place holding anything but 0, 1 or 2 never equals a ticket's: nothing goes.
+        if (std::any_of(g.begin() + 1, g.begin() + 8, [](int v) { return v < 0 || v > 2; })) {
+            test.accept = [](const TicketBalls&) { return true; };
+            return test;
+        }
+        auto redsDiffer = [odd, care](const TicketBalls& b) {
+            unsigned parities = 0;
+            for (int i = 1; i <= kRedsPerTicket; ++i) parities |= unsigned(b.reds[size_t(i)] & 1) << i;
+            return ((parities ^ odd) & care) != 0;
+        };
+        test.accept = [redsDiffer, blue](const TicketBalls& b) {
+            return redsDiffer(b) || (blue != 2 && (b.blue & 1) != blue);
+        };
+        test.readsBlue = blue != 2;
+        if (test.readsBlue) test.redsPass = redsDiffer;
+        return test;
     };
 }
 

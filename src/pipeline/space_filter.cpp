@@ -28,6 +28,16 @@ inline bool passes(const PreparedCondition& c, const TicketBalls& t) {
     }
 }
 
+// True when the reds alone pass a blue-reading condition, whatever the blue; false when the blue
+// must be asked (or the reds cannot be judged alone, where `passes` keeps the ticket).
+inline bool redsSettle(const PreparedCondition& c, const TicketBalls& t) {
+    try {
+        return c.test.redsPass && c.test.redsPass(t);
+    } catch (const StoreError&) {
+        return false;
+    }
+}
+
 struct Survivor {
     std::uint32_t redSet;
     std::uint8_t blue;  // index into the picked blues
@@ -91,6 +101,8 @@ class SpacePass {
 
   private:
     void work(Tally& tally, const SpaceProgress& progress) {
+        std::vector<size_t> askBlue;  // the blue-reading conditions the reds of a set leave open
+        askBlue.reserve(blueReading_.size());
         for (;;) {
             const size_t chunk = nextChunk_++;
             if (chunk >= chunks_.size() || stop_) return;
@@ -99,7 +111,7 @@ class SpacePass {
             std::vector<Survivor>& out = chunks_[chunk];
             long long keptHere = 0;
             for (size_t s = from; s < to; ++s)
-                keptHere += full_ ? judgeEach(s, tally, out) : judge(s, tally, out);
+                keptHere += full_ ? judgeEach(s, tally, out, askBlue) : judge(s, tally, out, askBlue);
             setsDone_ += (long long)(to - from);
             if ((kept_ += keptHere) > limit_) overLimit_ = true;
             if (overLimit_) std::vector<Survivor>().swap(out);
@@ -119,7 +131,7 @@ class SpacePass {
     }
 
     // The run without a tolerance: a ticket goes by the first condition it fails, in the run's order.
-    long long judge(size_t s, Tally& tally, std::vector<Survivor>& out) {
+    long long judge(size_t s, Tally& tally, std::vector<Survivor>& out, std::vector<size_t>& askBlue) {
         TicketBalls t = ballsOf(s);
         const size_t none = conditions_.size();
         size_t firstRed = none;
@@ -128,8 +140,13 @@ class SpacePass {
                 firstRed = c;
                 break;
             }
+        askBlue.clear();
+        for (size_t c : blueReading_) {
+            if (c >= firstRed) break;
+            if (!redsSettle(conditions_[c], t)) askBlue.push_back(c);
+        }
         const size_t blues = blues_.size();
-        if (blueReading_.empty() || blueReading_.front() > firstRed) {
+        if (askBlue.empty()) {
             if (firstRed != none) {
                 tally.removed[firstRed] += (long long)blues;
                 return 0;
@@ -141,13 +158,11 @@ class SpacePass {
         for (size_t b = 0; b < blues; ++b) {
             t.blue = blues_[b];
             size_t first = firstRed;
-            for (size_t c : blueReading_) {
-                if (c >= first) break;
+            for (size_t c : askBlue)
                 if (!passes(conditions_[c], t)) {
                     first = c;
                     break;
                 }
-            }
             if (first != none) {
                 ++tally.removed[first];
             } else {
@@ -159,7 +174,7 @@ class SpacePass {
     }
 
     // Every condition judges the ticket: a tolerance counts the failures, `passed` each one alone.
-    long long judgeEach(size_t s, Tally& tally, std::vector<Survivor>& out) {
+    long long judgeEach(size_t s, Tally& tally, std::vector<Survivor>& out, std::vector<size_t>& askBlue) {
         TicketBalls t = ballsOf(s);
         const size_t none = conditions_.size();
         const long long blues = (long long)blues_.size();
@@ -174,12 +189,19 @@ class SpacePass {
                 if (tolerance_ > 0) tally.removed[c] += blues;
             }
         }
+        askBlue.clear();
+        for (size_t c : blueReading_) {
+            if (redsSettle(conditions_[c], t))
+                tally.passed[c] += blues;
+            else
+                askBlue.push_back(c);
+        }
         long long kept = 0;
         for (size_t b = 0; b < blues_.size(); ++b) {
             t.blue = blues_[b];
             int fails = redFails;
             size_t first = firstRed;
-            for (size_t c : blueReading_) {
+            for (size_t c : askBlue) {
                 if (passes(conditions_[c], t)) {
                     ++tally.passed[c];
                 } else {

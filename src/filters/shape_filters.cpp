@@ -1,6 +1,7 @@
 // The filters that ask how the six reds spread over the groups of a partition of 01..33.
 
 #include <QStringList>
+#include <bit>
 #include <cstdint>
 
 #include "filters/filter_families.h"
@@ -80,12 +81,13 @@ ShapeTables readShapeTables(const ShapeSpec& form) {
 int shapeIndex(const ShapeTables& t, const Reds& r) {
     std::uint64_t counts = 0;
     for (int i = 1; i <= 6; ++i) counts += t.groupsOf[size_t(r[size_t(i)])];
-    int maxCount = 0, groups = 0;
-    for (int k = 0; k < t.groupCount; ++k) {
-        const int count = int((counts >> (4 * k)) & 0xF);
-        if (count > maxCount) maxCount = count;
-        if (count > 0) ++groups;
-    }
+    // A group counts at least m when adding 8 - m to its four bits sets their top bit; no count
+    // exceeds six, so no addition carries into the next group.
+    constexpr std::uint64_t kOnes = 0x1111111111111111, kTops = 0x8888888888888888;
+    auto atLeast = [counts](int m) { return (counts + std::uint64_t(8 - m) * kOnes) & kTops; };
+    const int groups = std::popcount(atLeast(1));
+    int maxCount = groups > 0 ? 1 : 0;
+    while (maxCount < 6 && atLeast(maxCount + 1) != 0) ++maxCount;
     const ShapeSpec& s = t.form;
     if (maxCount < s.maxCountLo || maxCount > s.maxCountHi || groups < s.groupsLo || groups > s.groupsHi)
         throw StoreError(QStringLiteral("%1: shape (%2, %3) out of range")

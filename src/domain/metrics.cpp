@@ -1,6 +1,8 @@
 #include "domain/metrics.h"
 
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -20,16 +22,14 @@ int calc_JianJuMax(const Reds& r) {
 }
 
 int calc_AC(const Reds& r) {
-    bool seen[33] = {};
+    std::uint64_t seen = 0;  // bit d: some two reds differ by d
     for (int i = 1; i <= 6; ++i)
         for (int j = i + 1; j <= 6; ++j) {
             const int d = std::abs(r[i] - r[j]);
             if (d > 32) throw std::out_of_range("calc_AC: difference out of range");
-            seen[d] = true;
+            seen |= std::uint64_t(1) << d;
         }
-    int distinct = 0;
-    for (bool s : seen) distinct += s;
-    return distinct - 5;
+    return std::popcount(seen) - 5;
 }
 
 int calc_LianHaoMax(const Reds& r) {
@@ -48,17 +48,17 @@ int calc_LianHaoMax(const Reds& r) {
         t[48] = 10;
         return t;
     }();
-    bool flag[35] = {};
-    for (int i = 1; i <= 6; ++i) flag[r[i]] = true;
-    int longest = 0, total = 0, run = 0;
-    for (int x = 1; x <= 34; ++x) {
-        if (x <= 33 && flag[x]) {
-            ++run;
-            continue;
-        }
+    std::uint64_t balls = 0;  // bit x: red x is drawn (1..33)
+    for (int i = 1; i <= 6; ++i)
+        if (r[i] >= 1 && r[i] <= 33) balls |= std::uint64_t(1) << r[i];
+    int longest = 0, total = 0;
+    // Each turn takes the lowest run of consecutive reds off the set.
+    while (balls != 0) {
+        const int start = std::countr_zero(balls);
+        const int run = std::countr_one(balls >> start);
+        balls &= ~(((std::uint64_t(1) << run) - 1) << start);
         if (run > longest) longest = run;
         if (run >= 2) total += run;
-        run = 0;
     }
     if (longest < 2) longest = total = 0;
     return table.at(size_t(longest * 7 + total));
@@ -80,8 +80,10 @@ int calc_XieWeiMa(const Reds& prev, const Reds& r) {
     int n = 0;
     for (int i = 1; i <= 6; ++i) {
         const int x = r[i];
-        if (flag[x - 1]) ++n;
-        else if (flag[x + 1]) ++n;
+        if (flag[x - 1])
+            ++n;
+        else if (flag[x + 1])
+            ++n;
     }
     return n;
 }
@@ -134,18 +136,20 @@ int gesTable6Code(int m, int g) {
 }
 
 const QString& gesTable5Text(int code) {
-    static const QString texts[kGesTable5Keys] = {
-        QStringLiteral("1,1,1,1,1,1"), QStringLiteral("2,1,1,1,1"), QStringLiteral("2,2,1,1"), QStringLiteral("2,2,2"),
-        QStringLiteral("3,1,1,1"),     QStringLiteral("3,2,1"),     QStringLiteral("3,3"),     QStringLiteral("4,1,1"),
-        QStringLiteral("4,2"),         QStringLiteral("5,1")};
+    static const QString texts[kGesTable5Keys] = {QStringLiteral("1,1,1,1,1,1"), QStringLiteral("2,1,1,1,1"),
+                                                  QStringLiteral("2,2,1,1"),     QStringLiteral("2,2,2"),
+                                                  QStringLiteral("3,1,1,1"),     QStringLiteral("3,2,1"),
+                                                  QStringLiteral("3,3"),         QStringLiteral("4,1,1"),
+                                                  QStringLiteral("4,2"),         QStringLiteral("5,1")};
     return texts[code];
 }
 
 const QString& gesTable6Text(int code) {
-    static const QString texts[10] = {QStringLiteral("2,2,1,1"), QStringLiteral("2,2,2"), QStringLiteral("3,1,1,1"),
-                                      QStringLiteral("3,2,1"),   QStringLiteral("3,3"),   QStringLiteral("4,1,1"),
-                                      QStringLiteral("4,2"),     QStringLiteral("5,1"),   QStringLiteral("6"),
-                                      QString()};
+    static const QString texts[10] = {QStringLiteral("2,2,1,1"), QStringLiteral("2,2,2"),
+                                      QStringLiteral("3,1,1,1"), QStringLiteral("3,2,1"),
+                                      QStringLiteral("3,3"),     QStringLiteral("4,1,1"),
+                                      QStringLiteral("4,2"),     QStringLiteral("5,1"),
+                                      QStringLiteral("6"),       QString()};
     return texts[code];
 }
 

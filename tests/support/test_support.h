@@ -92,6 +92,11 @@ class DovrexTest : public ::testing::Test {
     ScriptedScreen& ui() { return screen_; }
     const AppPaths& paths() const { return folders_.paths(); }
     QString tempPath(const QString& name) const { return folders_.path(name); }
+    // Writes `bytes` to a file of the temporary directory and returns its path.
+    QString tempFile(const QString& name, const QByteArray& bytes) const {
+        EXPECT_TRUE(writeFile(tempPath(name), bytes)) << name.toStdString();
+        return tempPath(name);
+    }
 
   private:
     SharedStateGuard guard_;

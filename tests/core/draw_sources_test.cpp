@@ -85,20 +85,10 @@ TEST(DrawSources, NoticesCarryTheirDatesBallsAndPrizeTiers) {
     EXPECT_EQ(list.draws[0].blue, page.draws[0].blue);
 }
 
+// The ranges are the record check's (RecordChecks); a reader only has to go through it.
 TEST(DrawSources, ADrawMustBeOneTheEntryRowWouldTake) {
     DrawRecord d{2026096, toDateValue(QDate(2026, 8, 20)), makeReds(1, 4, 16, 22, 26, 31), 4};
     EXPECT_TRUE(valid_Draw(d));
-    auto with = [&](auto change) {
-        DrawRecord x = d;
-        change(x);
-        return valid_Draw(x);
-    };
-    EXPECT_FALSE(with([](DrawRecord& x) { x.reds[6] = 34; }));
-    EXPECT_FALSE(with([](DrawRecord& x) { x.reds[1] = 0; }));
-    EXPECT_FALSE(with([](DrawRecord& x) { x.reds[2] = x.reds[1]; }));
-    EXPECT_FALSE(with([](DrawRecord& x) { x.blue = 17; }));
-    EXPECT_FALSE(with([](DrawRecord& x) { x.blue = 0; }));
-    EXPECT_FALSE(with([](DrawRecord& x) { x.issue = 2025096; }));  // not the year of its date
-    EXPECT_FALSE(with([](DrawRecord& x) { x.issue = 2026000; }));
-    EXPECT_FALSE(with([](DrawRecord& x) { x.issue = 2026201; }));
+    d.reds[6] = 34;
+    EXPECT_FALSE(valid_Draw(d));
 }

@@ -1,12 +1,9 @@
-// The draw list: its reading, its generator, and the download from a server on the loopback.
+// The draw list: its reading, and the download from a server on the loopback.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QStringEncoder>
 
-#include "headless/headless_runner.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "history/draw_records.h"
@@ -17,7 +14,6 @@
 #include "store/pack.h"
 #include "store/schema.h"
 #include "support/draw_list_server.h"
-#include "support/headless_script.h"
 #include "support/table_rows.h"
 #include "support/test_support.h"
 
@@ -91,23 +87,6 @@ TEST(DrawList, TheIndexFindsWhatAPlainSearchFinds) {
         EXPECT_EQ(indexed.date, plain.date) << x;
         EXPECT_EQ(indexed.reds, plain.reds) << x;
     }
-}
-
-TEST(DrawList, TheGeneratedListReadsBackEveryDraw) {
-    ScopedStore shipped(ScopedStore::Kind::Shipped,
-                        QDir::temp().filePath(QStringLiteral("dovrex-drawlist-test.dat")));
-    const QList<DrawRecord> draws = read_DrawRecords(shipped.store());
-    ASSERT_GT(draws.size(), 3000);
-    const QString text = clean_Shuju(QString::fromUtf8(format_DrawList(draws)));
-    ASSERT_TRUE(is_DrawList(text));
-    for (const DrawRecord& want : draws) {
-        DrawRecord got;
-        ASSERT_TRUE(parse_QiHao(want.issue, text, got)) << want.issue;
-        EXPECT_EQ(got.date, want.date);
-        EXPECT_EQ(got.reds, want.reds);
-        EXPECT_EQ(got.blue, want.blue);
-    }
-    QFile::remove(shipped.file());
 }
 
 // A fresh store as the shared one, the shipped history as the reference and the source of the

@@ -312,7 +312,7 @@ TEST_F(FreshStoreTest, ClearTableEmptiesIt) {
 
 // ---- dates ----
 
-TEST(DateValue, DayNumbersAndText) {
+TEST(DateValue, DayNumbersTextAndTheClock) {
     EXPECT_EQ(toDateValue(QDate(1899, 12, 30)), 0.0);
     EXPECT_EQ(toDateValue(QDate(2000, 1, 2)), 36527.0);
     EXPECT_EQ(toQDate(36527.75), QDate(2000, 1, 2));  // the time of day is a fraction
@@ -324,6 +324,10 @@ TEST(DateValue, DayNumbersAndText) {
         EXPECT_FALSE(parseDateText(QString::fromLatin1(text))) << text;
     const QDate d(2026, 4, 5);
     EXPECT_EQ(toQDate(*parseDateText(dateText(d))), d);
+    Clock::setToday(QDate(2024, 1, 7));
+    EXPECT_EQ(Clock::today(), QDate(2024, 1, 7));
+    Clock::useSystemClock();
+    EXPECT_EQ(Clock::today(), QDate::currentDate());
 }
 
 TEST_F(FreshStoreTest, FallbackDateSortsAfterRealDates) {
@@ -337,13 +341,6 @@ TEST_F(FreshStoreTest, FallbackDateSortsAfterRealDates) {
     EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 历史记录 where 开奖日期>#7000/01/01#")), 2003001);
 }
 
-TEST(Clock, FixedDayAndSystemClock) {
-    Clock::setToday(QDate(2024, 1, 7));
-    EXPECT_EQ(Clock::today(), QDate(2024, 1, 7));
-    Clock::useSystemClock();
-    EXPECT_EQ(Clock::today(), QDate::currentDate());
-}
-
 // ---- pack ----
 
 class PackTest : public DovrexTest {
@@ -352,14 +349,11 @@ class PackTest : public DovrexTest {
     const QString store = tempPath(QStringLiteral("store.dat"));
 };
 
-TEST_F(PackTest, LayoutIsTwoLengthsThenBothFiles) {
+TEST_F(PackTest, LayoutRoundTripAndARewrittenTarget) {
     const QString a = tempFile(QStringLiteral("a"), "abc"), b = tempFile(QStringLiteral("b"), "de");
     ASSERT_TRUE(pack(a, b, tempPath(QStringLiteral("p"))));
     EXPECT_EQ(fileBytes(tempPath(QStringLiteral("p"))), QByteArray("\x03\0\0\0\x02\0\0\0abcde", 13));
     EXPECT_FALSE(pack(a, tempPath(QStringLiteral("missing")), tempPath(QStringLiteral("q"))));
-}
-
-TEST_F(PackTest, RoundTripAndARewrittenTarget) {
     const QString aux = tempFile(QStringLiteral("aux"), QByteArray("\0\1\2 aux", 7));
     const QString packed = tempPath(QStringLiteral("pack"));
     ASSERT_TRUE(pack(store, aux, packed));

@@ -216,7 +216,6 @@ TEST_F(ShippedStoreTest, EveryStoredColumnMatchesAPlainRecomputation) {
         for (int i = 0; i < 6; ++i) r[size_t(i)] = c->intValue(QStringLiteral("红球%1").arg(i + 1));
         ASSERT_TRUE(std::is_sorted(r.begin(), r.end())) << issue;
 
-        Row want;
         int sum = 0, oddSum = 0, odd = 0, big = 0, low = 0, heads = 0, tails = 0;
         std::array<int, 4> intervals{};
         std::set<int> diffs;
@@ -231,26 +230,8 @@ TEST_F(ShippedStoreTest, EveryStoredColumnMatchesAPlainRecomputation) {
             for (int k = 0; k < 4; ++k) intervals[size_t(k)] += inInterval[size_t(x)][size_t(k)];
             for (int j = i + 1; j < 6; ++j) diffs.insert(r[size_t(j)] - x);
         }
-        want[QStringLiteral("和值")] = sum;
-        want[QStringLiteral("奇数和值")] = oddSum;
-        want[QStringLiteral("偶数和值")] = sum - oddSum;
-        want[QStringLiteral("奇数个数")] = odd;
-        want[QStringLiteral("偶数个数")] = 6 - odd;
-        want[QStringLiteral("大数个数")] = big;
-        want[QStringLiteral("小数个数")] = 6 - big;
-        want[QStringLiteral("低尾码个数")] = low;
-        want[QStringLiteral("高尾码个数")] = 6 - low;
-        want[QStringLiteral("头数和值")] = heads;
-        want[QStringLiteral("尾数和值")] = tails;
-        for (int k = 0; k < 4; ++k) want[QStringLiteral("区间%1").arg(k + 1)] = intervals[size_t(k)];
-        for (int k = 1; k <= 10; ++k) want[QStringLiteral("自定义组%1").arg(k)] = 0;
-        want[QStringLiteral("跨度")] = r[5] - r[0];
         int gap = 0;
         for (int i = 0; i < 5; ++i) gap = std::max(gap, r[size_t(i + 1)] - r[size_t(i)]);
-        want[QStringLiteral("最大间距")] = gap;
-        want[QStringLiteral("AC值")] = int(diffs.size()) - 5;
-        want[QStringLiteral("连号")] = plainRuns(r);
-
         int repeats = 0, diagonal = 0;
         if (!before.empty()) {
             const auto& p = before.back();
@@ -260,16 +241,21 @@ TEST_F(ShippedStoreTest, EveryStoredColumnMatchesAPlainRecomputation) {
                 diagonal += has(x - 1) || has(x + 1);
             }
         }
-        want[QStringLiteral("重叠号")] = repeats;
-        want[QStringLiteral("斜位码")] = diagonal;
-
-        want[QStringLiteral("尾数形式")] = plainPattern(r, false, [](int x) { return x % 10; });
-        want[QStringLiteral("间距七")] = plainPattern(r, false, [](int x) { return (x - 1) % 7; });
-        want[QStringLiteral("间距九")] = plainPattern(r, false, [](int x) { return (x - 1) % 9; });
-        want[QStringLiteral("间距十一")] = plainPattern(r, false, [](int x) { return (x - 1) % 11; });
-        want[QStringLiteral("间距十二")] = plainPattern(r, false, [](int x) { return (x - 1) % 12; });
-        want[QStringLiteral("头数形式")] = plainPattern(r, true, [](int x) { return x / 10; });
-
+        // clang-format off
+        Row want{{"和值", sum}, {"奇数和值", oddSum}, {"偶数和值", sum - oddSum}, {"奇数个数", odd},
+                 {"偶数个数", 6 - odd}, {"大数个数", big}, {"小数个数", 6 - big}, {"低尾码个数", low},
+                 {"高尾码个数", 6 - low}, {"头数和值", heads}, {"尾数和值", tails}, {"跨度", r[5] - r[0]},
+                 {"最大间距", gap}, {"AC值", int(diffs.size()) - 5}, {"连号", plainRuns(r)},
+                 {"重叠号", repeats}, {"斜位码", diagonal}, {"已完成", "Y"},
+                 {"尾数形式", plainPattern(r, false, [](int x) { return x % 10; })},
+                 {"间距七", plainPattern(r, false, [](int x) { return (x - 1) % 7; })},
+                 {"间距九", plainPattern(r, false, [](int x) { return (x - 1) % 9; })},
+                 {"间距十一", plainPattern(r, false, [](int x) { return (x - 1) % 11; })},
+                 {"间距十二", plainPattern(r, false, [](int x) { return (x - 1) % 12; })},
+                 {"头数形式", plainPattern(r, true, [](int x) { return x / 10; })}};
+        // clang-format on
+        for (int k = 0; k < 4; ++k) want[QStringLiteral("区间%1").arg(k + 1)] = intervals[size_t(k)];
+        for (int k = 1; k <= 10; ++k) want[QStringLiteral("自定义组%1").arg(k)] = 0;
         for (int n : {5, 10}) {
             int hot = 0;
             const size_t first = before.size() > size_t(n) ? before.size() - size_t(n) : 0;
@@ -277,7 +263,6 @@ TEST_F(ShippedStoreTest, EveryStoredColumnMatchesAPlainRecomputation) {
                 for (int x : r) hot += int(std::count(before[j].begin(), before[j].end(), x));
             want[QStringLiteral("温度值%1").arg(n)] = hot;
         }
-        want[QStringLiteral("已完成")] = QStringLiteral("Y");
 
         for (auto it = want.cbegin(); it != want.cend(); ++it) {
             const QString got = c->value(it.key()).toString();

@@ -1,15 +1,14 @@
 #include <gtest/gtest.h>
+#include <QFile>
 
 #include "app/help_text.h"
-#include "support/test_support.h"
 
 using namespace dovrex;
 
 TEST(HelpText, ShippedManualCutsIntoFiveTitledSections) {
-    const QByteArray html =
-        test::fileBytes(QStringLiteral(DOVREX_BUILD_DIR "/data/dovrexhelp/dovrexHelp.html"));
-    ASSERT_FALSE(html.isEmpty());
-    const QStringList sections = cut_HelpText(QString::fromUtf8(html));
+    QFile file(QStringLiteral(DOVREX_BUILD_DIR "/data/dovrexhelp/dovrexHelp.html"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QStringList sections = cut_HelpText(QString::fromUtf8(file.readAll()));
     ASSERT_EQ(sections.size(), kHelpSections);
     const char16_t* titles[] = {u"一、选号", u"二、过滤条件", u"三、缩水", u"四、历史数据", u"五、其它工具"};
     for (int i = 0; i < kHelpSections; ++i) {

@@ -11,8 +11,6 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
-#include "support/test_support.h"
-
 namespace {
 
 // Bottom to top. Folders on one line are neighbours and include none of each other.
@@ -81,7 +79,9 @@ TEST(Layers, AnUpwardOrSidewaysIncludeIsNamedWithItsFileAndLine) {
     QTemporaryDir dir;
     const auto write = [&](const QString& name, const QByteArray& text) {
         QDir().mkpath(QFileInfo(dir.filePath(name)).path());
-        ASSERT_TRUE(dovrex::test::writeFile(dir.filePath(name), text));
+        QFile f(dir.filePath(name));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(text);
     };
     write(QStringLiteral("store/store.cpp"), "#include \"store/store.h\"\n#include \"domain/game.h\"\n");
     write(QStringLiteral("store/files.cpp"), "// files\n\n#include \"filters/condition_store.h\"\n");

@@ -55,33 +55,31 @@ std::map<QString, Expected> recount(int size) {
 // must also hold never-drawn and once-drawn groups (a short history has them; the whole one does
 // not for triples).
 void checkAgainstRecount(int size, int groups, bool rareGroups) {
-    {
-        myJinDuCTL progress;
-        ASSERT_EQ(runCombinationOmission(size, progress), groups);
-        const auto expected = recount(size);
-        auto c = store_Query(QStringLiteral("select * from TBLyilouZhuhe"));
-        ASSERT_EQ(c->recordCount(), groups);
-        int neverDrawn = 0, drawnNewest = 0, oneHit = 0;
-        for (c->moveFirst(); !c->eof(); c->moveNext()) {
-            const QString name = c->value(QStringLiteral("Haoma")).toString();
-            const Expected& e = expected.at(name);
-            SCOPED_TRACE(name.toStdString());
-            ASSERT_EQ(c->intValue(QStringLiteral("YilouTotal")), e.total);
-            ASSERT_EQ(c->intValue(QStringLiteral("YilouQS")), e.qs);
-            ASSERT_EQ(c->intValue(QStringLiteral("YilouPre")), e.pre);
-            ASSERT_EQ(c->intValue(QStringLiteral("YilouLongest")), e.longest);
-            ASSERT_DOUBLE_EQ(c->value(QStringLiteral("YilouAvg")).toDouble(), e.avg);
-            neverDrawn += e.total == 0;
-            drawnNewest += e.total > 0 && e.qs == 0;
-            oneHit += e.total == 1;
-        }
-        EXPECT_GT(drawnNewest, 0);
-        if (rareGroups) {
-            EXPECT_GT(neverDrawn, 0);
-            EXPECT_GT(oneHit, 0);
-        }
-        EXPECT_FALSE(progress.visible());
+    myJinDuCTL progress;
+    ASSERT_EQ(runCombinationOmission(size, progress), groups);
+    const auto expected = recount(size);
+    auto c = store_Query(QStringLiteral("select * from TBLyilouZhuhe"));
+    ASSERT_EQ(c->recordCount(), groups);
+    int neverDrawn = 0, drawnNewest = 0, oneHit = 0;
+    for (c->moveFirst(); !c->eof(); c->moveNext()) {
+        const QString name = c->value(QStringLiteral("Haoma")).toString();
+        const Expected& e = expected.at(name);
+        SCOPED_TRACE(name.toStdString());
+        ASSERT_EQ(c->intValue(QStringLiteral("YilouTotal")), e.total);
+        ASSERT_EQ(c->intValue(QStringLiteral("YilouQS")), e.qs);
+        ASSERT_EQ(c->intValue(QStringLiteral("YilouPre")), e.pre);
+        ASSERT_EQ(c->intValue(QStringLiteral("YilouLongest")), e.longest);
+        ASSERT_DOUBLE_EQ(c->value(QStringLiteral("YilouAvg")).toDouble(), e.avg);
+        neverDrawn += e.total == 0;
+        drawnNewest += e.total > 0 && e.qs == 0;
+        oneHit += e.total == 1;
     }
+    EXPECT_GT(drawnNewest, 0);
+    if (rareGroups) {
+        EXPECT_GT(neverDrawn, 0);
+        EXPECT_GT(oneHit, 0);
+    }
+    EXPECT_FALSE(progress.visible());
 }
 
 class CombinationOmission : public test::ShippedStoreTest {};

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "analysis/probability.h"
+#include "support/table_rows.h"
 #include "support/test_support.h"
 
 namespace dovrex {
@@ -61,11 +62,9 @@ class ProbabilityShipped : public test::ShippedStoreTest {
     Run analyse(const QString& answer) {
         ui().answerText(answer);
         cmd_FX_Click();
-        Run run{gaiLvBiaoJi(), {}};
-        auto c = store_Query(QStringLiteral("select 号码,红球,蓝球,红开,蓝开 from 概率表 order by 号码"));
-        for (c->moveFirst(); !c->eof(); c->moveNext())
-            run.table << QVariantList{c->value(0), c->value(1), c->value(2), c->value(3), c->value(4)};
-        return run;
+        return {gaiLvBiaoJi(),
+                test::queryRows(store(),
+                                QStringLiteral("select 号码,红球,蓝球,红开,蓝开 from 概率表 order by 号码"))};
     }
     static int count(const auto& flags) { return int(std::count(flags.begin(), flags.end(), true)); }
 };

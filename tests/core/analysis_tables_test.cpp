@@ -21,6 +21,10 @@ class AnalysisTables : public test::FreshStoreTest {
     void pick(int id, int value) {
         store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=?"), {value, id});
     }
+    // One cell of an analysis table.
+    static QVariant cell(const char* table, const char* column, IssueNumber issue) {
+        return scalar(QStringLiteral("select %1 from %2 where 期号=?").arg(column, table), {issue});
+    }
 };
 
 TEST_F(AnalysisTables, DistributionRowsAndThePickRow) {
@@ -29,17 +33,14 @@ TEST_F(AnalysisTables, DistributionRowsAndThePickRow) {
     pick(105, 1);
     EXPECT_EQ(fill_HaoMaFenBu(2024001, 2024002), 2);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 号码分布")), 3);
-    EXPECT_EQ(intScalar(QStringLiteral("select k05 from 号码分布 where 期号=2024002")), 5);
-    EXPECT_EQ(intScalar(QStringLiteral("select k36 from 号码分布 where 期号=2024001")), 3);  // blue 3
-    EXPECT_EQ(intScalar(QStringLiteral("select k49 from 号码分布 where 期号=2024002")), 16);
-    EXPECT_TRUE(scalar(QStringLiteral("select k03 from 号码分布 where 期号=2024001")).isNull());
+    EXPECT_EQ(cell("号码分布", "k05", 2024002).toInt(), 5);
+    EXPECT_EQ(cell("号码分布", "k36", 2024001).toInt(), 3);  // blue 3
+    EXPECT_EQ(cell("号码分布", "k49", 2024002).toInt(), 16);
+    EXPECT_TRUE(cell("号码分布", "k03", 2024001).isNull());
     // The pick row: the next issue, "*" for a drag and "+" for a banker, as the grid's clicks set them.
-    EXPECT_EQ(scalar(QStringLiteral("select k07 from 号码分布 where 期号=2024004")).toString(),
-              QStringLiteral("*"));
-    EXPECT_EQ(scalar(QStringLiteral("select k08 from 号码分布 where 期号=2024004")).toString(),
-              QStringLiteral("+"));
-    EXPECT_EQ(scalar(QStringLiteral("select k38 from 号码分布 where 期号=2024004")).toString(),
-              QStringLiteral("*"));
+    EXPECT_EQ(cell("号码分布", "k07", 2024004).toString(), QStringLiteral("*"));
+    EXPECT_EQ(cell("号码分布", "k08", 2024004).toString(), QStringLiteral("+"));
+    EXPECT_EQ(cell("号码分布", "k38", 2024004).toString(), QStringLiteral("*"));
 
     // An empty range still has the pick row.
     EXPECT_EQ(fill_HaoMaFenBu(2025001, 2025010), 0);
@@ -54,13 +55,10 @@ TEST_F(AnalysisTables, GroupsSortTheRedsOfEachDraw) {
     store_Execute(QStringLiteral("UPDATE 分析表号码组 SET 号码组合1=1 WHERE 号码=9"));
     store_Execute(QStringLiteral("UPDATE 分析表号码组 SET 号码组合20=1 WHERE 号码=33"));
     EXPECT_EQ(fill_FenXiBiao(2024001, 2024003), 3);
-    EXPECT_EQ(scalar(QStringLiteral("select 号码组合1 from 分析表 where 期号=2024001")).toString(),
-              QStringLiteral("05 09 "));
-    EXPECT_EQ(scalar(QStringLiteral("select 号码组合2 from 分析表 where 期号=2024002")).toString(),
-              QStringLiteral("05 "));
-    EXPECT_EQ(scalar(QStringLiteral("select 号码组合20 from 分析表 where 期号=2024001")).toString(),
-              QStringLiteral("33 "));
-    EXPECT_TRUE(scalar(QStringLiteral("select 号码组合1 from 分析表 where 期号=2024003")).isNull());
+    EXPECT_EQ(cell("分析表", "号码组合1", 2024001).toString(), QStringLiteral("05 09 "));
+    EXPECT_EQ(cell("分析表", "号码组合2", 2024002).toString(), QStringLiteral("05 "));
+    EXPECT_EQ(cell("分析表", "号码组合20", 2024001).toString(), QStringLiteral("33 "));
+    EXPECT_TRUE(cell("分析表", "号码组合1", 2024003).isNull());
     const QStringList captions = fenXiBiao_Captions(false);
     ASSERT_EQ(captions.size(), 21);
     EXPECT_EQ(captions[1], QStringLiteral("05 09"));
@@ -68,8 +66,7 @@ TEST_F(AnalysisTables, GroupsSortTheRedsOfEachDraw) {
 
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 自定义组3=1 WHERE 号码 IN (6, 31)"));
     EXPECT_EQ(fill_ZiDingYiBiao(2024001, 2024003), 3);
-    EXPECT_EQ(scalar(QStringLiteral("select 自定义组3 from 自定义表 where 期号=2024003")).toString(),
-              QStringLiteral("06 31 "));
+    EXPECT_EQ(cell("自定义表", "自定义组3", 2024003).toString(), QStringLiteral("06 31 "));
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 自定义表 where 自定义组3 is not null")), 1);
 }
 

@@ -151,16 +151,6 @@ TEST_F(AppFlowTest, UnloadAsksFirst) {
     EXPECT_NE(fileBytes(paths().dataPack()), before);
 }
 
-TEST_F(AppFlowTest, CrashLeavesTheLastGoodPack) {
-    runOnce(7, true);
-    const QByteArray good = fileBytes(paths().dataPack());
-    runOnce(8, false);  // no exit: the process died
-    EXPECT_EQ(fileBytes(paths().dataPack()), good);
-    // The working copy the crash left behind is not used: the pack wins.
-    EXPECT_EQ(markIn(paths().workStore()), 8);
-    EXPECT_EQ(markAfterStart(), 7);
-}
-
 TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
     // What a crashed run left in the temporary folder.
     QFile::copy(seedStore(), paths().workStore());
@@ -184,6 +174,7 @@ TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
     EXPECT_FALSE(QFileInfo::exists(paths().dataPack()));
     EXPECT_EQ(startMessage(StartOutcome::DataPackUnreadable),
               QStringLiteral("数据文件无法打开，请重新下载来安装！"));
+    EXPECT_EQ(startMessage(StartOutcome::BallColorShort), QStringLiteral("程序初始化出错,即将退出。。。"));
     EXPECT_TRUE(ui().linesStartingWith(QStringLiteral("CONFIRM")).isEmpty());  // no Bak to offer
     EXPECT_EQ(QDir(paths().tempDir).entryList(QDir::Files), (QStringList{kDataFileName}));
 }
@@ -331,20 +322,6 @@ TEST_F(AppFlowTest, MissingWorkStoreIsRecoveredFromTheCopyIfThereIsOne) {
     EXPECT_EQ(shared().g_Store, nullptr);
 }
 
-TEST_F(AppFlowTest, ShortBallColorStopsTheStart) {
-    {
-        auto s = Store::open(seedStore());
-        s->execute(QStringLiteral("DELETE FROM BallColor WHERE 号码>32"));
-    }
-    makePack(seedStore(), paths().dataPack());
-    const QByteArray pack = fileBytes(paths().dataPack());
-    AppFlow flow(paths());
-    EXPECT_EQ(flow.start(), StartOutcome::DataPackUnreadable);  // a store short of colours is unsound
-    EXPECT_EQ(startMessage(StartOutcome::BallColorShort), QStringLiteral("程序初始化出错,即将退出。。。"));
-    EXPECT_EQ(shared().g_Store, nullptr);
-    EXPECT_EQ(fileBytes(paths().dataPack()), pack);  // the store is not saved
-}
-
 TEST_F(AppFlowTest, OversizedStoreIsCopiedOverThePackAndStillStarts) {
     {
         AppFlow flow(paths());
@@ -423,9 +400,8 @@ class HistoryStatusTest : public FreshStoreTest {};
 // network is not asked again at every start.
 TEST_F(HistoryStatusTest, DownloadOfferedOnceADay) {
     QDir().mkpath(paths().programDir);
-    for (const auto& [day, due] : {std::pair{QDate(2026, 1, 6), true},
-                                   {QDate(2026, 1, 6), false},
-                                   {QDate(2026, 1, 7), true}}) {
+    for (const auto& [day, due] :
+         {std::pair{QDate(2026, 1, 6), true}, {QDate(2026, 1, 6), false}, {QDate(2026, 1, 7), true}}) {
         Clock::setToday(day);
         EXPECT_EQ(downloadOfferDue(paths()), due) << day.toString().toStdString();
     }

@@ -47,19 +47,6 @@ TEST_F(BaziPick, ReportOfABirth) {
     EXPECT_TRUE(report.endsWith("33(金)\r\n"));
 }
 
-TEST_F(BaziPick, NumbersFromThePillars) {
-    auto reds = [](const QString& ticket) { return ticket.section('+', 0, 0).split(' '); };
-    // 庚午 is the 35th year back: 3 + 5 and 3 * 5.
-    EXPECT_TRUE(reds(pick(at(1990, 5, 17, 8, 30))).contains("08"));
-    EXPECT_TRUE(reds(pick(at(1990, 5, 17, 8, 30))).contains("15"));
-    // This year's own pillar is 01.
-    EXPECT_TRUE(pick(at(2024, 3, 10, 10, 0)).startsWith("01 "));
-    // 乙巳 is number 60: 6 + 0 is taken, 6 * 0 is no number.
-    const QString yiSi = pick(at(1965, 6, 1, 10, 0));
-    EXPECT_TRUE(reds(yiSi).contains("06")) << yiSi.toStdString();
-    EXPECT_FALSE(yiSi.contains("00"));
-}
-
 TEST_F(BaziPick, EveryTicketIsWellFormed) {
     const QRegularExpression shape("^\\d\\d( \\d\\d){5}\\+\\d\\d$");
     for (QDate d(1950, 1, 3); d.year() < 2024; d = d.addDays(97)) {
@@ -73,13 +60,6 @@ TEST_F(BaziPick, EveryTicketIsWellFormed) {
             ASSERT_LE(t.right(2).toInt(), 16);
         }
     }
-}
-
-TEST_F(BaziPick, LateBirthTakesTheNextDay) {
-    BaziState late, next;
-    pick(at(2014, 8, 8, 23, 30), &late);
-    pick(at(2014, 8, 9, 0, 30), &next);
-    EXPECT_EQ(late.baZiZi.mid(4), next.baZiZi.mid(4));
 }
 
 TEST_F(BaziPick, NumberingWrapsPastTheTableStart) {
@@ -113,6 +93,8 @@ TEST_F(BaziPick, FixedBirthsGiveFixedTickets) {
         EXPECT_EQ(pick(c.birth, &s), c.ticket) << c.pillars;
         EXPECT_EQ(s.baZiZi, c.pillars);
     }
+    // A birth in this year's own pillar (甲辰, number 01) gives 01.
+    EXPECT_TRUE(pick(at(2024, 3, 10, 10, 0)).startsWith("01 "));
     pick(at(1965, 6, 1, 10, 0));
     EXPECT_TRUE(
         report.startsWith("出生日期时间：\r\n1965/06/01 10:00\r\n\r\n生辰八字(年月日时)：\r\n\r\n"

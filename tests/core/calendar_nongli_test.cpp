@@ -20,14 +20,15 @@ QDateTime at(int y, int m, int d, int h = 0, int mi = 0) {
 }  // namespace
 
 TEST_F(NongLi, LunarDatesAtTheAnchorsAndInLeapMonths) {
-    EXPECT_EQ(solar2Lunar(QDate(1900, 1, 31)), "019000101");
-    EXPECT_EQ(solar2Lunar(QDate(2000, 2, 5)), "020000101");
-    EXPECT_EQ(solar2Lunar(QDate(2000, 2, 4)), "019991229");
-    EXPECT_EQ(solar2Lunar(QDate(2024, 9, 17)), "020240815");
-    EXPECT_EQ(solar2Lunar(QDate(2023, 3, 22)), "120230201");  // 闰二月初一
-    EXPECT_EQ(solar2Lunar(QDate(2023, 4, 19)), "120230229");
-    EXPECT_EQ(solar2Lunar(QDate(2023, 4, 20)), "020230301");
-    EXPECT_EQ(solar2Lunar(QDate(2020, 5, 23)), "120200401");  // 闰四月初一
+    // clang-format off
+    const std::pair<QDate, const char*> days[] = {
+        {{1900, 1, 31}, "019000101"}, {{2000, 2, 5}, "020000101"}, {{2000, 2, 4}, "019991229"},
+        {{2024, 9, 17}, "020240815"},
+        {{2023, 3, 22}, "120230201"}, {{2023, 4, 19}, "120230229"}, {{2023, 4, 20}, "020230301"},  // 闰二月
+        {{2020, 5, 23}, "120200401"},                                                              // 闰四月
+    };
+    // clang-format on
+    for (const auto& [day, lunar] : days) EXPECT_EQ(solar2Lunar(day), lunar) << day.toString().toStdString();
     EXPECT_EQ(solar2Lunar(QDate(2100, 12, 31)).left(5), "02100");
 
     // 2033 carries its leap month in the seventh month, as its word says.
@@ -109,20 +110,14 @@ TEST_F(NongLi, Names) {
     EXPECT_EQ(get_GanZhiYear(2024, true), "甲辰年");
     EXPECT_EQ(get_GanZhiYear(1984, false), "甲子");
     EXPECT_EQ(get_ShengXiaoOfYear(2024), "龙");
-    EXPECT_EQ(get_LunarMonthName(1), "一月");
-    EXPECT_EQ(get_LunarMonthName(10), "十月");
-    EXPECT_EQ(get_LunarMonthName(11), "十一月");
-    EXPECT_EQ(get_LunarMonthName(12), "十二月");
-    EXPECT_EQ(get_LunarDayName(1), "初一");
-    EXPECT_EQ(get_LunarDayName(10), "初十");
-    EXPECT_EQ(get_LunarDayName(11), "十一");
-    EXPECT_EQ(get_LunarDayName(20), "二十");
-    EXPECT_EQ(get_LunarDayName(29), "廿九");
-    EXPECT_EQ(get_LunarDayName(30), "三十");
-    EXPECT_EQ(get_NaYin("乙丑"), "海中金");
-    EXPECT_EQ(get_NaYin("癸亥"), "大海水");
-    EXPECT_EQ(get_NaYin("甲丑"), "");
-    EXPECT_EQ(get_NaYin(""), "");
+    const std::pair<int, const char*> months[] = {{1, "一月"}, {10, "十月"}, {11, "十一月"}, {12, "十二月"}};
+    for (const auto& [m, name] : months) EXPECT_EQ(get_LunarMonthName(m), name);
+    const std::pair<int, const char*> days[] = {{1, "初一"},  {10, "初十"}, {11, "十一"},
+                                                {20, "二十"}, {29, "廿九"}, {30, "三十"}};
+    for (const auto& [d, name] : days) EXPECT_EQ(get_LunarDayName(d), name);
+    const std::pair<const char*, const char*> naYin[] = {
+        {"乙丑", "海中金"}, {"癸亥", "大海水"}, {"甲丑", ""}, {"", ""}};
+    for (const auto& [ganZhi, name] : naYin) EXPECT_EQ(get_NaYin(ganZhi), name) << ganZhi;
 }
 
 TEST_F(NongLi, JiaZiTable) {

@@ -1,12 +1,9 @@
-// The draw list: its reading, its generator, and the download from a server on the loopback.
+// The draw list: its reading, and the download from a server on the loopback.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QStringEncoder>
 
-#include "headless/headless_runner.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "history/draw_records.h"
@@ -17,7 +14,7 @@
 #include "store/pack.h"
 #include "store/schema.h"
 #include "support/draw_list_server.h"
-#include "support/headless_script.h"
+#include "support/table_rows.h"
 #include "support/test_support.h"
 
 using namespace dovrex;
@@ -27,20 +24,19 @@ namespace {
 
 const QString kListPath = QStringLiteral("/ssq/list.txt");
 
-// Every column of every draw from..to, in issue order.
-QList<QVariantList> historyRows(Store& s, IssueNumber from = 0, IssueNumber to = 9999999) {
+// The columns of 历史记录, quoted, in the schema's order.
+QString historyColumns() {
     QStringList cols;
     for (const QString& c : schema::historyColumns()) cols << u'"' + c + u'"';
-    auto c = s.query(QStringLiteral("select %1 from 历史记录 where 期号>=? and 期号<=? order by 期号")
-                         .arg(cols.join(u',')),
+    return cols.join(u',');
+}
+
+// Every column of every draw from..to, in issue order.
+QList<QVariantList> historyRows(Store& s, IssueNumber from = 0, IssueNumber to = 9999999) {
+    return queryRows(s,
+                     QStringLiteral("select %1 from 历史记录 where 期号>=? and 期号<=? order by 期号")
+                         .arg(historyColumns()),
                      {from, to});
-    QList<QVariantList> rows;
-    for (; !c->eof(); c->moveNext()) {
-        QVariantList v;
-        for (int i = 0; i < c->fieldCount(); ++i) v << c->value(i);
-        rows << v;
-    }
-    return rows;
 }
 
 int historyCount(Store& s) {
@@ -93,23 +89,6 @@ TEST(DrawList, TheIndexFindsWhatAPlainSearchFinds) {
     }
 }
 
-TEST(DrawList, TheGeneratedListReadsBackEveryDraw) {
-    ScopedStore shipped(ScopedStore::Kind::Shipped,
-                        QDir::temp().filePath(QStringLiteral("dovrex-drawlist-test.dat")));
-    const QList<DrawRecord> draws = read_DrawRecords(shipped.store());
-    ASSERT_GT(draws.size(), 3000);
-    const QString text = clean_Shuju(QString::fromUtf8(format_DrawList(draws)));
-    ASSERT_TRUE(is_DrawList(text));
-    for (const DrawRecord& want : draws) {
-        DrawRecord got;
-        ASSERT_TRUE(parse_QiHao(want.issue, text, got)) << want.issue;
-        EXPECT_EQ(got.date, want.date);
-        EXPECT_EQ(got.reds, want.reds);
-        EXPECT_EQ(got.blue, want.blue);
-    }
-    QFile::remove(shipped.file());
-}
-
 // A fresh store as the shared one, the shipped history as the reference and the source of the
 // list, and a server that serves the list on every mirror.
 class DownloadTest : public FreshStoreTest {
@@ -121,7 +100,7 @@ class DownloadTest : public FreshStoreTest {
         allDraws = read_DrawRecords(*reference);
         ASSERT_TRUE(server.start());
         server.setPage(kListPath, format_DrawList(allDraws));
-        useMirrors({server.url(kListPath), server.url(kListPath), server.url(kListPath)});
+        useMirrors(kListPath);
         set_PageTimeout(2000);
     }
     void TearDown() override {
@@ -129,7 +108,10 @@ class DownloadTest : public FreshStoreTest {
         set_PageDeadline(60000);
     }
 
-    void useMirrors(const QStringList& urls) { save_MirrorAddresses(urls); }
+    // The server's page at `path` on every mirror.
+    void useMirrors(const QString& path) {
+        save_MirrorAddresses({server.url(path), server.url(path), server.url(path)});
+    }
 
     // Every row of the store in use equals the reference, column for column.
     void expectAsReference(IssueNumber to) {
@@ -174,13 +156,11 @@ TEST_F(DownloadTest, AHistoryTenDrawsShortGetsThemAndNothingElseChanges) {
     const IssueNumber cutoff = allDraws[allDraws.size() - 11].issue;
     const QList<QVariantList> kept = historyRows(*reference, 0, cutoff);
     {
-        QStringList cols, marks;
-        for (const QString& c : schema::historyColumns())
-            cols << u'"' + c + u'"', marks << QStringLiteral("?");
+        const QStringList marks(schema::historyColumns().size(), QStringLiteral("?"));
         Transaction tx(db());
         for (const QVariantList& row : kept)
             db().execute(QStringLiteral("insert into 历史记录 (%1) values (%2)")
-                             .arg(cols.join(u','), marks.join(u',')),
+                             .arg(historyColumns(), marks.join(u',')),
                          row);
     }
     ASSERT_EQ(historyRows(db()), kept);
@@ -210,8 +190,7 @@ TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
                    "<html><head><title>双色球</title></head><body>2003001 2003/02/23</body></html>",
                    "text/html; charset=utf-8");
     expectFailure("a page that is not a draw list");
-    useMirrors({server.url(QStringLiteral("/nothing.txt")), server.url(QStringLiteral("/nothing.txt")),
-                server.url(QStringLiteral("/nothing.txt"))});
+    useMirrors(QStringLiteral("/nothing.txt"));
     expectFailure("a missing page");
     EXPECT_EQ(shared().g_MirrorIndex, 2);
 
@@ -225,7 +204,7 @@ TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
     EXPECT_GT(ui().pumpCount(), 0) << "the window is kept alive while waiting";
 
     // A byte every 50 ms never leaves the wait idle; the deadline of the whole request ends it.
-    useMirrors({server.url(kListPath), server.url(kListPath), server.url(kListPath)});
+    useMirrors(kListPath);
     server.setTrickle(50);
     set_PageDeadline(1000);
     t.restart();
@@ -234,13 +213,14 @@ TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
 
     server.stop();
     expectFailure("a server that is down");
-    useMirrors({QStringLiteral("not an address"), QString(), QString()});
+    save_MirrorAddresses({QStringLiteral("not an address"), QString(), QString()});
     shared().g_MirrorIndex = 0;
     expectFailure("an address that does not read");
 }
 
 TEST_F(DownloadTest, TheNextMirrorIsAskedAfterAFailure) {
-    useMirrors({server.url(QStringLiteral("/gone.txt")), server.url(kListPath), server.url(kListPath)});
+    save_MirrorAddresses(
+        {server.url(QStringLiteral("/gone.txt")), server.url(kListPath), server.url(kListPath)});
     EXPECT_EQ(downloadNewDraws(), DownloadResult::Failed);
     EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(latest_QiHao(), 2006001);
@@ -288,23 +268,16 @@ TEST_F(DownloadTest, TheLookupOpensAnIssuesPageOnlyWhenItTellsOfADraw) {
 }
 
 namespace {
-
-QByteArray sample(const char* name) {
-    QFile f(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/") + QLatin1String(name));
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 const QString kNoticePath = QStringLiteral("/cwl_admin/front/cwlkj/search/kjxx/findDrawNotice");
-
 }  // namespace
 
 TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverStoredNumbers) {
-    server.setPage(kNoticePath + QStringLiteral("?pageNo=1"), sample("notices_page1.json"),
+    server.setPage(kNoticePath + QStringLiteral("?pageNo=1"), testData("notices_page1.json"),
                    "application/json");
-    server.setPage(kNoticePath + QStringLiteral("?pageNo=2"), sample("notices_page2.json"),
+    server.setPage(kNoticePath + QStringLiteral("?pageNo=2"), testData("notices_page2.json"),
                    "application/json");
-    useMirrors({server.url(kNoticePath + QStringLiteral("?name=ssq")), server.url(kListPath),
-                server.url(kListPath)});
+    save_MirrorAddresses({server.url(kNoticePath + QStringLiteral("?name=ssq")), server.url(kListPath),
+                          server.url(kListPath)});
 
     EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     ASSERT_EQ(ui().messages().size(), 1);
@@ -332,7 +305,7 @@ TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverSt
 }
 
 TEST_F(DownloadTest, AListMovesAStoredDrawOnlyWhenTheUserAgrees) {
-    server.setPage(kListPath, sample("text_list_asc.txt"));
+    server.setPage(kListPath, testData("text_list_asc.txt"));
     EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     EXPECT_EQ(historyCount(db()), 5);
     ASSERT_EQ(ui().messages().size(), 1);
@@ -352,10 +325,10 @@ TEST_F(DownloadTest, AListMovesAStoredDrawOnlyWhenTheUserAgrees) {
 }
 
 TEST_F(DownloadTest, AWrongKindOrAHugeBodyStoresNothing) {
-    server.setPage(kListPath, sample("notices_page1.json"));
+    server.setPage(kListPath, testData("notices_page1.json"));
     EXPECT_EQ(downloadNewDraws(), DownloadResult::Updated);
     const QList<QVariantList> before = historyRows(db());
-    server.setPage(kListPath, sample("other_shape.json"), "application/json");
+    server.setPage(kListPath, testData("other_shape.json"), "application/json");
     expectFailure("JSON of another shape");
     server.setPage(kListPath, QByteArray());
     expectFailure("an empty body");

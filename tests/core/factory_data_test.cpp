@@ -6,8 +6,8 @@
 #include "domain/date_value.h"
 #include "filters/condition_pages.h"
 #include "filters/filter_run.h"
-
 #include "store/pack.h"
+#include "support/table_rows.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {
@@ -20,19 +20,13 @@ QList<int> allConditionIds() {
     return ids;
 }
 
-QList<int> column(Store& s, const QString& sql) {
-    QList<int> out;
-    for (auto c = s.query(sql); !c->eof(); c->moveNext()) out << c->intValue(0);
-    return out;
-}
-
 // Each id once, nothing else, every value at 0: a neutral start in which no filter runs.
 void expectConditionTables(Store& s, bool withDefaults) {
     QStringList tables{QStringLiteral("过滤条件")};
     if (withDefaults) tables << QStringLiteral("默认过滤条件");
     for (const QString& t : tables) {
         SCOPED_TRACE(t.toStdString());
-        const QList<int> ids = column(s, QStringLiteral("select ID from %1 order by ID asc").arg(t));
+        const QList<int> ids = columnValues(s, QStringLiteral("select ID from %1 order by ID asc").arg(t));
         EXPECT_EQ(ids, allConditionIds());
         // The picks' rows run whole from 1 to 39 (the hidden buttons 34..38 included): the red
         // reset and counts read ID<40.
@@ -43,7 +37,8 @@ void expectConditionTables(Store& s, bool withDefaults) {
     if (withDefaults) switches << QStringLiteral("默认过滤条件使用情况");
     for (const QString& t : switches) {
         SCOPED_TRACE(t.toStdString());
-        EXPECT_EQ(column(s, QStringLiteral("select 条件 from %1 order by 条件 asc").arg(t)), switchNumbers());
+        EXPECT_EQ(columnValues(s, QStringLiteral("select 条件 from %1 order by 条件 asc").arg(t)),
+                  switchNumbers());
         EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from %1 where 使用情况<>0").arg(t)).toInt(), 0);
     }
     EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from 历史数据过滤")).toInt(), 1);
@@ -93,12 +88,12 @@ void expectNumberTraits(Store& s) {
 void expectStoreRows(Store& s) {
     expectConditionTables(s, true);
     expectNumberTraits(s);
-    EXPECT_EQ(column(s, QStringLiteral("select 号码 from BallColor order by 号码 asc")).size(), 33);
+    EXPECT_EQ(columnValues(s, QStringLiteral("select 号码 from BallColor order by 号码 asc")).size(), 33);
     EXPECT_EQ(
         s.scalar(QStringLiteral("select count(distinct 号码) from BallColor where 号码>=1 and 号码<=33"))
             .toInt(),
         33);
-    EXPECT_EQ(column(s, QStringLiteral("select 模式 from 用户模式")), QList<int>{0});
+    EXPECT_EQ(columnValues(s, QStringLiteral("select 模式 from 用户模式")), QList<int>{0});
     EXPECT_EQ(s.scalar(QStringLiteral("select count(*) from 用户表 where 用户名='临时用户'")).toInt(), 1);
     // The 和值 range already reaches 1190, so the start-up migration finds its rows.
     EXPECT_EQ(s.query(QStringLiteral("select * from 过滤条件 where ID>=1171 and ID<=1190"))->recordCount(),
@@ -106,7 +101,7 @@ void expectStoreRows(Store& s) {
     EXPECT_EQ(
         s.scalar(QStringLiteral("select 范围max from 快速设置 where 菜单ID=2 and 条件名称='和值'")).toInt(),
         1183);
-    EXPECT_EQ(column(s, QStringLiteral("select 序号 from 自定义别名 order by 序号")).size(), 20);
+    EXPECT_EQ(columnValues(s, QStringLiteral("select 序号 from 自定义别名 order by 序号")).size(), 20);
     // The quick settings offer their conditions with the catalogue's switch and rows.
     for (auto q =
              s.query(QStringLiteral("select 条件编号, 范围min, 范围max, 菜单ID, 条件名称 from 快速设置"));
@@ -197,11 +192,8 @@ TEST(ShippedFiles, TemplateAndGuestHoldTheFourConditionTables) {
         const QString path = QStringLiteral(DOVREX_BUILD_DIR "/data/") + name;
         ASSERT_TRUE(isPlainStoreFile(path));
         auto s = Store::open(path);
-        QStringList tables;
-        for (auto c =
-                 s->query(QStringLiteral("select name from sqlite_master where type='table' order by name"));
-             !c->eof(); c->moveNext())
-            tables << c->value(0).toString();
+        const QList<QString> tables = columnValues<QString>(
+            *s, QStringLiteral("select name from sqlite_master where type='table' order by name"));
         EXPECT_EQ(QSet<QString>(tables.begin(), tables.end()),
                   (QSet<QString>{QStringLiteral("过滤条件"), QStringLiteral("过滤条件使用情况"),
                                  QStringLiteral("历史数据过滤"), QStringLiteral("号码特性")}));

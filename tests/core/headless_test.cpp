@@ -2,6 +2,7 @@
 #include "app/app_flow.h"
 #include "headless/headless_runner.h"
 #include "history/draw_list.h"
+#include "store/pack.h"
 #include "support/draw_list_server.h"
 #include "support/headless_script.h"
 #include "support/test_support.h"
@@ -21,12 +22,8 @@ class HeadlessTest : public ProgramFolderTest {
 
 TEST_F(HeadlessTest, ScriptChangesTheFolderAndExitSavesIt) {
     const QStringList out = run(folder() + QStringLiteral(R"(
-# a draw typed in, its columns computed
-today 2026/01/07
+# a draw typed in
 sql INSERT INTO 历史记录 (期号, 开奖日期, 红球1, 红球2, 红球3, 红球4, 红球5, 红球6, 蓝球) VALUES (2026001, #2026/01/04#, 1, 2, 3, 4, 5, 6, 7)
-recalc 2026001 2026001
-sql select 期号, 和值, 连号, 开奖日期 from 历史记录
-status
 answer no
 exit
 sql UPDATE 过滤条件 SET VALUE=1 WHERE ID=1
@@ -34,11 +31,6 @@ exit
 sql this line is never reached
 )"));
     EXPECT_TRUE(out.contains(QStringLiteral("changed 1")));
-    EXPECT_TRUE(out.contains(QStringLiteral("期号\t和值\t连号\t开奖日期")));
-    EXPECT_TRUE(out.contains(QStringLiteral("2026001\t21\t6\t46026")));
-    EXPECT_TRUE(out.contains(QStringLiteral("PROGRESS 0..1 0 shown")));
-    EXPECT_TRUE(out.contains(QStringLiteral("STATUS 1 ") + msg::historyMissingText(1)));
-    EXPECT_TRUE(out.contains(QStringLiteral("stale")));
     EXPECT_EQ(out.filter(QStringLiteral("CONFIRM 确认要退出吗？")),
               (QStringList{QStringLiteral("CONFIRM 确认要退出吗？ -> no"),
                            QStringLiteral("CONFIRM 确认要退出吗？ -> yes")}));
@@ -83,13 +75,11 @@ TEST_F(HeadlessTest, FailuresStopTheScript) {
         {store + QStringLiteral("sql select nonsense from nowhere\n"), QStringLiteral("FAILED store error:")},
         {QStringLiteral("frobnicate\n"), QStringLiteral("FAILED unknown command 'frobnicate'")},
         {QStringLiteral("today 2026/02/30\n"), QStringLiteral("FAILED not a date: 2026/02/30")},
-        {store + QStringLiteral("draw-add 2006003 2006/01/05 34 4 5 6 16 20 12\n"),
-         QStringLiteral("FAILED draw not stored")},
-        {QStringLiteral("lunar 1900/12/31\n"), QStringLiteral("FAILED outside 1901/01/01..2100/12/31: 1900/12/31")},
+        {QStringLiteral("lunar 1900/12/31\n"),
+         QStringLiteral("FAILED outside 1901/01/01..2100/12/31: 1900/12/31")},
         {QStringLiteral("bazi 2000/01/01 25:00\n"), QStringLiteral("FAILED not a time: 25:00")},
         {QStringLiteral("almanac 2101\n"), QStringLiteral("FAILED year outside")},
-        {QStringLiteral("open-folder %1/nothing-here\n").arg(paths().programDir),
-         QStringLiteral("FAILED")},
+        {QStringLiteral("open-folder %1/nothing-here\n").arg(paths().programDir), QStringLiteral("FAILED")},
     };
     for (const auto& [script, failure] : cases) {
         const QStringList out = run(script + QStringLiteral("help\n"), 1);
@@ -138,17 +128,11 @@ TEST_P(HeadlessCloseTest, CloseDuringAPassStopsItAndSavesItsWork) {
     ensureCoreApplication();
     DrawListServer server;
     ASSERT_TRUE(server.start());
-    QList<DrawRecord> draws;
-    for (int i = 0; i < 300; ++i) {
-        DrawRecord d;
-        d.issue = 2003001 + i;
-        d.date = 37660 + 3 * i;
-        for (int k = 1; k <= 6; ++k) d.reds[size_t(k)] = (i + 5 * k) % 33 + 1;
-        std::sort(d.reds.begin() + 1, d.reds.end());
-        d.blue = i % 16 + 1;
-        draws << d;
-    }
-    server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
+    // The first 300 published draws.
+    ASSERT_TRUE(
+        unpack(shippedPackPath(), tempPath(QStringLiteral("ref.dat")), tempPath(QStringLiteral("ref.aux"))));
+    const QList<DrawRecord> draws = read_DrawRecords(*Store::open(tempPath(QStringLiteral("ref.dat"))));
+    server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws.mid(0, 300)));
 
     const QString script = folder() + QString::fromUtf8(pass.setup) + QStringLiteral("\nclose-after 60\n") +
                            QString::fromUtf8(pass.command).arg(server.url(QStringLiteral("/list.txt"))) +

@@ -7,6 +7,7 @@
 #include "history/history_display.h"
 #include "history/history_queries.h"
 #include "screen/control_roles.h"
+#include "support/table_rows.h"
 #include "support/test_support.h"
 
 using namespace dovrex;
@@ -23,11 +24,7 @@ DrawInput entry(const QString& issue, std::array<const char*, 7> balls, QDate da
 }
 
 QVariantList rowOf(IssueNumber issue) {
-    auto c = store_Query(QStringLiteral("select * from 历史记录 where 期号=?"), {issue});
-    QVariantList v;
-    if (c->eof()) return v;
-    for (int i = 0; i < c->fieldCount(); ++i) v << c->value(i);
-    return v;
+    return queryRows(store(), QStringLiteral("select * from 历史记录 where 期号=?"), {issue}).value(0);
 }
 
 int historyCount() {
@@ -36,6 +33,7 @@ int historyCount() {
 
 }  // namespace
 
+// The ranges are the record check's (RecordChecks); here the boxes' own reading.
 TEST(CheckShuru, AcceptsTheWholeRangeAndRefusesWhatLiesOutside) {
     struct Case {
         const char* what;
@@ -46,11 +44,8 @@ TEST(CheckShuru, AcceptsTheWholeRangeAndRefusesWhatLiesOutside) {
     const Case cases[] = {
         {"33 and blue 16", "2026097", {"33", "1", "2", "3", "4", "5", "16"}, true},
         {"red 34", "2026097", {"34", "1", "2", "3", "4", "5", "1"}, false},
-        {"red 0", "2026097", {"0", "1", "2", "3", "4", "5", "1"}, false},
         {"empty red", "2026097", {"", "1", "2", "3", "4", "5", "1"}, false},
         {"red twice", "2026097", {"7", "1", "2", "3", "7", "5", "1"}, false},
-        {"blue 17", "2026097", {"6", "1", "2", "3", "4", "5", "17"}, false},
-        {"blue 0", "2026097", {"6", "1", "2", "3", "4", "5", "0"}, false},
         {"no issue", "", {"6", "1", "2", "3", "4", "5", "1"}, false},
         {"issue 0", "0", {"6", "1", "2", "3", "4", "5", "1"}, false},
     };

@@ -54,18 +54,7 @@ TEST_F(HistoryQueriesTest, NthDrawBeforeAndAfterOverHoles) {
     EXPECT_EQ(next_QiHao_n(2010002, 10), 2010009);
     EXPECT_EQ(next_QiHao_n(2010009, 1), 2010009);  // none after: the latest
     EXPECT_EQ(next_QiHao_n(2003001, 1), 2009150);
-}
-
-TEST_F(HistoryQueriesTest, OldestRowHasNoPredecessor) {
-    addDraw(2003001, QStringLiteral("2003/02/23"), makeReds(10, 11, 12, 13, 26, 28));
-    addDraw(2003002, QStringLiteral("2003/02/27"), makeReds(4, 9, 19, 20, 21, 26));
-    EXPECT_EQ(prev_QiHao(2003001, 1), 2003001);
-    EXPECT_EQ(prev_QiHao(2003002, 1), 2003001);
-    EXPECT_EQ(earliest_QiHao(), 2003001);
-}
-
-TEST_F(HistoryQueriesTest, LatestDateGoesByDateNotByIssue) {
-    fillWithHoles();
+    // The latest date goes by date, not by issue.
     EXPECT_EQ(dateText(latest_KaiJiangRi()), QStringLiteral("2010/01/31"));
 }
 
@@ -133,17 +122,12 @@ TEST_F(HistoryQueriesTest, RecentDrawsArray) {
     EXPECT_EQ(a[4][7], 7);
 }
 
-}  // namespace
-}  // namespace dovrex::test
-
-namespace dovrex::test {
-namespace {
-
 TEST_F(HistoryQueriesTest, PrizeTableComesFromTheNoticeOrTheFixedPrizes) {
     // No notice downloaded: the fixed tiers, and the two that vary are unknown.
-    EXPECT_EQ(prizeTableText(2026096),
-              QStringLiteral("2026096 期奖金　一等奖：奖金未知　二等奖：奖金未知　三等奖：3000 元　四等奖：200 元"
-                             "　五等奖：10 元　六等奖：5 元"));
+    EXPECT_EQ(
+        prizeTableText(2026096),
+        QStringLiteral("2026096 期奖金　一等奖：奖金未知　二等奖：奖金未知　三等奖：3000 元　四等奖：200 元"
+                       "　五等奖：10 元　六等奖：5 元"));
     const QString insert =
         QStringLiteral("INSERT INTO 奖级奖金 (期号, 奖级, 注数, 奖金) VALUES (2026096, ?, ?, ?)");
     store_Execute(insert, {1, 8, 6821493});

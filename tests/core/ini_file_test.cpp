@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "store/ini_file.h"
+#include "support/test_support.h"
 
 namespace dovrex {
 namespace {
@@ -28,9 +28,7 @@ TEST(CIniFile, WritesReadsAndSaysWhyNot) {
               QStringLiteral("双色球"));
 
     // A "folder" that is a file: nothing can be written below it.
-    QFile blocker(dir.filePath(QStringLiteral("blocker")));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
+    ASSERT_TRUE(test::writeFile(dir.filePath(QStringLiteral("blocker")), {}));
     CIniFile unwritable;
     unwritable.SpecifyIni(dir.filePath(QStringLiteral("blocker/x.ini")));
     EXPECT_FALSE(unwritable.WriteString(QStringLiteral("main"), QStringLiteral("k"), QStringLiteral("v")));

@@ -11,27 +11,30 @@ Reds R(int a, int b, int c, int d, int e, int f) {
     return makeReds(a, b, c, d, e, f);
 }
 
-TEST(Metrics, WorkedExample) {
+TEST(Metrics, SpanGapAcAndRunsOfWorkedDraws) {
     const Reds r = R(2, 8, 12, 13, 17, 26);
     EXPECT_EQ(calc_JianJuMax(r), 9);
     EXPECT_EQ(calc_AC(r), 7);  // 12 distinct differences
     EXPECT_EQ(calc_KuaDu(r), 24);
     EXPECT_EQ(calc_LianHaoMax(r), 1);  // 12 13
-}
-
-TEST(Metrics, SixConsecutiveAndSpreadOut) {
     for (int first : {1, 14, 28}) {
-        const Reds r = R(first, first + 1, first + 2, first + 3, first + 4, first + 5);
-        EXPECT_EQ(calc_LianHaoMax(r), 10) << first;
-        EXPECT_EQ(lianHaoText(calc_LianHaoMax(r)), QStringLiteral("6"));
-        EXPECT_EQ(calc_KuaDu(r), 5);
-        EXPECT_EQ(calc_JianJuMax(r), 1);
-        EXPECT_EQ(calc_AC(r), 0);
+        const Reds six = R(first, first + 1, first + 2, first + 3, first + 4, first + 5);
+        EXPECT_EQ(calc_LianHaoMax(six), 10) << first;
+        EXPECT_EQ(lianHaoText(calc_LianHaoMax(six)), QStringLiteral("6"));
+        EXPECT_EQ(calc_KuaDu(six), 5);
+        EXPECT_EQ(calc_JianJuMax(six), 1);
+        EXPECT_EQ(calc_AC(six), 0);
     }
     const Reds odd = R(1, 3, 5, 7, 9, 11);
     EXPECT_EQ(calc_LianHaoMax(odd), 0);
     EXPECT_EQ(calc_AC(odd), 0);  // differences 2 4 6 8 10
     EXPECT_EQ(calc_AC(R(1, 2, 4, 8, 13, 33)), 10);
+    // The gap follows the given order; a number out of range fails.
+    EXPECT_EQ(calc_JianJuMax(R(1, 33, 2, 3, 4, 5)), 32);
+    EXPECT_EQ(calc_JianJuMax(R(33, 1, 2, 3, 4, 5)), 32);
+    EXPECT_EQ(calc_JianJuMax(R(5, 4, 3, 2, 1, 33)), 32);
+    EXPECT_EQ(calc_KuaDu(R(5, 4, 3, 2, 1, 33)), 32);
+    EXPECT_THROW(calc_AC(R(1, 2, 3, 4, 5, 34)), std::out_of_range);
 }
 
 TEST(Metrics, RunPatternCodes) {
@@ -79,46 +82,27 @@ TEST(Metrics, RepeatAndDiagonalNumbers) {
     EXPECT_EQ(calc_XieWeiMa(Reds{}, R(1, 2, 5, 7, 9, 11)), 0);
 }
 
-TEST(Metrics, GapFollowsTheGivenOrder) {
-    EXPECT_EQ(calc_JianJuMax(R(1, 33, 2, 3, 4, 5)), 32);
-    EXPECT_EQ(calc_JianJuMax(R(33, 1, 2, 3, 4, 5)), 32);
-    EXPECT_EQ(calc_JianJuMax(R(5, 4, 3, 2, 1, 33)), 32);
-    EXPECT_EQ(calc_KuaDu(R(5, 4, 3, 2, 1, 33)), 32);
-}
-
-TEST(Metrics, OutOfRangeNumbersFail) {
-    EXPECT_THROW(calc_AC(R(1, 2, 3, 4, 5, 34)), std::out_of_range);
-}
-
 TEST(ShapeTables, FiveAndSix) {
-    const struct {
+    struct Case {
         int m, g;
         const char* text;
-    } five[] = {{1, 6, "1,1,1,1,1,1"},
-                {2, 5, "2,1,1,1,1"},
-                {2, 4, "2,2,1,1"},
-                {2, 3, "2,2,2"},
-                {3, 4, "3,1,1,1"},
-                {3, 3, "3,2,1"},
-                {3, 2, "3,3"},
-                {4, 3, "4,1,1"},
-                {4, 2, "4,2"},
-                {5, 1, "5,1"},
-                // Five in one group and one in another: the table's slot holds 0.
-                {5, 2, "1,1,1,1,1,1"},
-                {1, 1, "1,1,1,1,1,1"}};
-    for (const auto& c : five)
+    };
+    // Five in one group and one in another: the table's slot holds 0.
+    // clang-format off
+    const Case five[] = {
+        {1, 6, "1,1,1,1,1,1"}, {2, 5, "2,1,1,1,1"}, {2, 4, "2,2,1,1"}, {2, 3, "2,2,2"}, {3, 4, "3,1,1,1"},
+        {3, 3, "3,2,1"}, {3, 2, "3,3"}, {4, 3, "4,1,1"}, {4, 2, "4,2"}, {5, 1, "5,1"}, {5, 2, "1,1,1,1,1,1"},
+        {1, 1, "1,1,1,1,1,1"}};
+    const Case six[] = {
+        {2, 4, "2,2,1,1"}, {2, 3, "2,2,2"}, {3, 4, "3,1,1,1"}, {3, 3, "3,2,1"}, {3, 2, "3,3"},
+        {4, 3, "4,1,1"}, {4, 2, "4,2"}, {5, 2, "5,1"}, {6, 1, "6"}, {1, 6, "2,2,1,1"}};
+    // clang-format on
+    for (const Case& c : five)
         EXPECT_EQ(gesTable5Text(gesTable5Code(c.m, c.g)), QString::fromLatin1(c.text)) << c.m << "," << c.g;
+    for (const Case& c : six)
+        EXPECT_EQ(gesTable6Text(gesTable6Code(c.m, c.g)), QString::fromLatin1(c.text)) << c.m << "," << c.g;
     EXPECT_THROW(gesTable5Code(6, 1), std::out_of_range);
     EXPECT_THROW(gesTable5Code(1, 7), std::out_of_range);
-
-    const struct {
-        int m, g;
-        const char* text;
-    } six[] = {{2, 4, "2,2,1,1"}, {2, 3, "2,2,2"}, {3, 4, "3,1,1,1"}, {3, 3, "3,2,1"}, {3, 2, "3,3"},
-               {4, 3, "4,1,1"},   {4, 2, "4,2"},   {5, 2, "5,1"},     {6, 1, "6"},     {1, 6, "2,2,1,1"}};
-    for (const auto& c : six)
-        EXPECT_EQ(gesTable6Text(gesTable6Code(c.m, c.g)), QString::fromLatin1(c.text)) << c.m << "," << c.g;
     EXPECT_TRUE(gesTable6Text(9).isEmpty());
 }
 

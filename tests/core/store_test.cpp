@@ -6,6 +6,7 @@
 #include "domain/date_value.h"
 #include "store/jet_sql.h"
 #include "store/pack.h"
+#include "support/table_rows.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {
@@ -20,11 +21,7 @@ class DialectTest : public FreshStoreTest {
         for (const auto& v : values)
             db().execute(QStringLiteral("INSERT INTO t (id, a, b) VALUES (?, ?, ?)"), {v[0], v[1], v[2]});
     }
-    QList<int> ids(const QString& sql) {
-        QList<int> out;
-        for (auto c = db().query(sql); !c->eof(); c->moveNext()) out << c->intValue(QStringLiteral("id"));
-        return out;
-    }
+    QList<int> ids(const QString& sql) { return columnValues(db(), sql); }
 };
 
 TEST_F(DialectTest, PagedRowSetsReadLikeWholeOnes) {
@@ -68,6 +65,11 @@ TEST_F(DialectTest, TopKeepsRowsTiedOnEveryOrderTerm) {
     // DESC and a tie at the cut on a column that is not selected.
     EXPECT_EQ(ids(QStringLiteral("select top 1  id from t order by b desc")), (QList<int>{4}));
     EXPECT_EQ(ids(QStringLiteral("select TOP 2 id from t order by b DESC")).size(), 4);
+    EXPECT_EQ(db().query(QStringLiteral("select TOP 2 * from t order by a"))->recordCount(), 4);
+    // Without an order: exactly n.
+    EXPECT_EQ(ids(QStringLiteral("select TOP 3 id from t")).size(), 3);
+    EXPECT_EQ(ids(QStringLiteral("select TOP 2 id from t where a=2")).size(), 2);
+    EXPECT_EQ(ids(QStringLiteral("select TOP 9 id from t")).size(), 5);
 }
 
 TEST_F(DialectTest, TopPercentRoundsUp) {
@@ -81,23 +83,11 @@ TEST_F(DialectTest, TopPercentRoundsUp) {
     EXPECT_EQ(ids(QStringLiteral("select top 20 percent id from t order by a")).size(), 3);
 }
 
-TEST_F(DialectTest, TopWithoutOrderGivesExactlyN) {
-    rows({{1, 1, 1}, {2, 1, 1}, {3, 1, 1}, {4, 1, 1}});
-    EXPECT_EQ(ids(QStringLiteral("select TOP 3 id from t")).size(), 3);
-    EXPECT_EQ(ids(QStringLiteral("select TOP 3 id from t where a=1")).size(), 3);
-    EXPECT_EQ(ids(QStringLiteral("select TOP 9 id from t")).size(), 4);
-    EXPECT_EQ(db().query(QStringLiteral("select TOP 2 * from t order by a"))->recordCount(), 4);
-}
-
 TEST_F(DialectTest, DateLiteralsCompareAsDays) {
     for (const char* day : {"2019/12/31", "2020/01/01", "2020/01/02"})
         db().execute(QStringLiteral("INSERT INTO 用户表 (用户名, 最后登陆时间) VALUES (?, ?)"),
                      {QString::fromLatin1(day), *parseDateText(QString::fromLatin1(day))});
-    auto names = [&](const QString& sql) {
-        QStringList out;
-        for (auto c = db().query(sql); !c->eof(); c->moveNext()) out << c->value(0).toString();
-        return out;
-    };
+    auto names = [&](const QString& sql) { return QStringList(columnValues<QString>(db(), sql)); };
     EXPECT_EQ(names(QStringLiteral(
                   "select 用户名 from 用户表 where 最后登陆时间<=#2020/01/01# and 用户名<>'临时用户' "
                   "order by 用户名")),
@@ -322,7 +312,7 @@ TEST_F(FreshStoreTest, ClearTableEmptiesIt) {
 
 // ---- dates ----
 
-TEST(DateValue, DayNumbersAndText) {
+TEST(DateValue, DayNumbersTextAndTheClock) {
     EXPECT_EQ(toDateValue(QDate(1899, 12, 30)), 0.0);
     EXPECT_EQ(toDateValue(QDate(2000, 1, 2)), 36527.0);
     EXPECT_EQ(toQDate(36527.75), QDate(2000, 1, 2));  // the time of day is a fraction
@@ -334,6 +324,10 @@ TEST(DateValue, DayNumbersAndText) {
         EXPECT_FALSE(parseDateText(QString::fromLatin1(text))) << text;
     const QDate d(2026, 4, 5);
     EXPECT_EQ(toQDate(*parseDateText(dateText(d))), d);
+    Clock::setToday(QDate(2024, 1, 7));
+    EXPECT_EQ(Clock::today(), QDate(2024, 1, 7));
+    Clock::useSystemClock();
+    EXPECT_EQ(Clock::today(), QDate::currentDate());
 }
 
 TEST_F(FreshStoreTest, FallbackDateSortsAfterRealDates) {
@@ -347,42 +341,24 @@ TEST_F(FreshStoreTest, FallbackDateSortsAfterRealDates) {
     EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 历史记录 where 开奖日期>#7000/01/01#")), 2003001);
 }
 
-TEST(Clock, FixedDayAndSystemClock) {
-    Clock::setToday(QDate(2024, 1, 7));
-    EXPECT_EQ(Clock::today(), QDate(2024, 1, 7));
-    Clock::useSystemClock();
-    EXPECT_EQ(Clock::today(), QDate::currentDate());
-}
-
 // ---- pack ----
 
 class PackTest : public DovrexTest {
   protected:
-    QString file(const QString& name, const QByteArray& bytes) {
-        EXPECT_TRUE(writeFile(tempPath(name), bytes));
-        return tempPath(name);
-    }
-    QString storeFile() {
-        const QString path = tempPath(QStringLiteral("store.dat"));
-        makeFreshStoreFile(path);
-        return path;
-    }
+    PackTest() { makeFreshStoreFile(store); }
+    const QString store = tempPath(QStringLiteral("store.dat"));
 };
 
-TEST_F(PackTest, LayoutIsTwoLengthsThenBothFiles) {
-    const QString a = file(QStringLiteral("a"), "abc"), b = file(QStringLiteral("b"), "de");
+TEST_F(PackTest, LayoutRoundTripAndARewrittenTarget) {
+    const QString a = tempFile(QStringLiteral("a"), "abc"), b = tempFile(QStringLiteral("b"), "de");
     ASSERT_TRUE(pack(a, b, tempPath(QStringLiteral("p"))));
     EXPECT_EQ(fileBytes(tempPath(QStringLiteral("p"))), QByteArray("\x03\0\0\0\x02\0\0\0abcde", 13));
     EXPECT_FALSE(pack(a, tempPath(QStringLiteral("missing")), tempPath(QStringLiteral("q"))));
-}
-
-TEST_F(PackTest, RoundTripAndARewrittenTarget) {
-    const QString store = storeFile();
-    const QString aux = file(QStringLiteral("aux"), QByteArray("\0\1\2 aux", 7));
+    const QString aux = tempFile(QStringLiteral("aux"), QByteArray("\0\1\2 aux", 7));
     const QString packed = tempPath(QStringLiteral("pack"));
     ASSERT_TRUE(pack(store, aux, packed));
     EXPECT_EQ(fileBytes(packed).size(), 8 + fileBytes(store).size() + 7);
-    const QString out1 = file(QStringLiteral("out1"), QByteArray(200000, 'x'));  // longer than needed
+    const QString out1 = tempFile(QStringLiteral("out1"), QByteArray(200000, 'x'));  // longer than needed
     const QString out2 = tempPath(QStringLiteral("out2"));
     ASSERT_TRUE(unpack(packed, out1, out2));
     EXPECT_EQ(fileBytes(out1), fileBytes(store));
@@ -390,8 +366,7 @@ TEST_F(PackTest, RoundTripAndARewrittenTarget) {
 }
 
 TEST_F(PackTest, DamagedPacksAreRefusedAndTouchNothing) {
-    const QString store = storeFile();
-    const QString aux = file(QStringLiteral("aux"), "aux");
+    const QString aux = tempFile(QStringLiteral("aux"), "aux");
     const QString good = tempPath(QStringLiteral("pack"));
     ASSERT_TRUE(pack(store, aux, good));
     const QByteArray bytes = fileBytes(good);
@@ -403,10 +378,10 @@ TEST_F(PackTest, DamagedPacksAreRefusedAndTouchNothing) {
     const QList<QByteArray> damaged{
         bytes.left(bytes.size() - 1),        bytes.left(6), QByteArray(), negative, notAStore,
         QByteArray("plain text, not a pack")};
-    const QString out1 = file(QStringLiteral("out1"), "keep me 1");
-    const QString out2 = file(QStringLiteral("out2"), "keep me 2");
+    const QString out1 = tempFile(QStringLiteral("out1"), "keep me 1");
+    const QString out2 = tempFile(QStringLiteral("out2"), "keep me 2");
     for (int i = 0; i < damaged.size(); ++i) {
-        const QString bad = file(QStringLiteral("bad%1").arg(i), damaged[i]);
+        const QString bad = tempFile(QStringLiteral("bad%1").arg(i), damaged[i]);
         EXPECT_FALSE(unpack(bad, out1, out2)) << i;
         EXPECT_EQ(fileBytes(out1), QByteArray("keep me 1")) << i;
         EXPECT_EQ(fileBytes(out2), QByteArray("keep me 2")) << i;
@@ -416,8 +391,7 @@ TEST_F(PackTest, DamagedPacksAreRefusedAndTouchNothing) {
 }
 
 TEST_F(PackTest, PlainStoreFileStandsInForAPack) {
-    const QString store = storeFile();
-    const QString out1 = tempPath(QStringLiteral("out1")), out2 = file(QStringLiteral("out2"), "old aux");
+    const QString out1 = tempPath(QStringLiteral("out1")), out2 = tempFile(QStringLiteral("out2"), "old aux");
     EXPECT_TRUE(isPlainStoreFile(store));
     ASSERT_TRUE(unpack(store, out1, out2));
     EXPECT_EQ(fileBytes(out1), fileBytes(store));

@@ -64,12 +64,15 @@ TEST_F(TrendChartTest, GeometryAndOrderOfTheDrawing) {
     QList<TrendOp::Role> order;
     const TrendOp* firstMark = nullptr;
     const TrendOp* join = nullptr;
+    int marks = 0, joins = 0;
     for (const TrendOp& op : chart.ops) {
         if (op.role == TrendOp::Mark || op.role == TrendOp::MarkText || op.role == TrendOp::Join) {
             if (order.isEmpty() || order.last() != op.role) order << op.role;
             if (op.role == TrendOp::Mark && !firstMark) firstMark = &op;
             if (op.role == TrendOp::Join) join = &op;
         }
+        marks += op.role == TrendOp::Mark;
+        joins += op.role == TrendOp::Join;
     }
     EXPECT_EQ(order, (QList<TrendOp::Role>{TrendOp::Mark, TrendOp::MarkText, TrendOp::Join}));
     ASSERT_TRUE(firstMark && join);
@@ -78,11 +81,6 @@ TEST_F(TrendChartTest, GeometryAndOrderOfTheDrawing) {
     EXPECT_DOUBLE_EQ(firstMark->y, 40 + 0.8 * r);
     EXPECT_DOUBLE_EQ(join->x, x0 + 6);
     EXPECT_DOUBLE_EQ(join->y2, 60 + 6);
-    int marks = 0, joins = 0;
-    for (const TrendOp& op : chart.ops) {
-        marks += op.role == TrendOp::Mark;
-        joins += op.role == TrendOp::Join;
-    }
     EXPECT_EQ(marks, 2);
     EXPECT_EQ(joins, 1);
 }

@@ -1,19 +1,38 @@
 #pragma once
 
 #include <QStringList>
+#include <QVariantList>
 
 #include "store/store.h"
 
 namespace dovrex::test {
 
+// The values of every row of a query, in the order it gives them.
+inline QList<QVariantList> queryRows(Store& db, const QString& sql, const QVariantList& params = {}) {
+    QList<QVariantList> rows;
+    for (auto c = db.query(sql, params); !c->eof(); c->moveNext()) {
+        QVariantList& values = rows.emplaceBack();
+        for (int i = 0; i < c->fieldCount(); ++i) values << c->value(i);
+    }
+    return rows;
+}
+
+// The first value of every row of a query, as T.
+template <typename T = int>
+QList<T> columnValues(Store& db, const QString& sql, const QVariantList& params = {}) {
+    QList<T> values;
+    for (auto c = db.query(sql, params); !c->eof(); c->moveNext()) values << c->value(0).template value<T>();
+    return values;
+}
+
 // Every row of a table as one line of its values, in row id order: two calls compare a table's
 // whole content.
 inline QStringList tableRows(Store& db, const QString& table) {
     QStringList rows;
-    auto c = db.query(QStringLiteral("select * from [%1] order by rowid").arg(table));
-    for (; !c->eof(); c->moveNext()) {
+    for (const QVariantList& row :
+         queryRows(db, QStringLiteral("select * from [%1] order by rowid").arg(table))) {
         QStringList values;
-        for (int i = 0; i < c->fieldCount(); ++i) values << c->value(i).toString();
+        for (const QVariant& v : row) values << v.toString();
         rows << values.join(u'|');
     }
     return rows;

@@ -85,6 +85,10 @@ QByteArray fileBytes(const QString& path) {
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
+QByteArray testData(const char* name) {
+    return fileBytes(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/") + QLatin1String(name));
+}
+
 void alterStoreFile(const QString& file, const QString& sql) {
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
@@ -102,10 +106,9 @@ bool writeFile(const QString& path, const QByteArray& bytes) {
 
 int addTicket(IssueNumber issue, const Reds& reds, int blue) {
     const int next = intScalar(QStringLiteral("select ifnull(max(max(ID), max(序号)), 0) from 日志表")) + 1;
-    store_Execute(
-        QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                       "VALUES (?,?,?,?,?,?,?,?,?,?)"),
-        {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
+    store_Execute(QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                                 "VALUES (?,?,?,?,?,?,?,?,?,?)"),
+                  {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
     return next;
 }
 

@@ -81,6 +81,8 @@ void addDraw(IssueNumber issue, const QString& date, const Reds& reds, int blue 
 QVariant scalar(const QString& sql, const QVariantList& params = {});
 int intScalar(const QString& sql, const QVariantList& params = {});
 QByteArray fileBytes(const QString& path);
+// A sample file of tests/data.
+QByteArray testData(const char* name);
 // Writes `bytes` over the file at `path`; false when it cannot.
 bool writeFile(const QString& path, const QByteArray& bytes);
 // Adds a ticket of `issue` to 日志表 of the shared store, its ID and 序号 one above the table's
@@ -92,6 +94,11 @@ class DovrexTest : public ::testing::Test {
     ScriptedScreen& ui() { return screen_; }
     const AppPaths& paths() const { return folders_.paths(); }
     QString tempPath(const QString& name) const { return folders_.path(name); }
+    // Writes `bytes` to a file of the temporary directory and returns its path.
+    QString tempFile(const QString& name, const QByteArray& bytes) const {
+        EXPECT_TRUE(writeFile(tempPath(name), bytes)) << name.toStdString();
+        return tempPath(name);
+    }
 
   private:
     SharedStateGuard guard_;

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <sys/stat.h>
 #include <QDir>
@@ -48,22 +47,11 @@ class ConditionFilesTest : public test::FreshStoreTest {
         EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), v > 0 ? 4 : 6);
     }
     QString exportPath() const { return tempPath(QStringLiteral("set.dovrex")); }
-    // Damages a condition file the way a hand or another program could, below the program's own
-    // store layer.
-    static void alter(const QString& path, const QString& sql) {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &db), SQLITE_OK);
-        char* error = nullptr;
-        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error);
-        EXPECT_EQ(rc, SQLITE_OK) << (error ? error : "");
-        sqlite3_free(error);
-        sqlite3_close(db);
-    }
     // The exported set 1 with one change, imported over set 0: refused, and the store keeps set 0.
     void expectRefused(const QString& damage, const QString& message = msg::kImportFormatError) {
         makeSet(1);
         ASSERT_TRUE(exportConditionSet(exportPath()));
-        alter(exportPath(), damage);
+        test::alterStoreFile(exportPath(), damage);
         makeSet(0);
         ui().clear();
         EXPECT_FALSE(importConditionSet(exportPath())) << damage.toStdString();
@@ -148,7 +136,7 @@ TEST_F(ConditionFilesTest, OnlyPlainTablesAndColumnsAreRead) {
 TEST_F(ConditionFilesTest, ReadingAFileNeverWritesIt) {
     makeSet(1);
     ASSERT_TRUE(exportConditionSet(exportPath()));
-    alter(exportPath(), QStringLiteral("PRAGMA journal_mode=WAL"));
+    test::alterStoreFile(exportPath(), QStringLiteral("PRAGMA journal_mode=WAL"));
     const QByteArray before = test::fileBytes(exportPath());
     makeSet(0);
     ASSERT_TRUE(importConditionSet(exportPath()));
@@ -165,8 +153,9 @@ TEST_F(ConditionFilesTest, PicksOverTheLimitAreRefusedAndABlueBankerStandsAlone)
     // A banker beside blue drags, as an older file may hold: the banker alone comes in.
     makeSet(1);
     ASSERT_TRUE(exportConditionSet(exportPath()));
-    alter(exportPath(), QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID BETWEEN 101 AND 116; "
-                                       "UPDATE 过滤条件 SET VALUE=2 WHERE ID=105"));
+    test::alterStoreFile(exportPath(),
+                         QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID BETWEEN 101 AND 116; "
+                                        "UPDATE 过滤条件 SET VALUE=2 WHERE ID=105"));
     ASSERT_TRUE(importConditionSet(exportPath()));
     EXPECT_EQ(
         test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>100 and ID<=116 and VALUE>0")),

@@ -18,10 +18,6 @@ const SsgsFormulas& shippedFormulas() {
     return formulas;
 }
 
-struct Sixes : PipelineTest {
-    using PipelineTest::sixesOf;
-};
-
 std::uint32_t maskOf(const Reds& r) {
     std::uint32_t m = 0;
     for (int i = 1; i <= 6; ++i) m |= 1u << r[size_t(i)];
@@ -36,7 +32,7 @@ TEST(SsgsFormulas, EachSizeIsAFiveOfSixCover) {
         const std::vector<int>& xuhao = all[n];
         std::vector<int> drags;
         for (int i = 0; i < n; ++i) drags.push_back(i);
-        const auto sixes = Sixes::sixesOf(drags);
+        const auto sixes = sixesOf(drags);
         std::unordered_set<std::uint32_t> formula;
         int previous = 0;
         for (int x : xuhao) {
@@ -102,8 +98,9 @@ TEST_F(FormulaInitTest, TheFirstStepMarksThemAndTheShrinkKeepsThemWhole) {
         const IssueNumber issue = 2008100 + v;
         const std::vector<int>& formula = shippedFormulas()[v];
         ASSERT_GT(init_TouZhu(issue), 0) << v;
-        EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
-                  int(formula.size()));
+        EXPECT_EQ(
+            intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
+            int(formula.size()));
         const QString first = scalar(reds, {formula[0]}).toString();
         if (v == 12)
             for (int x : formula)

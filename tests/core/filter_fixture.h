@@ -6,11 +6,11 @@
 namespace dovrex::test {
 
 // A filter of the run by name (and slot of a looped one).
-inline const FilterDef& filterNamed(const QString& name, int slot = 0) {
+inline const FilterDef& filterNamed(QStringView name, int slot = 0) {
     for (const FilterStep& step : filterSteps())
         for (const FilterDef& def : step.filters)
             if (def.name == name && (step.filters.size() == 1 || def.slot == slot)) return def;
-    throw std::runtime_error("no filter " + name.toStdString());
+    throw std::runtime_error("no filter " + name.toString().toStdString());
 }
 
 // The test a filter builds for `issue`, as its pass would before the row loop.
@@ -20,7 +20,7 @@ inline TicketTest testOf(const FilterDef& def, IssueNumber issue) {
     return def.prepare(pass);
 }
 
-inline int valueOf(const QString& name, const Reds& reds, IssueNumber issue = 2008118, int slot = 0) {
+inline int valueOf(QStringView name, const Reds& reds, IssueNumber issue = 2008118, int slot = 0) {
     TicketBalls b;
     b.reds = reds;
     b.blue = 1;
@@ -40,7 +40,7 @@ class FilterTest : public PipelineTest {
                 {++serial, issue, r[1], r[2], r[3], r[4], r[5], r[6], blue});
     }
     // Runs one filter as the run would, returning the survivors.
-    static int runFilter(const QString& name, int slot = 0) {
+    static int runFilter(QStringView name, int slot = 0) {
         return filter_Run(kIssue, filterNamed(name, slot));
     }
     static std::vector<Reds> redsLeft() {

@@ -22,7 +22,6 @@ TEST(PrizeTier, EveryHitCountByTheTable) {
 class CheckMergeTest : public PipelineTest {
   protected:
     CheckMergeTest() { shared().paths = paths(); }
-    static int add(IssueNumber issue, const Reds& r, int blue) { return addTicket(issue, r, blue); }
     static std::pair<int, int> hits(int serial) {
         auto c = store_Query(QStringLiteral("select 红球中,蓝球中 from 日志表 where 序号=?"), {serial});
         return {c->intValue(0), c->intValue(1)};
@@ -31,13 +30,14 @@ class CheckMergeTest : public PipelineTest {
 
 TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     addDraw(kIssue, QStringLiteral("2008/10/09"), makeReds(4, 9, 16, 27, 31, 33), 1);
-    const int five1 = add(kIssue, makeReds(33, 4, 9, 16, 27, 2), 1);  // order in the ticket does not matter
-    const int six0 = add(kIssue, makeReds(4, 9, 16, 27, 31, 33), 2);
-    const int three1 = add(kIssue, makeReds(4, 9, 16, 1, 2, 3), 1);
-    const int four0 = add(kIssue, makeReds(4, 9, 16, 27, 2, 3), 5);
-    const int three0 = add(kIssue, makeReds(4, 9, 16, 1, 2, 3), 5);
-    const int zero1 = add(kIssue, makeReds(1, 2, 3, 5, 6, 7), 1);
-    const int other = add(kIssue + 1, makeReds(4, 9, 16, 27, 31, 33), 1);
+    const int five1 =
+        addTicket(kIssue, makeReds(33, 4, 9, 16, 27, 2), 1);  // order in the ticket does not matter
+    const int six0 = addTicket(kIssue, makeReds(4, 9, 16, 27, 31, 33), 2);
+    const int three1 = addTicket(kIssue, makeReds(4, 9, 16, 1, 2, 3), 1);
+    const int four0 = addTicket(kIssue, makeReds(4, 9, 16, 27, 2, 3), 5);
+    const int three0 = addTicket(kIssue, makeReds(4, 9, 16, 1, 2, 3), 5);
+    const int zero1 = addTicket(kIssue, makeReds(1, 2, 3, 5, 6, 7), 1);
+    const int other = addTicket(kIssue + 1, makeReds(4, 9, 16, 27, 31, 33), 1);
     load_TouZhuBiao(kIssue);
     shared().operationLog = QStringLiteral("old");
 
@@ -75,7 +75,7 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     EXPECT_FALSE(money.unknown);
     EXPECT_EQ(money.cost, 12);
     // Tier 1 from the notice like the others.
-    add(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
+    addTicket(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
     store_Execute(QStringLiteral("UPDATE 奖级奖金 SET 注数=3, 奖金=6821493 WHERE 奖级=1"));
     check_KaiJiang(kIssue);
     EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元")));
@@ -83,7 +83,7 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
 }
 
 TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
-    const int t = add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
+    const int t = addTicket(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
     store_Execute(QStringLiteral("UPDATE 日志表 SET 红球中=9, 蓝球中=9"));
     EXPECT_EQ(check_KaiJiang(kIssue), 0);
     EXPECT_EQ(ui().messages(),
@@ -107,12 +107,12 @@ TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
 }
 
 TEST_F(CheckMergeTest, MergeKeepsTheFirstOfEqualRedsAcrossBluesAndIssues) {
-    const int first = add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
-    add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 9);
-    const int swapped = add(kIssue, makeReds(2, 1, 3, 4, 5, 6), 1);  // positions differ: kept
-    add(kIssue + 1, makeReds(1, 2, 3, 4, 5, 6), 1);
-    const int other = add(kIssue + 1, makeReds(7, 8, 9, 10, 11, 12), 3);
-    add(kIssue, makeReds(7, 8, 9, 10, 11, 12), 4);
+    const int first = addTicket(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
+    addTicket(kIssue, makeReds(1, 2, 3, 4, 5, 6), 9);
+    const int swapped = addTicket(kIssue, makeReds(2, 1, 3, 4, 5, 6), 1);  // positions differ: kept
+    addTicket(kIssue + 1, makeReds(1, 2, 3, 4, 5, 6), 1);
+    const int other = addTicket(kIssue + 1, makeReds(7, 8, 9, 10, 11, 12), 3);
+    addTicket(kIssue, makeReds(7, 8, 9, 10, 11, 12), 4);
     EXPECT_EQ(hebingxt_Click(), 3);
     std::vector<int> serials;
     for (const auto& t : tickets()) serials.push_back(t.serial);
@@ -129,7 +129,7 @@ TEST_F(CheckMergeTest, MergeKeepsTheFirstOfEqualRedsAcrossBluesAndIssues) {
 
 TEST_F(CheckMergeTest, MergeStoppedKeepsTheWalksDone) {
     for (int copy = 0; copy < 2; ++copy)
-        for (int k = 1; k <= 3; ++k) add(kIssue, makeReds(k, 10, 11, 12, 13, 14), 1);
+        for (int k = 1; k <= 3; ++k) addTicket(kIssue, makeReds(k, 10, 11, 12, 13, 14), 1);
     ui().stopAfterPumps(1);
     EXPECT_EQ(merge_XiangTongZhu(), 5);  // only the first set of reds was walked
     EXPECT_EQ(shared().tingZhi, 0);

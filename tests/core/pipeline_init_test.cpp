@@ -185,16 +185,13 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
 }
 
 TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
-    EXPECT_EQ(readIssue(QStringLiteral("2008118abc")), 2008118);
-    EXPECT_EQ(readIssue(QStringLiteral("  2008118  ")), 2008118);
-    EXPECT_EQ(readIssue(QStringLiteral("20081189")), 2008118);
+    // clang-format off
+    const std::pair<const char*, IssueNumber> cases[] = {
+        {"2008118abc", 2008118}, {"  2008118  ", 2008118}, {"20081189", 2008118}, {"", 0}, {"abc", 0},
+        {"-5", 0}, {"12 34", 1234}, {"2008.5", 2008}, {"2009.5", 2010}, {"2e3", 2000}};
+    // clang-format on
+    for (const auto& [text, issue] : cases) EXPECT_EQ(readIssue(QString::fromUtf8(text)), issue) << text;
     EXPECT_EQ(readIssue(QString()), 0);
-    EXPECT_EQ(readIssue(QStringLiteral("abc")), 0);
-    EXPECT_EQ(readIssue(QStringLiteral("-5")), 0);
-    EXPECT_EQ(readIssue(QStringLiteral("12 34")), 1234);
-    EXPECT_EQ(readIssue(QStringLiteral("2008.5")), 2008);
-    EXPECT_EQ(readIssue(QStringLiteral("2009.5")), 2010);
-    EXPECT_EQ(readIssue(QStringLiteral("2e3")), 2000);
 }
 
 using CommandsTest = InitTest;

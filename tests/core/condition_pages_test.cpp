@@ -73,7 +73,8 @@ TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndTickThroughTheSharedArray) {
 TEST_F(ConditionPagesTest, NotesTellTheDivisionTheFiltersUse) {
     EXPECT_EQ(condition_Definition(12), QStringLiteral("大数：17～33（17个）；小数：01～16（16个）。"));
     EXPECT_EQ(condition_Definition(13),
-              QStringLiteral("低尾码：尾数为0、1、2、3、4的红球（18个）；高尾码：尾数为5、6、7、8、9的红球（15个）。"));
+              QStringLiteral(
+                  "低尾码：尾数为0、1、2、3、4的红球（18个）；高尾码：尾数为5、6、7、8、9的红球（15个）。"));
     EXPECT_TRUE(condition_Definition(17).startsWith(QStringLiteral("间距九分组：九0：")));
     EXPECT_TRUE(condition_Definition(21).contains(QStringLiteral("头3：30 31 32 33")));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 大数=1 WHERE 号码=16"));

@@ -81,7 +81,8 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
     EXPECT_EQ(serialAndScratch(), (std::vector<std::pair<int, int>>{{12, 999}, {14, 999}}));
     EXPECT_EQ(ui().messages().last(), msg::kSelectDone);
     // The result replaces the in-progress line and gives what the tickets left cost.
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元")));
+    EXPECT_TRUE(
+        shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元")));
     EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("分析正在进行中")));
     // More than there are: all stay. Zero or a cancel: nothing runs.
     ui().answerText(QStringLiteral("100"));

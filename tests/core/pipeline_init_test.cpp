@@ -9,14 +9,7 @@ namespace {
 
 constexpr IssueNumber kIssue = 2008118;
 
-class InitTest : public PipelineTest {
-  protected:
-    // n red drags from 1 and the blue numbers 1..blues.
-    static void pickDrags(int n, int blues) {
-        pickRange(1, n, kPickDrag);
-        pickRange(101, 100 + blues, kPickDrag);
-    }
-};
+using InitTest = PipelineTest;
 
 TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
     pickDrags(10, 2);

@@ -21,8 +21,7 @@ TEST(PickCount, CombinationsWithBankers) {
 }
 
 TEST_F(PicksTest, CountsAndTipText) {
-    pickRange(1, 10, kPickDrag);
-    pickRange(101, 102, kPickDrag);
+    pickDrags(10, 2);
     show_XuanHaoTongJi();
     EXPECT_EQ(picks().zhuShu, 420);
     EXPECT_EQ(picks().tipText,
@@ -170,8 +169,7 @@ TEST_F(PicksTest, TabTipsOncePerRun) {
 }
 
 TEST_F(PicksTest, CheckWithoutPicksTurnsToThePickPage) {
-    pickRange(1, 5, kPickDrag);
-    pickRange(101, 101, kPickDrag);
+    pickDrags(5, 1);
     EXPECT_FALSE(check_XuanHao(false));
     EXPECT_TRUE(ui().messages().isEmpty());
     EXPECT_FALSE(check_XuanHao(true));

@@ -21,11 +21,14 @@ class SelectionTest : public PipelineTest {
                     Reds{0, d, d + 2, d + 5, d + 7, d + 10, d + 13}, 1 + (i * 5) % 16);
         }
     }
-    static void addSameDraws() {
+    // The ten draws alike below and the 14 tickets of reds 1..7 with blues 1 and 2.
+    static void sameDrawsAndTickets() {
         addDraw(2008107, QStringLiteral("2008/09/28"), Reds{0, 7, 8, 9, 10, 11, 12}, 9);
         for (int i = 0; i < 10; ++i)
             addDraw(2008108 + i, QStringLiteral("2008/10/%1").arg(1 + i, 2, 10, QLatin1Char('0')),
                     Reds{0, 1, 2, 3, 4, 5, 6}, 1);
+        pickDrags(7, 2);
+        ASSERT_EQ(init_TouZhu(kIssue), 14);
     }
     static std::vector<std::pair<int, int>> serialAndScratch() {
         std::vector<std::pair<int, int>> out;
@@ -71,10 +74,7 @@ TEST_F(SelectionTest, DifferencesAndScoresKeepTheirPositions) {
 const int kScores[15] = {0, 463, 394, 394, 327, 327, 262, 262, 199, 199, 138, 138, 79, 79, 22};
 
 TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
-    addSameDraws();
-    pickRange(1, 7, kPickDrag);
-    pickRange(101, 102, kPickDrag);
-    ASSERT_EQ(init_TouZhu(kIssue), 14);
+    sameDrawsAndTickets();
     ui().answerText(QStringLiteral("2"));
     cmmTouZhu_Click(kCmdSelect);
     // 22 and the first of the two 79s; 序号 keeps its gaps.
@@ -101,10 +101,7 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
 }
 
 TEST_F(SelectionTest, SmartOptimisationZeroesTheLowestSixtyPerCent) {
-    addSameDraws();
-    pickRange(1, 7, kPickDrag);
-    pickRange(101, 102, kPickDrag);
-    ASSERT_EQ(init_TouZhu(kIssue), 14);
+    sameDrawsAndTickets();
     // Switch off, or t 7: nothing written.
     store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=-5"));
     run_ZhiNengYouHua(kIssue, 6);

@@ -356,8 +356,7 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
 }
 
 TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
-    pickRange(1, 10, kPickDrag);
-    pickRange(101, 101, kPickDrag);
+    pickDrags(10, 1);
     init_TouZhu(kIssue);
     store_Execute(QStringLiteral("DELETE FROM Ssgs"));
     set_GuoLvTiaoJian(kShrinkTypeId, 5);

@@ -1,7 +1,5 @@
 #include <QRandomGenerator>
 #include <algorithm>
-#include <bit>
-#include <random>
 #include <set>
 
 #include "core/pipeline_fixture.h"
@@ -407,73 +405,6 @@ TEST_F(ShrinkTest, MovingBarCyclesSeventeenFrames) {
     EXPECT_EQ(seen[16], QStringLiteral("     >>>>>"));  // back to the first frame
     EXPECT_EQ(seen.filter(QStringLiteral(">>>>      ")).size(), 3);
     EXPECT_EQ(ui().lines().last(), QStringLiteral("SET LabelJindu.text =      >>>>>"));
-}
-
-}  // namespace
-}  // namespace dovrex::test
-
-namespace dovrex::test {
-namespace {
-
-// The optimised shrink on random sets of an eleven-drag, two-blue pick: the guarantee holds, the
-// kept-whole tickets stay, it never keeps more than the plain scan and keeps fewer overall, and a
-// Stop at once still returns a valid set.
-TEST(ShrinkOptimise, KeepsTheGuaranteeWithNoMoreTicketsThanThePlainScan) {
-    std::mt19937 random(11);
-    std::vector<std::uint64_t> all;
-    for (int m = 0; m < (1 << 11); ++m) {
-        if (std::popcount(unsigned(m)) != 6) continue;
-        Reds reds{};
-        int k = 0;
-        for (int b = 0; b < 11; ++b)
-            if (m >> b & 1) reds[size_t(++k)] = 3 * b + 1;
-        for (int blue : {4, 12}) all.push_back(ballMask(reds, blue));
-    }
-    int plainTotal = 0, optimisedTotal = 0;
-    for (int round = 0; round < 9; ++round) {
-        const int t = 4 + round % 3;
-        std::vector<std::uint64_t> masks;
-        std::vector<int> marks;
-        for (std::uint64_t m : all)
-            if (random() % 3 != 0) {
-                masks.push_back(m);
-                marks.push_back(random() % 40 == 0 ? -1 : 0);
-            }
-        const int keptWhole = round % 3 == 2 ? 5 : 0;
-        const ShrinkScan plain = scan_SuoShui(masks, marks, t, {}, keptWhole);
-        CoverProblem problem;
-        problem.masks = &masks;
-        problem.t = t;
-        for (int mark : marks) {
-            problem.mustCover.push_back(mark >= 0);
-            problem.mayKeep.push_back(mark >= 0);
-        }
-        for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
-        const auto stopAtOnce = [](const CoverProgress&) { return true; };
-        for (const auto& kept : {optimise_SuoShui(problem, plain.kept, 100),
-                                 optimise_SuoShui(problem, plain.kept, 100, stopAtOnce)}) {
-            EXPECT_LE(kept.size(), plain.kept.size()) << "round " << round;
-            std::vector<std::uint64_t> original, keptMasks;
-            for (size_t i = 0; i < masks.size(); ++i)
-                if (marks[i] >= 0) original.push_back(masks[i]);
-            for (int i : kept) keptMasks.push_back(masks[size_t(i)]);
-            EXPECT_TRUE(uncovered_Tickets(original, keptMasks, t).empty()) << "round " << round;
-            for (int i = 0; i < keptWhole; ++i) EXPECT_TRUE(std::count(kept.begin(), kept.end(), i)) << round;
-        }
-        plainTotal += int(plain.kept.size());
-        optimisedTotal += int(optimise_SuoShui(problem, plain.kept, 100).size());
-    }
-    EXPECT_LT(optimisedTotal, plainTotal);
-}
-
-// The report counts each original ticket by its best match with a kept one.
-TEST(ShrinkOptimise, CoverageReportCountsTheBestMatch) {
-    const Reds a{0, 1, 2, 3, 4, 5, 6}, b{0, 1, 2, 3, 4, 5, 7}, c{0, 1, 2, 3, 4, 9, 10};
-    const std::vector<std::uint64_t> original{ballMask(a, 1), ballMask(a, 2), ballMask(b, 2), ballMask(c, 3)};
-    const CoverageReport report = coverage_Report(original, {ballMask(a, 1)});
-    EXPECT_EQ(coverage_Line(report),
-              QStringLiteral("若开奖号码在过滤后的 4 注之中: 中7球 1 注 (25.0%), 中6球 1 注 "
-                             "(25.0%), 中5球 1 注 (25.0%), 中4球 1 注 (25.0%)"));
 }
 
 }  // namespace

@@ -29,23 +29,21 @@ std::string playerState() {
 }
 
 // One line a ticket: the replay's, and those 日志表 holds for the issue in 序号 order.
-std::string ticketsText(const std::vector<SpaceTicket>& tickets) {
-    QString s;
+QStringList ticketsText(const std::vector<SpaceTicket>& tickets) {
+    QStringList lines;
     for (const SpaceTicket& t : tickets) {
-        for (int i = 1; i <= 6; ++i) s += QString::number(t.reds[size_t(i)]) + u' ';
-        s += QString::number(t.blue) + u'\n';
+        QStringList balls;
+        for (int i = 1; i <= 6; ++i) balls << QString::number(t.reds[size_t(i)]);
+        lines << (balls << QString::number(t.blue)).join(u'|');
     }
-    return s.toStdString();
+    return lines;
 }
-std::string storedText(IssueNumber issue) {
-    QString s;
-    for (auto c =
-             store_Query(QStringLiteral("select 红球1||' '||红球2||' '||红球3||' '||红球4||' '||红球5||' '||"
-                                        "红球6||' '||蓝球 from 日志表 where 期号=? order by 序号"),
-                         {issue});
-         !c->eof(); c->moveNext())
-        s += c->value(0).toString() + u'\n';
-    return s.toStdString();
+QStringList storedText(IssueNumber issue) {
+    return queryRows(
+        store(),
+        QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6,蓝球 from 日志表 where 期号=? "
+                       "order by 序号"),
+        {issue});
 }
 
 using ReplayTest = ShippedStoreTest;
@@ -97,8 +95,7 @@ TEST(ReplayHeadless, StopKeepsTheDrawsDoneAndTheCommandPrintsThem) {
     IssueNumber from = 0, to = 0;
     {
         ScopedStore shipped(ScopedStore::Kind::Shipped, file);
-        store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+        switchAllOff();
         set_GuoLvTiaoJian(kShrinkTypeId, 7);
         resetRedPicks();
         resetBluePicks();

@@ -63,8 +63,7 @@ TEST_F(BacktestTest, ItsVerdictIsTheFilterRunsOnTheDrawnTicket) {
 // The tables of a range: each condition's passes, longest run of misses and draws since its last
 // miss, and the survival count with the tolerance; the CSV files open in a spreadsheet.
 TEST_F(BacktestTest, TheConditionTableCountsRunsOfMissesAndTheCsvCarriesABom) {
-    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    switchAllOff();
     set_ShiYongQingKuang(1, 1);  // 和值 within 100..130 only
     set_GuoLvFanWei(1000, 1183, 0);
     set_GuoLvFanWei(1100, 1130, 1);

@@ -102,11 +102,15 @@ bool writeFile(const QString& path, const QByteArray& bytes) {
 
 int addTicket(IssueNumber issue, const Reds& reds, int blue) {
     const int next = intScalar(QStringLiteral("select ifnull(max(max(ID), max(序号)), 0) from 日志表")) + 1;
-    store_Execute(
-        QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                       "VALUES (?,?,?,?,?,?,?,?,?,?)"),
-        {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
+    store_Execute(QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                                 "VALUES (?,?,?,?,?,?,?,?,?,?)"),
+                  {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
     return next;
+}
+
+void switchAllOff() {
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
 }
 
 ProgramFolderTest::ProgramFolderTest() {

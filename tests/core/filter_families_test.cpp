@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "core/filter_fixture.h"
+#include "filters/condition_editing.h"
 #include "filters/condition_store.h"
 
 namespace dovrex::test {
@@ -18,9 +19,11 @@ QList<int> membersOf(const QString& column) {
     return out;
 }
 
-QList<int> every(int from, int step) {
+// The reds for which `keep` holds.
+QList<int> numbersWhere(const std::function<bool(int)>& keep) {
     QList<int> out;
-    for (int n = from; n <= 33; n += step) out << n;
+    for (int n = 1; n <= 33; ++n)
+        if (keep(n)) out << n;
     return out;
 }
 
@@ -148,11 +151,6 @@ class HistoryFilterTest : public FilterTest {
         addDraw(2008117, QStringLiteral("2008/10/05"), makeReds(5, 7, 9, 11, 13, 15), 3);
         addDraw(2008118, QStringLiteral("2008/10/07"), makeReds(8, 9, 10, 11, 12, 13));  // the issue itself
     }
-    // 历史数据过滤 on over low..high at `match` shared reds.
-    static void historyMatch(int low, int high, int match) {
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=?"),
-                      {low, high, match});
-    }
 };
 
 TEST_F(HistoryFilterTest, RepeatAndDiagonalAgainstThePreviousDraw) {
@@ -197,7 +195,7 @@ TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
 
     // 历史数据过滤 alone does not say so.
     set_ShiYongQingKuang(7, 0);
-    historyMatch(2008110, 2008112, 6);
+    writeHistoryMatch({true, 2008110, 2008112, 6});
     run_GuoLv(kIssue);
     EXPECT_TRUE(
         shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：１ 注\r\n\r\n"
@@ -228,19 +226,19 @@ TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
                                  makeReds(8, 9, 10, 11, 12, 13), makeReds(1, 2, 21, 22, 23, 24)};
     // At 6: only equal reds go; the issue's own draw is out of reach.
     addTickets(mine);
-    historyMatch(2008100, 2008200, 6);
+    writeHistoryMatch({true, 2008100, 2008200, 6});
     EXPECT_EQ(runFilter(u"filter_LiShi"), 3);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[1], mine[2], mine[3]}));
     EXPECT_EQ(tickets(kIssue)[2].serial, 3);
     EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：３ 注")));
 
     // Below 6: a ticket sharing 3 or more reds with any draw of the range goes.
-    historyMatch(2008115, 2008116, 3);
+    writeHistoryMatch({true, 2008115, 2008116, 3});
     EXPECT_EQ(runFilter(u"filter_LiShi"), 2);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[2], mine[3]}));
 
     // Low above high: nothing is compared, nothing goes, and the log says 0.
-    historyMatch(2008117, 2008115, 3);
+    writeHistoryMatch({true, 2008117, 2008115, 3});
     EXPECT_EQ(runFilter(u"filter_LiShi"), 0);
     EXPECT_EQ(tickets(kIssue).size(), 2u);
     EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：０ 注")));
@@ -273,13 +271,9 @@ TEST_F(HistoryFilterTest, BothEndsOfTheRangeCountAndRedThirtyThreeToo) {
     FilterPass pass;
     pass.issue = kIssue;
     for (const Case& c : cases) {
-        SCOPED_TRACE(QStringLiteral("%1..%2 at %3, ticket from %4")
-                         .arg(c.low)
-                         .arg(c.high)
-                         .arg(c.match)
-                         .arg(c.ticket[1])
-                         .toStdString());
-        historyMatch(c.low, c.high, c.match);
+        SCOPED_TRACE(testing::Message()
+                     << c.low << ".." << c.high << " at " << c.match << ", ticket from " << c.ticket[1]);
+        writeHistoryMatch({true, c.low, c.high, c.match});
         TicketBalls b;
         b.reds = c.ticket;
         for (bool cached : {false, true}) {
@@ -297,7 +291,7 @@ TEST_F(HistoryFilterTest, BothEndsOfTheRangeCountAndRedThirtyThreeToo) {
 TEST_F(HistoryFilterTest, StopInsideAMatchPassStillDeletesItsRejects) {
     addTickets({makeReds(1, 2, 3, 4, 5, 6), makeReds(1, 2, 3, 10, 20, 31), makeReds(8, 9, 10, 11, 12, 13),
                 makeReds(1, 2, 21, 22, 23, 24)});
-    historyMatch(2008115, 2008117, 3);
+    writeHistoryMatch({true, 2008115, 2008117, 3});
     const QString before = shared().operationLog;
     ui().stopAfterPumps(2);  // two tickets into the first draw, both rejects
     EXPECT_EQ(runFilter(u"filter_LiShi"), 0);
@@ -384,18 +378,18 @@ TEST_F(FilterTest, ParityPatternsExcludeWhatTheyEqual) {
 TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     set_GuoLvTiaoJian(3805, 1);
     EXPECT_TRUE(makeGroupPreset(1, QStringLiteral("除3余0(0路)")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), every(3, 3));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), numbersWhere([](int n) { return n % 3 == 0; }));
     EXPECT_EQ(scalar(QStringLiteral("select 别名 from 自定义别名 where 序号=1")).toString(),
               QStringLiteral("除3余0(0路)"));
     EXPECT_EQ(get_GuoLvTiaoJian(3805), 1);  // the counts stay
     EXPECT_TRUE(makeGroupPreset(1, QStringLiteral("０_尾")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), (QList<int>{10, 20, 30}));
     EXPECT_TRUE(makeGroupPreset(20, QStringLiteral("除6余5")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组20")), every(5, 6));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组20")), numbersWhere([](int n) { return n % 6 == 5; }));
     EXPECT_TRUE(makeGroupPreset(2, QStringLiteral("偶数号码")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("---")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
 
     // No draws: the draw items say so and change nothing.
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期旧码(复码)")));
@@ -403,7 +397,7 @@ TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     EXPECT_EQ(ui().lines().filter(QStringLiteral("MESSAGE")),
               (QStringList{QStringLiteral("MESSAGE 无法提取上期开奖号码！"),
                            QStringLiteral("MESSAGE 无法提取最近2期的开奖号码！")}));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
     EXPECT_TRUE(listGroupPresets().contains(QStringLiteral("２００３００１期孤码")));
     EXPECT_EQ(listGroupPresets().size(), 2 + 1 + 6 + 1 + 3 + 1 + 10 + 3 * 1 + 4 + 5 + 6);
 }
@@ -418,19 +412,12 @@ TEST_F(HistoryFilterTest, CommonGroupsFromTheLatestDraws) {
     };
     EXPECT_EQ(members(QStringLiteral("期旧码(复码)")), (QList<int>{8, 9, 10, 11, 12, 13}));
     EXPECT_EQ(members(QStringLiteral("期斜码")), (QList<int>{7, 14}));
-    QList<int> lone;
-    for (int n = 1; n <= 33; ++n)
-        if (n < 7 || n > 14) lone << n;
-    EXPECT_EQ(members(QStringLiteral("期孤码")), lone);
-    QList<int> fresh;
-    for (int n = 1; n <= 33; ++n)
-        if (!QList<int>{5, 7, 8, 9, 10, 11, 12, 13, 15}.contains(n)) fresh << n;
-    EXPECT_EQ(members(QStringLiteral("期新码(中码)")), fresh);
+    EXPECT_EQ(members(QStringLiteral("期孤码")), numbersWhere([](int n) { return n < 7 || n > 14; }));
+    EXPECT_EQ(members(QStringLiteral("期新码(中码)")),
+              numbersWhere([](int n) { return !QList<int>{5, 7, 8, 9, 10, 11, 12, 13, 15}.contains(n); }));
     EXPECT_EQ(members(QStringLiteral("期跳码(隔码)")), (QList<int>{5, 7, 9, 11, 13, 15}));
-    QList<int> tails;
-    for (int n = 1; n <= 33; ++n)
-        if (QList<int>{8, 9, 0, 1, 2, 3}.contains(n % 10)) tails << n;
-    EXPECT_EQ(members(QStringLiteral("期旧码尾数")), tails);
+    EXPECT_EQ(members(QStringLiteral("期旧码尾数")),
+              numbersWhere([](int n) { return QList<int>{8, 9, 0, 1, 2, 3}.contains(n % 10); }));
 }
 
 }  // namespace

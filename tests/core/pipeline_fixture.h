@@ -36,13 +36,10 @@ class PipelineTest : public FreshStoreTest {
   protected:
     ~PipelineTest() override { clearTicketTable(); }
 
-    static void pickRange(int from, int to, int value) {
-        for (int id = from; id <= to; ++id) set_GuoLvTiaoJian(id, value);
-    }
     // Reds 1..reds and blues 1..blues picked as drags.
     static void pickDrags(int reds, int blues) {
-        pickRange(1, reds, kPickDrag);
-        pickRange(101, 100 + blues, kPickDrag);
+        set_GuoLvFanWei(1, reds, kPickDrag);
+        set_GuoLvFanWei(101, 100 + blues, kPickDrag);
     }
 
   public:

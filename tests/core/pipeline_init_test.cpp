@@ -18,9 +18,7 @@ TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
     ASSERT_EQ(rows.size(), 420u);
     const auto sixes = sixesOf({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
     for (size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(rows[i].id, int(i) + 1);
-        EXPECT_EQ(rows[i].serial, int(i) + 1);
-        EXPECT_EQ(rows[i].issue, kIssue);
+        EXPECT_TRUE(rows[i].id == int(i) + 1 && rows[i].serial == int(i) + 1 && rows[i].issue == kIssue) << i;
         EXPECT_EQ(rows[i].reds, sixes[i / 2]) << i;
         EXPECT_EQ(rows[i].blue, int(i % 2) + 1) << i;
         // Ten drags and no banker use the formula; an empty Ssgs puts every ticket outside it.
@@ -38,18 +36,15 @@ TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
 }
 
 TEST_F(InitTest, BankersAreInEveryTicketAndTurnTheFormulaOff) {
-    pickRange(1, 2, kPickBanker);
-    pickRange(3, 8, kPickDrag);
-    pickRange(101, 101, kPickDrag);
+    set_GuoLvFanWei(1, 2, kPickBanker);
+    set_GuoLvFanWei(3, 8, kPickDrag);
+    set_GuoLvTiaoJian(101, kPickDrag);
     EXPECT_EQ(init_TouZhu(kIssue), 15);
-    for (const auto& t : tickets()) {
-        EXPECT_EQ(t.reds[1], 1);
-        EXPECT_EQ(t.reds[2], 2);
-        EXPECT_EQ(t.formula, 0);
-    }
+    for (const auto& t : tickets())
+        EXPECT_TRUE(t.reds[1] == 1 && t.reds[2] == 2 && t.formula == 0) << t.serial;
     // Eleven drags with a banker: still no formula.
-    pickRange(1, 1, kPickBanker);
-    pickRange(2, 12, kPickDrag);
+    set_GuoLvTiaoJian(1, kPickBanker);
+    set_GuoLvFanWei(2, 12, kPickDrag);
     init_TouZhu(kIssue);
     for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
 }
@@ -65,7 +60,7 @@ TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
         EXPECT_EQ(t.formula, t.serial == 3 || t.serial == 7 ? t.serial : kOutsideFormula) << t.serial;
 
     // Nine or 21 drags: no formula, the column keeps its default.
-    pickRange(1, 33, kPickNone);
+    set_GuoLvFanWei(1, 33, kPickNone);
     pickDrags(9, 1);
     init_TouZhu(kIssue);
     for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
@@ -106,8 +101,8 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
 TEST_F(InitTest, StopTakesTheWholeStepBack) {
     for (bool replace : {true, false}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
-        pickRange(1, kRedCount, kPickNone);
-        pickRange(101, 100 + kBlueCount, kPickNone);
+        set_GuoLvFanWei(1, kRedCount, kPickNone);
+        set_GuoLvFanWei(101, 100 + kBlueCount, kPickNone);
         pickDrags(7, 1);
         init_TouZhu(kIssue);
         store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水标记=1, 临时数据=999 WHERE 序号=3"));
@@ -150,7 +145,7 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(tickets().size(), 1u);
 
     // A blue banker beside 15 blue drags: the banker is the only blue, as the count says.
-    pickRange(1, kRedCount, kPickNone);
+    set_GuoLvFanWei(1, kRedCount, kPickNone);
     pickDrags(20, kBlueCount);
     set_GuoLvTiaoJian(102, kPickBanker);
     show_XuanHaoTongJi();
@@ -160,7 +155,7 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
 
     // Rows kept at the question count towards the limit: exactly the limit is written, one more
     // is refused.
-    pickRange(101, 100 + kBlueCount, kPickNone);
+    set_GuoLvFanWei(101, 100 + kBlueCount, kPickNone);
     pickDrags(20, 1);
     for (const int kept : {kTicketLimit - 38760 + 1, kTicketLimit - 38760}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));

@@ -121,18 +121,13 @@ TEST_F(SelectionTest, SmartOptimisationZeroesTheLowestSixtyPerCent) {
 TEST_F(SelectionTest, WeightPresetsAndSums) {
     auto& w = shared().quanZhong;
     EXPECT_FALSE(run_QuanZhong(kIssue));  // all 0
-    cmmQZfenpei_Click(1);
-    EXPECT_EQ(w[1], 32);
-    EXPECT_EQ(w[33], 0);
-    cmmQZfenpei_Click(2);
-    EXPECT_EQ(w[1], 33);
-    EXPECT_EQ(w[2], 0);
-    cmmQZfenpei_Click(7);
-    EXPECT_EQ(w[2], 31);
-    EXPECT_EQ(w[3], 0);
-    cmmQZfenpei_Click(10);
-    EXPECT_EQ(w[33], 33);
-    EXPECT_EQ(w[32], 0);
+    // {preset, a number, its weight, a number weighing nothing}
+    const int presets[][4] = {{1, 1, 32, 33}, {2, 1, 33, 2}, {7, 2, 31, 3}, {10, 33, 33, 32}};
+    for (const auto& p : presets) {
+        cmmQZfenpei_Click(p[0]);
+        EXPECT_EQ(w[size_t(p[1])], p[2]) << p[0];
+        EXPECT_EQ(w[size_t(p[3])], 0) << p[0];
+    }
     const auto before = w;
     cmmQZfenpei_Click(6);  // by hand: nothing changes
     EXPECT_EQ(w, before);
@@ -143,8 +138,7 @@ TEST_F(SelectionTest, WeightPresetsAndSums) {
     EXPECT_EQ(w[17], 16);
     EXPECT_EQ(w[33], 0);
     cmmQZfenpei_Click(5);
-    for (int n : {3, 5, 8, 13, 21, 30}) set_GuoLvTiaoJian(n, kPickDrag);
-    set_GuoLvTiaoJian(101, kPickDrag);
+    for (int n : {3, 5, 8, 13, 21, 30, 101}) set_GuoLvTiaoJian(n, kPickDrag);
     cmmQZfenpei_Click(4);
     EXPECT_EQ((std::vector<int>{w[3], w[5], w[8], w[13], w[21], w[30]}),
               (std::vector<int>{1, 2, 3, 2, 1, 0}));

@@ -50,8 +50,12 @@ class ShrinkTest : public PipelineTest {
     }
 
     // The scan written out plainly: a table of ball keys (red n, blue 100 + n), one lookup a ball, the
-    // rows in the order given; returns the rows that stay, in that order.
+    // rows in the order of the scan without weights (临时数据, then 序号); returns the rows that stay,
+    // by 序号.
     static std::vector<Row> referenceScan(std::vector<Row> order, int t) {
+        std::stable_sort(order.begin(), order.end(), [](const Row& a, const Row& b) {
+            return a.scratch != b.scratch ? a.scratch < b.scratch : a.serial < b.serial;
+        });
         std::vector<bool> gone(order.size(), false);
         std::vector<int> mark;
         for (const Row& r : order) mark.push_back(r.shrinkMark);
@@ -77,6 +81,8 @@ class ShrinkTest : public PipelineTest {
         std::vector<Row> kept;
         for (size_t i = 0; i < order.size(); ++i)
             if (!gone[i]) kept.push_back(order[i]);
+        std::stable_sort(kept.begin(), kept.end(),
+                         [](const Row& a, const Row& b) { return a.serial < b.serial; });
         return kept;
     }
 
@@ -138,16 +144,6 @@ TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
             }
         }
         load(set);
-        // The scan order without weights: 临时数据, then 序号.
-        std::vector<Row> order = set;
-        std::stable_sort(order.begin(), order.end(), [](const Row& a, const Row& b) {
-            return a.scratch != b.scratch ? a.scratch < b.scratch : a.serial < b.serial;
-        });
-        const std::vector<Row> expected = referenceScan(order, t);
-        std::vector<Row> expectedBySerial = expected;
-        std::stable_sort(expectedBySerial.begin(), expectedBySerial.end(),
-                         [](const Row& a, const Row& b) { return a.serial < b.serial; });
-
         shared().biaoJiQingLing = 1;  // keep the 临时数据 written above
         ui().clear();
         const int kept = run_SuoShui(t, kIssue);
@@ -159,7 +155,7 @@ TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
             QStringLiteral("若开奖号码在过滤后的 %1 注之中")
                 .arg(std::count_if(set.begin(), set.end(), [](const Row& r) { return r.shrinkMark >= 0; }))));
         EXPECT_EQ(kept, int(after.size())) << round;
-        EXPECT_TRUE(sameTickets(after, expectedBySerial)) << "round " << round << " t " << t;
+        EXPECT_TRUE(sameTickets(after, referenceScan(set, t))) << "round " << round << " t " << t;
         for (size_t i = 0; i < after.size(); ++i) EXPECT_EQ(after[i].serial, int(i) + 1);
         // The guarantee: every ticket of the set before shares t balls with one still there.
         EXPECT_TRUE(covers(after, set, t)) << "round " << round;

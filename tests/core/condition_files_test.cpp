@@ -204,15 +204,18 @@ class UsersTest : public ConditionFilesTest {
         write_UserMode(kMultiUserMode);
         Clock::setToday(QDate(2026, 11, 1));
     }
+    // A new user, created at the offer to create it, logged in.
+    void newUser(const QString& name, const QString& password = {}) {
+        ui().answerConfirm(true);
+        ASSERT_EQ(login_Submit(name, password), LoginResult::LoggedIn);
+    }
 };
 
 TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("alice"), QStringLiteral("Secret")), LoginResult::LoggedIn);
+    newUser(QStringLiteral("alice"), QStringLiteral("Secret"));
     makeSet(1);
     beginUserSwitch();
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("bob"), QString()), LoginResult::LoggedIn);
+    newUser(QStringLiteral("bob"));
     // A new user starts from the default values and switches, with the history filter reset.
     for (int id : {1, 1100, 3305, 5079}) EXPECT_EQ(value(id), 0) << id;
     EXPECT_EQ(switchOn(76), 0);
@@ -239,8 +242,7 @@ TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
 }
 
 TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("pw")), LoginResult::LoggedIn);
+    newUser(QStringLiteral("o'brien"), QStringLiteral("pw"));
     EXPECT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("' or '1'='1")), LoginResult::Refused);
     EXPECT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("pw")), LoginResult::LoggedIn);
 
@@ -255,8 +257,7 @@ TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
     EXPECT_EQ(login_Submit(longest + u'x', QString()), LoginResult::Refused);
     EXPECT_TRUE(ui().messages().contains(msg::kUserNameTooLong));
     EXPECT_EQ(userNames().size(), 2);  // the guest and o'brien
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(longest, QString()), LoginResult::LoggedIn);
+    newUser(longest);
     EXPECT_TRUE(QFile::exists(userFilePath(longest)));
     EXPECT_EQ(login_Submit(QStringLiteral("  "), QString()), LoginResult::Refused);
     EXPECT_TRUE(ui().messages().contains(msg::kEmptyUserName));
@@ -267,10 +268,8 @@ TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
 }
 
 TEST_F(UsersTest, AUserAway30DaysIsPurgedWithTheFileAndTicketsGoAtLogin) {
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("carol"), QString()), LoginResult::LoggedIn);
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
+    newUser(QStringLiteral("carol"));
+    newUser(QStringLiteral("dave"));
     ASSERT_TRUE(QFile::exists(userFilePath(QStringLiteral("carol"))));
     store_Execute(QStringLiteral("INSERT INTO 日志表 (序号, 期号) VALUES (1, 2026097)"));
 

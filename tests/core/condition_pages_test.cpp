@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "filters/condition_editing.h"
 #include "filters/condition_help.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
@@ -102,8 +103,7 @@ TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
     EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral("[１００-１０２]"));
 
     set_ShiYongQingKuang(6, 1);
-    set_GuoLvTiaoJian(3450, 1);
-    set_GuoLvTiaoJian(3452, 1);
+    for (int id : {3450, 3452}) set_GuoLvTiaoJian(id, 1);
     EXPECT_EQ(reportLine(QStringLiteral(" 连号取值范围： ")), QStringLiteral("（0）（2+2）"));
     set_ShiYongQingKuang(10, 1);
     set_GuoLvTiaoJian(3643, 1);
@@ -129,8 +129,7 @@ TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
     EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")),
               QStringLiteral("号码：（０３,１３） 允许开出个数（１个,）"));
 
-    store_Execute(
-        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2025001, 最大值=2026096, 匹配值=5"));
+    writeHistoryMatch({true, 2025001, 2026096, 5});
     EXPECT_EQ(reportLine(QStringLiteral(" 历史数据过滤： ")),
               QStringLiteral(" 过滤掉与 ２０２５００１ ～ ２０２６０９６ 期,匹配值为： ５ 及以上的号码."));
     set_ShiYongQingKuang(72, 1);

@@ -51,7 +51,7 @@ TEST_F(FilterTest, RangeFilterKeepsOnlyAllowedValues) {
     EXPECT_EQ(runFilter(u"filter_KuaDu"), 2);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{kOneToSix, makeReds(10, 11, 12, 13, 14, 15)}));
     EXPECT_EQ(tickets(kIssue)[1].serial, 2);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[ 跨 度 ]过滤后余：２ 注")));
+    EXPECT_TRUE(logEndsWith(u"[ 跨 度 ]过滤后余：２ 注"));
 }
 
 // --- count filters ---
@@ -100,7 +100,7 @@ TEST_F(FilterTest, CustomGroupCountsAndStop) {
     shared().tingZhi = 0;
     EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[自定义组12]过滤后余：１ 注")));
+    EXPECT_TRUE(logEndsWith(u"[自定义组12]过滤后余：１ 注"));
     // On with no count allowed: everything goes.
     allow(4510, 4519, 0);
     EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 0);
@@ -190,16 +190,15 @@ TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
     allow(3473, 3480, 0);  // at most two repeats
     run_GuoLv(kIssue);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("全部条件过滤完成,余：１ 注\r\n\r\n【此结果仅适用于 ２００８１１８ 期！！！】")));
+    EXPECT_TRUE(logEndsWith(u"全部条件过滤完成,余：１ 注\r\n\r\n【此结果仅适用于 ２００８１１８ 期！！！】"));
 
     // 历史数据过滤 alone does not say so.
     set_ShiYongQingKuang(7, 0);
     writeHistoryMatch({true, 2008110, 2008112, 6});
     run_GuoLv(kIssue);
     EXPECT_TRUE(
-        shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：１ 注\r\n\r\n"
-                                                      "全部条件过滤完成,余：１ 注")));
+        logEndsWith(u"[历史数据过滤]过滤后余：１ 注\r\n\r\n"
+                    "全部条件过滤完成,余：１ 注"));
 }
 
 TEST_F(HistoryFilterTest, TemperatureCountsEarlierDrawsAndReadsStaleEntries) {
@@ -230,7 +229,7 @@ TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
     EXPECT_EQ(runFilter(u"filter_LiShi"), 3);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[1], mine[2], mine[3]}));
     EXPECT_EQ(tickets(kIssue)[2].serial, 3);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：３ 注")));
+    EXPECT_TRUE(logEndsWith(u"[历史数据过滤]过滤后余：３ 注"));
 
     // Below 6: a ticket sharing 3 or more reds with any draw of the range goes.
     writeHistoryMatch({true, 2008115, 2008116, 3});
@@ -241,7 +240,7 @@ TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
     writeHistoryMatch({true, 2008117, 2008115, 3});
     EXPECT_EQ(runFilter(u"filter_LiShi"), 0);
     EXPECT_EQ(tickets(kIssue).size(), 2u);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：０ 注")));
+    EXPECT_TRUE(logEndsWith(u"[历史数据过滤]过滤后余：０ 注"));
 }
 
 // Both ends of the range count, the issue's own draw never does, and red 33 is a red like the
@@ -324,7 +323,7 @@ TEST_F(FilterTest, PositionToleranceCountsWrongPositions) {
     on(36);
     set_GuoLvTiaoJian(3901, 1);
     EXPECT_EQ(runFilter(u"filter_DingWei"), 2);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[号码定位,容错值=１]过滤后余：２ 注")));
+    EXPECT_TRUE(logEndsWith(u"[号码定位,容错值=１]过滤后余：２ 注"));
     set_GuoLvTiaoJian(3901, 0);
     EXPECT_EQ(runFilter(u"filter_DingWei"), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
@@ -333,8 +332,7 @@ TEST_F(FilterTest, PositionToleranceCountsWrongPositions) {
     set_GuoLvTiaoJian(3901, 2);
     addTickets({makeReds(7, 8, 9, 10, 11, 12)}, 9);
     EXPECT_EQ(runFilter(u"filter_DingWei"), 0);
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("\r\n\r\n[号码定位,容错值=２] <容错值太大无法过滤掉号码.>")));
+    EXPECT_TRUE(logEndsWith(u"\r\n\r\n[号码定位,容错值=２] <容错值太大无法过滤掉号码.>"));
     EXPECT_EQ(tickets(kIssue).size(), 2u);
 
     // A position on with no number allowed fails every ticket.
@@ -353,8 +351,7 @@ TEST_F(FilterTest, ParityPatternsExcludeWhatTheyEqual) {
     on(72);
     EXPECT_EQ(runFilter(u"filter_DanShuang", 2), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{makeReds(2, 3, 4, 5, 6, 7)});
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("[排除掉单双组合2：] 单双单双单双*\r\n\r\n过滤后余：１ 注")));
+    EXPECT_TRUE(logEndsWith(u"[排除掉单双组合2：] 单双单双单双*\r\n\r\n过滤后余：１ 注"));
     // All "*": everything goes.
     set_GuoLvFanWei(5021, 5027, 2);
     EXPECT_EQ(runFilter(u"filter_DanShuang", 2), 0);

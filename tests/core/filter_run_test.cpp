@@ -151,9 +151,9 @@ TEST_F(FilterRunTest, SurvivorsAreRenumberedInTheirOrder) {
     const std::vector<int> kept = idsWithSum(everyThird);
     run_GuoLv(kIssue);
     expectTickets(kept);
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：") + wide(kept.size()) +
-        QStringLiteral(" 注\r\n\r\n全部条件过滤完成,余：") + wide(kept.size()) + QStringLiteral(" 注")));
+    EXPECT_TRUE(logEndsWith(QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：") + wide(kept.size()) +
+                            QStringLiteral(" 注\r\n\r\n全部条件过滤完成,余：") + wide(kept.size()) +
+                            QStringLiteral(" 注")));
 }
 
 TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
@@ -188,10 +188,9 @@ TEST_F(FilterRunTest, LaterFiltersStopOrFailOnWhatTheEarlierOnesLeft) {
     ui().stopAfterPumps(420 + 420 + 10);
     run_GuoLv(kIssue);
     expectTickets(kept);
-    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("[ 和 值 ]过滤后余：")));
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("[ 跨 度 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") + wide(kept.size()) +
-        QStringLiteral(" 注")));
+    EXPECT_TRUE(logContains(u"[ 和 值 ]过滤后余："));
+    EXPECT_TRUE(logEndsWith(QStringLiteral("[ 跨 度 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
+                            wide(kept.size()) + QStringLiteral(" 注")));
 
     // A fault in a later filter leaves the run; the earlier passes stay done.
     allowSums([](int v) { return v % 4 == 0; });
@@ -216,10 +215,10 @@ TEST_F(FilterRunTest, ToleranceCountsEachConditionsMissesAndStopsOrFailsLikeTheP
     set_ShiYongQingKuang(4, 1);  // 跨度 9 only
     set_FilterTolerance(1);
     run_GuoLv(kIssue);
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("[ 和 值 ]未通过：２２０ 注\r\n\r\n[ 跨 度 ]未通过：２８０ 注\r\n\r\n"
-                       "[容错值=１]失败超过１个条件的号码已删除：１４４ 注，余：２７６ "
-                       "注\r\n\r\n全部条件过滤完成,余：２７６ 注")))
+    EXPECT_TRUE(
+        logEndsWith(u"[ 和 值 ]未通过：２２０ 注\r\n\r\n[ 跨 度 ]未通过：２８０ 注\r\n\r\n"
+                    "[容错值=１]失败超过１个条件的号码已删除：１４４ 注，余：２７６ "
+                    "注\r\n\r\n全部条件过滤完成,余：２７６ 注"))
         << shared().operationLog.toStdString();
     const auto left = tickets();
     ASSERT_EQ(left.size(), 276u);
@@ -237,9 +236,9 @@ TEST_F(FilterRunTest, ToleranceCountsEachConditionsMissesAndStopsOrFailsLikeTheP
     for (const auto& t : stopped) ++marks[t.mark];
     EXPECT_EQ(marks, (std::map<int, int>{{0, 320}, {1, int(stopped.size()) - 320}}));
     EXPECT_LT(stopped.size(), 420u);
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("已删除")));
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户中止,当前记录余：") +
-                                               wide(stopped.size()) + QStringLiteral(" 注")));
+    EXPECT_FALSE(logContains(u"已删除"));
+    EXPECT_TRUE(
+        logEndsWith(QStringLiteral("用户中止,当前记录余：") + wide(stopped.size()) + QStringLiteral(" 注")));
 
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
     set_ShiYongQingKuang(37, 1);

@@ -42,6 +42,10 @@ class PipelineTest : public FreshStoreTest {
         set_GuoLvFanWei(101, 100 + blues, kPickDrag);
     }
 
+    // Whether the operation log ends with, or holds, `text`.
+    static bool logEndsWith(QStringView text) { return shared().operationLog.endsWith(text); }
+    static bool logContains(QStringView text) { return shared().operationLog.contains(text); }
+
   public:
     struct Ticket {
         int id, serial, issue;

@@ -118,7 +118,7 @@ TEST_F(InitTest, StopTakesTheWholeStepBack) {
         EXPECT_EQ(tableRows(store(), QStringLiteral("日志表")), before) << replace;
         EXPECT_EQ(touZhuBiao()->recordCount(), 8);
         EXPECT_EQ(ui().messages().size(), messages);
-        EXPECT_TRUE(shared().operationLog.endsWith(msg::kInitStopped));
+        EXPECT_TRUE(logEndsWith(msg::kInitStopped));
         EXPECT_EQ(shared().tingZhi, 0);
         EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Pic_subTouZhu.enabled = true")));
     }
@@ -218,7 +218,7 @@ TEST_F(CommandsTest, FirstStepFromThePromptThenDelete) {
     cmmTouZhu_Click(kCmdDelete);
     EXPECT_TRUE(tickets().empty());
     EXPECT_EQ(ui().messages().last(), msg::kTicketsDeleteDone);
-    EXPECT_TRUE(shared().operationLog.endsWith(kCrLf2 + msg::kDeleteLogged));
+    EXPECT_TRUE(logEndsWith(kCrLf2 + msg::kDeleteLogged));
     EXPECT_EQ(get_BiaoGeQiHao(), 0);
 }
 

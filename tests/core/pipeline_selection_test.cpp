@@ -81,9 +81,8 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
     EXPECT_EQ(serialAndScratch(), (std::vector<std::pair<int, int>>{{12, 999}, {14, 999}}));
     EXPECT_EQ(ui().messages().last(), msg::kSelectDone);
     // The result replaces the in-progress line and gives what the tickets left cost.
-    EXPECT_TRUE(
-        shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元")));
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("分析正在进行中")));
+    EXPECT_TRUE(logEndsWith(u"\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元"));
+    EXPECT_FALSE(logContains(u"分析正在进行中"));
     // More than there are: all stay. Zero or a cancel: nothing runs.
     ui().answerText(QStringLiteral("100"));
     cmmTouZhu_Click(kCmdSelect);
@@ -115,7 +114,7 @@ TEST_F(SelectionTest, SmartOptimisationZeroesTheLowestSixtyPerCent) {
     for (int serial = 1; serial <= 14; ++serial)
         expected.emplace_back(serial, serial <= 5 ? kScores[serial] : 0);
     EXPECT_EQ(serialAndScratch(), expected);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[ 智能优化 ] 完 成 ")));
+    EXPECT_TRUE(logEndsWith(u"[ 智能优化 ] 完 成 "));
 }
 
 TEST_F(SelectionTest, WeightPresetsAndSums) {
@@ -153,7 +152,7 @@ TEST_F(SelectionTest, WeightPresetsAndSums) {
     SliderQuanZong_Change(34, 10);  // no such number: ignored
     EXPECT_TRUE(run_QuanZhong(kIssue));
     EXPECT_EQ(serialAndScratch()[0].second, 19);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("号码权重设置完成！")));
+    EXPECT_TRUE(logEndsWith(u"号码权重设置完成！"));
 }
 
 }  // namespace

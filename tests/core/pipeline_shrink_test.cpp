@@ -151,7 +151,7 @@ TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
         // The shrink's own proof agrees, stale marks included.
         EXPECT_TRUE(ui().messages().isEmpty())
             << "round " << round << ": " << ui().messages().join(u' ').toStdString();
-        EXPECT_TRUE(shared().operationLog.contains(
+        EXPECT_TRUE(logContains(
             QStringLiteral("若开奖号码在过滤后的 %1 注之中")
                 .arg(std::count_if(set.begin(), set.end(), [](const Row& r) { return r.shrinkMark >= 0; }))));
         EXPECT_EQ(kept, int(after.size())) << round;
@@ -219,9 +219,9 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].serial, 1);
     EXPECT_EQ(rows()[0].shrinkMark, 6);
-    EXPECT_TRUE(shared().operationLog.contains(
-        QStringLiteral("[保六型]缩水后余：１ 注，２ 元；已是最少注数\r\n\r\n若开奖号码在过滤后的 1 注之中: "
-                       "中7球 1 注 (100.0%)")));
+    EXPECT_TRUE(
+        logContains(u"[保六型]缩水后余：１ 注，２ 元；已是最少注数\r\n\r\n若开奖号码在过滤后的 1 注之中: "
+                    "中7球 1 注 (100.0%)"));
 
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     load({row(1, a, 1), row(2, a, 2)});
@@ -229,7 +229,7 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_EQ(run_SuoShui(7, kIssue), 2);
     EXPECT_EQ(rows().size(), 2u);
     EXPECT_EQ(ui().messages(), QStringList{msg::kShrinkNothingRemoved});
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[保七型]缩水后余：２ 注，４ 元")));
+    EXPECT_TRUE(logEndsWith(u"[保七型]缩水后余：２ 注，４ 元"));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].blue, 1);
 
@@ -260,7 +260,7 @@ TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].reds, high);
     // The result line goes behind the log as it was before the weights were written.
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("号码权重设置完成！")));
+    EXPECT_FALSE(logContains(u"号码权重设置完成！"));
     cmmQZfenpei_Click(5);
 
     // Without weights 序号 decides; at T 6 a formula ticket goes in front of all others.
@@ -284,7 +284,7 @@ TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
     ui().stopAfterPumps(3);
     const int kept = run_SuoShui(6, kIssue);
     const auto after = rows();
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户停止！")));
+    EXPECT_TRUE(logEndsWith(u"用户停止！"));
     EXPECT_GT(after.size(), size_t(kept));
     EXPECT_LT(after.size(), 6006u);
     // Kept rows are marked, the rest not yet reached are unmarked, and 序号 keeps its gaps.
@@ -295,7 +295,7 @@ TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TimerSuosuijinxingzong.enabled = false")));
     // The Stop stays raised, so the distribution report that follows a shrink is skipped.
     show_HaoMaFenBu(kIssue);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户停止！")));
+    EXPECT_TRUE(logEndsWith(u"用户停止！"));
 }
 
 // The screen of a player who presses Stop as soon as the optimiser starts, and how often the
@@ -338,10 +338,10 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
         }
         EXPECT_TRUE(covers(after, set, 5)) << stop;
         const QString coverage = QStringLiteral("若开奖号码在过滤后的 420 注之中: 中7球 %1 注").arg(kept);
-        EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(kept) +
-                                                   QStringLiteral(" 注，")))
+        EXPECT_TRUE(
+            logContains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(kept) + QStringLiteral(" 注，")))
             << stop;
-        EXPECT_TRUE(shared().operationLog.endsWith(coverage_OfIssue(kIssue)));
+        EXPECT_TRUE(logEndsWith(coverage_OfIssue(kIssue)));
         EXPECT_TRUE(coverage_OfIssue(kIssue).startsWith(coverage)) << coverage_OfIssue(kIssue).toStdString();
         EXPECT_EQ(shared().tingZhi, 0);
     }

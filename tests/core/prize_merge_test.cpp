@@ -75,7 +75,7 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     addTicket(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
     store_Execute(QStringLiteral("UPDATE 奖级奖金 SET 注数=3, 奖金=6821493 WHERE 奖级=1"));
     check_KaiJiang(kIssue);
-    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元")));
+    EXPECT_TRUE(logContains(u"一等奖： 1 注 × 6821493 元 = 6821493 元"));
     EXPECT_EQ(prize_MoneyOfChecked(kIssue).total, 6821493 + 201346 + 3025);
 }
 
@@ -116,8 +116,8 @@ TEST_F(CheckMergeTest, MergeKeepsTheFirstOfEqualRedsAcrossBluesAndIssues) {
     EXPECT_EQ(serials, (std::vector<int>{first, swapped, other}));
     EXPECT_EQ(ui().messages(), QStringList{msg::mergeLeft(3)});
     // The result replaces the in-progress lines.
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("合并相同注正在进行中")));
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("合并相同注后余：３ 注")));
+    EXPECT_FALSE(logContains(u"合并相同注正在进行中"));
+    EXPECT_TRUE(logEndsWith(u"合并相同注后余：３ 注"));
     EXPECT_EQ(ui().lines().filter(QStringLiteral("GRID TDBGrid_RZ")).last(),
               QStringLiteral("GRID TDBGrid_RZ 3 rows"));
     // Not renumbered.

@@ -185,11 +185,9 @@ TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {
     ASSERT_TRUE(load_ChengYuanWenJian(user));
     expectSet(1);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=34 and ID<=38")), 5);
-    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190")), 20);
-    EXPECT_EQ(Store::open(templatePath())
-                  ->scalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190"))
-                  .toInt(),
-              20);
+    const QString sumRows = QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190");
+    EXPECT_EQ(intScalar(sumRows), 20);
+    EXPECT_EQ(Store::open(templatePath())->scalar(sumRows).toInt(), 20);
     EXPECT_EQ(intScalar(QStringLiteral("select 范围max from 快速设置 where 条件名称='和值'")), 1183);
 
     QFile::remove(templatePath());

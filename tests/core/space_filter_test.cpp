@@ -99,12 +99,10 @@ TEST_F(SpaceFilterTest, CountsTheWholeSpaceAsAnIndependentCount) {
     pickAll();
     for (const Case& c : cases) {
         switchAllOff();
-        store_Execute(
-            QStringLiteral("UPDATE 过滤条件 SET VALUE=(ID>=? AND ID<=?) WHERE ID>=1000 AND ID<=1183"),
-            {1000 + c.sumLo, 1000 + c.sumHi});
-        store_Execute(
-            QStringLiteral("UPDATE 过滤条件 SET VALUE=(ID>=? AND ID<=?) WHERE ID>=3640 AND ID<=3649"),
-            {3640 + c.oddLo, 3640 + c.oddHi});
+        set_GuoLvFanWei(1000, 1183, 0);
+        set_GuoLvFanWei(1000 + c.sumLo, 1000 + c.sumHi, 1);
+        set_GuoLvFanWei(3640, 3649, 0);
+        set_GuoLvFanWei(3640 + c.oddLo, 3640 + c.oddHi, 1);
         for (int n : {1, 10}) set_ShiYongQingKuang(n, 1);
         if (c.history) writeHistoryMatch({true, earliest_QiHao(), kIssue, 6});
         const SpaceResult r = filter_Space(kIssue, kTicketLimit);

@@ -1,5 +1,6 @@
 #include <QRandomGenerator>
 #include <algorithm>
+#include <numeric>
 #include <set>
 
 #include "core/pipeline_fixture.h"
@@ -87,10 +88,8 @@ class ShrinkTest : public PipelineTest {
     }
 
     static bool sameTickets(const std::vector<Row>& a, const std::vector<Row>& b) {
-        if (a.size() != b.size()) return false;
-        for (size_t i = 0; i < a.size(); ++i)
-            if (a[i].reds != b[i].reds || a[i].blue != b[i].blue) return false;
-        return true;
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                          [](const Row& x, const Row& y) { return x.reds == y.reds && x.blue == y.blue; });
     }
 };
 
@@ -129,8 +128,7 @@ TEST_F(ShrinkTest, RandomAndFilteredSetsMatchThePlainScanAndAreCovered) {
             }
             case 2: {  // a sum filter over 12 drags, one blue
                 for (Row r : fullSet(12, 1, rng, 0)) {
-                    int sum = 0;
-                    for (int i = 1; i <= 6; ++i) sum += r.reds[size_t(i)];
+                    const int sum = std::accumulate(r.reds.begin() + 1, r.reds.end(), 0);
                     if (sum >= 80 && sum <= 120) set.push_back(r);
                 }
                 break;

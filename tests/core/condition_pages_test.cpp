@@ -17,7 +17,7 @@ class ConditionPagesTest : public test::FreshStoreTest {
         lines.removeAll(QString());
         return lines;
     }
-    static QString reportLine(const QString& label) {
+    static QString reportLine(QStringView label) {
         for (const QString& l : reportLines())
             if (l.startsWith(label)) return l.mid(label.size());
         return QStringLiteral("<missing>");
@@ -96,41 +96,40 @@ TEST_F(ConditionPagesTest, RangeTextsPrintRunsOfAllowedValues) {
 }
 
 TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
-    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral(" 未 使 用"));
+    EXPECT_EQ(reportLine(u" 和值取值范围： "), QStringLiteral(" 未 使 用"));
     set_ShiYongQingKuang(1, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QString());
+    EXPECT_EQ(reportLine(u" 和值取值范围： "), QString());
     set_GuoLvFanWei(1100, 1102, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral("[１００-１０２]"));
+    EXPECT_EQ(reportLine(u" 和值取值范围： "), QStringLiteral("[１００-１０２]"));
 
     set_ShiYongQingKuang(6, 1);
     for (int id : {3450, 3452}) set_GuoLvTiaoJian(id, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 连号取值范围： ")), QStringLiteral("（0）（2+2）"));
+    EXPECT_EQ(reportLine(u" 连号取值范围： "), QStringLiteral("（0）（2+2）"));
     set_ShiYongQingKuang(10, 1);
     set_GuoLvTiaoJian(3643, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 奇数个数取值范围： ")), QStringLiteral("３  "));
+    EXPECT_EQ(reportLine(u" 奇数个数取值范围： "), QStringLiteral("３  "));
 
     // Picks, positions, custom groups, history match, parity patterns and the shrink.
     set_GuoLvTiaoJian(5, 1);
     set_GuoLvTiaoJian(12, 2);
     set_GuoLvTiaoJian(107, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 红球“拖码”： ")), QStringLiteral("０５  "));
-    EXPECT_EQ(reportLine(QStringLiteral(" 红球“胆码”： ")), QStringLiteral("１２  "));
-    EXPECT_EQ(reportLine(QStringLiteral(" 蓝球“拖码”： ")), QStringLiteral("０７  "));
-    EXPECT_EQ(reportLine(QStringLiteral(" 第 ７ 位允许开出的号码： ")), QStringLiteral(" 未 使 用"));
+    EXPECT_EQ(reportLine(u" 红球“拖码”： "), QStringLiteral("０５  "));
+    EXPECT_EQ(reportLine(u" 红球“胆码”： "), QStringLiteral("１２  "));
+    EXPECT_EQ(reportLine(u" 蓝球“拖码”： "), QStringLiteral("０７  "));
+    EXPECT_EQ(reportLine(u" 第 ７ 位允许开出的号码： "), QStringLiteral(" 未 使 用"));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 第7位=0 WHERE 号码>2"));
     set_ShiYongQingKuang(36, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 第 ７ 位允许开出的号码： ")), QStringLiteral("０１  ０２  "));
+    EXPECT_EQ(reportLine(u" 第 ７ 位允许开出的号码： "), QStringLiteral("０１  ０２  "));
 
-    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")), QStringLiteral("—— 未 使 用 "));
+    EXPECT_EQ(reportLine(u"自定义组3 ——"), QStringLiteral("—— 未 使 用 "));
     set_ShiYongQingKuang(22, 1);
-    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")), QStringLiteral("（ 无 号 码 ）（条 件 未 设 置）"));
+    EXPECT_EQ(reportLine(u"自定义组3 ——"), QStringLiteral("（ 无 号 码 ）（条 件 未 设 置）"));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 自定义组3=1 WHERE 号码 IN (3, 13)"));
     set_GuoLvTiaoJian(3821, 1);
-    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")),
-              QStringLiteral("号码：（０３,１３） 允许开出个数（１个,）"));
+    EXPECT_EQ(reportLine(u"自定义组3 ——"), QStringLiteral("号码：（０３,１３） 允许开出个数（１个,）"));
 
     writeHistoryMatch({true, 2025001, 2026096, 5});
-    EXPECT_EQ(reportLine(QStringLiteral(" 历史数据过滤： ")),
+    EXPECT_EQ(reportLine(u" 历史数据过滤： "),
               QStringLiteral(" 过滤掉与 ２０２５００１ ～ ２０２６０９６ 期,匹配值为： ５ 及以上的号码."));
     set_ShiYongQingKuang(72, 1);
     for (int p = 1; p <= 7; ++p) set_GuoLvTiaoJian(5020 + p, p % 3);
@@ -140,7 +139,7 @@ TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
     EXPECT_GE(pattern, 0);
     EXPECT_EQ(lines.value(pattern + 1), QStringLiteral(" √ 【排除掉上一期的单双组合形式】"));
     set_GuoLvTiaoJian(3900, 6);
-    EXPECT_EQ(reportLine(QStringLiteral(" 缩 水 类 型： ")), QStringLiteral("保六型"));
+    EXPECT_EQ(reportLine(u" 缩 水 类 型： "), QStringLiteral("保六型"));
     EXPECT_EQ(lines.last(), QStringLiteral(" 缩水智能优化： 未 使 用"));
 }
 

@@ -1,13 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <random>
-
-#include "domain/condition_catalogue.h"
-#include "filters/backtest.h"
-#include "filters/condition_store.h"
 #include "filters/filter_run.h"
-#include "history/history_queries.h"
-#include "store/store.h"
+#include "support/random_routine.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {
@@ -16,19 +10,6 @@ namespace {
 // The shipped history: the history-relative conditions need the draws before each issue.
 class BacktestTest : public ShippedStoreTest {
   protected:
-    // A random condition set: some switches on, most values of every condition allowed, and now and
-    // then the history match.
-    static void randomConditions(std::mt19937& random, IssueNumber issue) {
-        Transaction tx(store());
-        for (int n : switchNumbers()) set_ShiYongQingKuang(n, random() % 4 == 0 ? 1 : 0);
-        for (const ConditionEntry& c : conditionCatalogue())
-            if (c.hasRows())
-                for (int id = c.minId; id <= c.maxId; ++id) set_GuoLvTiaoJian(id, random() % 6 == 0 ? 0 : 1);
-        const bool history = random() % 3 == 0;
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=?, 最小值=?, 最大值=?, 匹配值=?"),
-                      {history ? 1 : 0, prev_QiHao(issue, 300), issue, random() % 2 == 0 ? 5 : 6});
-    }
-
     // What a real filter run of the draw's own issue leaves of the drawn ticket: 1 or 0.
     static int survivesRealRun(const BacktestDraw& d) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
@@ -82,8 +63,7 @@ TEST_F(BacktestTest, ItsVerdictIsTheFilterRunsOnTheDrawnTicket) {
 // The tables of a range: each condition's passes, longest run of misses and draws since its last
 // miss, and the survival count with the tolerance; the CSV files open in a spreadsheet.
 TEST_F(BacktestTest, TheConditionTableCountsRunsOfMissesAndTheCsvCarriesABom) {
-    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    switchAllOff();
     set_ShiYongQingKuang(1, 1);  // 和值 within 100..130 only
     set_GuoLvFanWei(1000, 1183, 0);
     set_GuoLvFanWei(1100, 1130, 1);

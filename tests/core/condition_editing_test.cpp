@@ -30,11 +30,8 @@ TEST_F(ConditionEditingTest, PendingCommandsRunOnceWhenTheMainWindowComesBack) {
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("PAGE ")),
               QStringList{QStringLiteral("PAGE 过滤条件 0")});
 
-    const int tabs[] = {7, 21, 16, 18, 17, 19, 20, 28, 27};
-    for (int c = 4; c <= 12; ++c) EXPECT_EQ(pendingConditionTab(c), tabs[c - 4]) << c;
-    EXPECT_EQ(pendingConditionTab(14), 29);
-    EXPECT_EQ(pendingConditionTab(15), 15);
-    EXPECT_EQ(pendingConditionTab(13), 0);
+    const int tabs[] = {7, 21, 16, 18, 17, 19, 20, 28, 27, 0, 29, 15};  // of the commands 4..15
+    for (int c = 4; c <= 15; ++c) EXPECT_EQ(pendingConditionTab(c), tabs[c - 4]) << c;
     EXPECT_EQ(pendingConditionTab(99), 0);
 }
 
@@ -42,12 +39,9 @@ TEST_F(ConditionEditingTest, SummariesOfEveryKindOfList) {
     EXPECT_EQ(conditionSummary(5), QString());
     set_GuoLvFanWei(3305, 3307, 1);
     EXPECT_EQ(conditionSummary(5), QStringLiteral("[５-７]"));
-    set_GuoLvTiaoJian(3470, 1);
-    set_GuoLvTiaoJian(3472, 1);
-    set_GuoLvTiaoJian(3473, 1);
+    for (int id : {3470, 3472, 3473}) set_GuoLvTiaoJian(id, 1);
     EXPECT_EQ(conditionSummary(8), QStringLiteral("[０] , [２-３]"));
-    set_GuoLvTiaoJian(4078, 1);
-    set_GuoLvTiaoJian(4070, 1);
+    for (int id : {4078, 4070}) set_GuoLvTiaoJian(id, 1);
     EXPECT_EQ(conditionSummary(21), QStringLiteral("（2,2,1,1）（6）"));
     set_GuoLvTiaoJian(4180 + 20, 1);
     EXPECT_EQ(conditionSummary(25), QStringLiteral("[２０]"));
@@ -89,13 +83,9 @@ TEST_F(ConditionEditingTest, NumberColumnsGroupsAndHistoryMatch) {
     EXPECT_EQ(readParityPatterns(1), (std::array<int, 7>{}));
     EXPECT_EQ(get_GuoLvTiaoJian(5001), 0);
 
-    LiShiGuoLv s{true, 2026001, 2026002, 3};
-    writeHistoryMatch(s);
+    writeHistoryMatch({true, 2026001, 2026002, 3});
     const LiShiGuoLv back = readHistoryMatch();
-    EXPECT_TRUE(back.on);
-    EXPECT_EQ(back.low, 2026001);
-    EXPECT_EQ(back.high, 2026002);
-    EXPECT_EQ(back.match, 3);
+    EXPECT_EQ(std::tuple(back.on, back.low, back.high, back.match), std::tuple(true, 2026001, 2026002, 3));
     EXPECT_EQ(countIssues(2026001, 2026002), 2);
     EXPECT_EQ(countIssues(2026002, 2026001), 0);
 }

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <sys/stat.h>
 #include <QDir>
@@ -12,11 +11,11 @@
 #include "support/test_support.h"
 #include "users/users.h"
 
-namespace dovrex {
+namespace dovrex::test {
 namespace {
 
 // A fresh store in a program folder that holds the shipped template and guest file.
-class ConditionFilesTest : public test::FreshStoreTest {
+class ConditionFilesTest : public FreshStoreTest {
   protected:
     void SetUp() override {
         shared().paths = paths();
@@ -27,10 +26,10 @@ class ConditionFilesTest : public test::FreshStoreTest {
                                     paths().programDir + u'/' + name));
     }
     static int value(int id) {
-        return test::intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=?"), {id});
+        return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=?"), {id});
     }
     static int switchOn(int n) {
-        return test::intScalar(QStringLiteral("select 使用情况 from 过滤条件使用情况 where 条件=?"), {n});
+        return intScalar(QStringLiteral("select 使用情况 from 过滤条件使用情况 where 条件=?"), {n});
     }
     // A recognisable set: some values, a switch, a custom group, the history filter.
     static void makeSet(int v) {
@@ -43,27 +42,15 @@ class ConditionFilesTest : public test::FreshStoreTest {
     static void expectSet(int v) {
         for (int id : {1, 1100, 3305, 5079}) EXPECT_EQ(value(id), v) << id;
         EXPECT_EQ(switchOn(76), v > 0 ? 1 : 0);
-        EXPECT_EQ(test::intScalar(QStringLiteral("select 自定义组3 from 号码特性 where 号码=8")),
-                  v > 0 ? 1 : 0);
-        EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), v > 0 ? 4 : 6);
+        EXPECT_EQ(intScalar(QStringLiteral("select 自定义组3 from 号码特性 where 号码=8")), v > 0 ? 1 : 0);
+        EXPECT_EQ(intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), v > 0 ? 4 : 6);
     }
     QString exportPath() const { return tempPath(QStringLiteral("set.dovrex")); }
-    // Damages a condition file the way a hand or another program could, below the program's own
-    // store layer.
-    static void alter(const QString& path, const QString& sql) {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &db), SQLITE_OK);
-        char* error = nullptr;
-        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error);
-        EXPECT_EQ(rc, SQLITE_OK) << (error ? error : "");
-        sqlite3_free(error);
-        sqlite3_close(db);
-    }
     // The exported set 1 with one change, imported over set 0: refused, and the store keeps set 0.
     void expectRefused(const QString& damage, const QString& message = msg::kImportFormatError) {
         makeSet(1);
         ASSERT_TRUE(exportConditionSet(exportPath()));
-        alter(exportPath(), damage);
+        alterStoreFile(exportPath(), damage);
         makeSet(0);
         ui().clear();
         EXPECT_FALSE(importConditionSet(exportPath())) << damage.toStdString();
@@ -84,17 +71,17 @@ TEST_F(ConditionFilesTest, ExportThenImportGivesBackTheSet) {
     expectSet(1);
 
     // Exporting over an existing file asks; no leaves it as it was.
-    const QByteArray before = test::fileBytes(exportPath());
+    const QByteArray before = fileBytes(exportPath());
     makeSet(0);
     ui().answerConfirm(false);
     EXPECT_FALSE(exportConditionSet(exportPath()));
-    EXPECT_EQ(test::fileBytes(exportPath()), before);
+    EXPECT_EQ(fileBytes(exportPath()), before);
 }
 
 TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     makeSet(1);
     const QString junk = tempPath(QStringLiteral("junk.dovrex"));
-    ASSERT_TRUE(test::writeFile(junk, "01 02 03 04 05 06+07\n"));
+    ASSERT_TRUE(writeFile(junk, "01 02 03 04 05 06+07\n"));
     EXPECT_FALSE(importConditionSet(junk));
     EXPECT_TRUE(ui().messages().contains(msg::kImportFormatError));
     expectSet(1);
@@ -115,14 +102,14 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
 
     // A file cut short: whatever it holds before the damage may arrive, nothing crashes.
     ASSERT_TRUE(exportConditionSet(exportPath()));
-    QByteArray bytes = test::fileBytes(exportPath());
+    QByteArray bytes = fileBytes(exportPath());
     bytes.truncate(bytes.size() / 3);
-    ASSERT_TRUE(test::writeFile(exportPath(), bytes));
+    ASSERT_TRUE(writeFile(exportPath(), bytes));
     importConditionSet(exportPath());
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1291);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 过滤条件")), 1291);
 }
 
-TEST_F(ConditionFilesTest, AnyValueOfTheWrongTypeOrRangeRefusesTheWholeFile) {
+TEST_F(ConditionFilesTest, AnyValueViewOrComputedColumnOfTheWrongKindRefusesTheWholeFile) {
     // The bad value sits behind the good ones, so a row-by-row copy would have taken those.
     for (const char* bad : {"'abc'", "NULL", "x'01'", "1e308", "2.5", "-1", "100", "4294967297"})
         expectRefused(QStringLiteral("UPDATE 过滤条件 SET VALUE=%1 WHERE ID=5079").arg(QLatin1String(bad)));
@@ -131,10 +118,9 @@ TEST_F(ConditionFilesTest, AnyValueOfTheWrongTypeOrRangeRefusesTheWholeFile) {
     expectRefused(QStringLiteral("UPDATE 号码特性 SET 第7位=x'01' WHERE 号码=33"));
     expectRefused(QStringLiteral("UPDATE 历史数据过滤 SET 匹配值=8"));
     expectRefused(QStringLiteral("UPDATE 历史数据过滤 SET 最大值=20081189"));
-}
 
-TEST_F(ConditionFilesTest, OnlyPlainTablesAndColumnsAreRead) {
-    // A view that would run for minutes and take gigabytes if it were ever read.
+    // Only plain tables and columns are read: a view that would run for minutes and take gigabytes if it were
+    // ever read.
     expectRefused(QStringLiteral(
         "DROP TABLE 过滤条件; CREATE VIEW 过滤条件 AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL "
         "SELECT x + 1 FROM n) SELECT x AS ID, 0 AS VALUE FROM n ORDER BY x DESC"));
@@ -148,12 +134,12 @@ TEST_F(ConditionFilesTest, OnlyPlainTablesAndColumnsAreRead) {
 TEST_F(ConditionFilesTest, ReadingAFileNeverWritesIt) {
     makeSet(1);
     ASSERT_TRUE(exportConditionSet(exportPath()));
-    alter(exportPath(), QStringLiteral("PRAGMA journal_mode=WAL"));
-    const QByteArray before = test::fileBytes(exportPath());
+    alterStoreFile(exportPath(), QStringLiteral("PRAGMA journal_mode=WAL"));
+    const QByteArray before = fileBytes(exportPath());
     makeSet(0);
     ASSERT_TRUE(importConditionSet(exportPath()));
     expectSet(1);
-    EXPECT_EQ(test::fileBytes(exportPath()), before);
+    EXPECT_EQ(fileBytes(exportPath()), before);
     EXPECT_FALSE(QFileInfo::exists(exportPath() + QStringLiteral("-wal")));
     EXPECT_FALSE(QFileInfo::exists(exportPath() + QStringLiteral("-shm")));
 }
@@ -165,12 +151,11 @@ TEST_F(ConditionFilesTest, PicksOverTheLimitAreRefusedAndABlueBankerStandsAlone)
     // A banker beside blue drags, as an older file may hold: the banker alone comes in.
     makeSet(1);
     ASSERT_TRUE(exportConditionSet(exportPath()));
-    alter(exportPath(), QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID BETWEEN 101 AND 116; "
-                                       "UPDATE 过滤条件 SET VALUE=2 WHERE ID=105"));
+    alterStoreFile(exportPath(), QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID BETWEEN 101 AND 116; "
+                                                "UPDATE 过滤条件 SET VALUE=2 WHERE ID=105"));
     ASSERT_TRUE(importConditionSet(exportPath()));
-    EXPECT_EQ(
-        test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>100 and ID<=116 and VALUE>0")),
-        1);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>100 and ID<=116 and VALUE>0")),
+              1);
     EXPECT_EQ(value(105), 2);
 }
 
@@ -179,17 +164,13 @@ TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {
     ASSERT_TRUE(huanyuan_Click());
     EXPECT_EQ(value(1100), 0);
     EXPECT_EQ(switchOn(76), 0);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 号码特性 where 第1位<>0 or 自定义组3<>0")),
-              0);
+    EXPECT_EQ(intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 号码特性 where 第1位<>0 or 自定义组3<>0")), 0);
     EXPECT_TRUE(ui().messages().contains(msg::kDefaultsRestored));
 
     // A store from before the 和值 range grew: rows 1171..1190 come back everywhere, once.
     store_Execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171 AND ID<=1190"));
-    {
-        Store::open(templatePath())
-            ->execute(QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171 AND ID<=1190"));
-    }
+    alterStoreFile(templatePath(), QStringLiteral("DELETE FROM 过滤条件 WHERE ID>=1171 AND ID<=1190"));
     store_Execute(QStringLiteral("UPDATE 快速设置 SET 范围max=170 WHERE 条件名称='和值'"));
     // A user's file from before the hidden buttons 34..38 had rows: sets travel row by row, so
     // without the upgrade every value behind them would land five rows early.
@@ -203,14 +184,11 @@ TEST_F(ConditionFilesTest, RestoreDefaultsAndUpgrade) {
     ASSERT_TRUE(upgrade_TiaoJian());
     ASSERT_TRUE(load_ChengYuanWenJian(user));
     expectSet(1);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=34 and ID<=38")), 5);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190")),
-              20);
-    EXPECT_EQ(Store::open(templatePath())
-                  ->scalar(QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190"))
-                  .toInt(),
-              20);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 范围max from 快速设置 where 条件名称='和值'")), 1183);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 过滤条件 where ID>=34 and ID<=38")), 5);
+    const QString sumRows = QStringLiteral("select count(*) from 过滤条件 where ID>=1171 and ID<=1190");
+    EXPECT_EQ(intScalar(sumRows), 20);
+    EXPECT_EQ(Store::open(templatePath())->scalar(sumRows).toInt(), 20);
+    EXPECT_EQ(intScalar(QStringLiteral("select 范围max from 快速设置 where 条件名称='和值'")), 1183);
 
     QFile::remove(templatePath());
     EXPECT_FALSE(upgrade_TiaoJian());
@@ -224,19 +202,22 @@ class UsersTest : public ConditionFilesTest {
         write_UserMode(kMultiUserMode);
         Clock::setToday(QDate(2026, 11, 1));
     }
+    // A new user, created at the offer to create it, logged in.
+    void newUser(const QString& name, const QString& password = {}) {
+        ui().answerConfirm(true);
+        ASSERT_EQ(login_Submit(name, password), LoginResult::LoggedIn);
+    }
 };
 
 TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("alice"), QStringLiteral("Secret")), LoginResult::LoggedIn);
+    newUser(QStringLiteral("alice"), QStringLiteral("Secret"));
     makeSet(1);
     beginUserSwitch();
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("bob"), QString()), LoginResult::LoggedIn);
+    newUser(QStringLiteral("bob"));
     // A new user starts from the default values and switches, with the history filter reset.
     for (int id : {1, 1100, 3305, 5079}) EXPECT_EQ(value(id), 0) << id;
     EXPECT_EQ(switchOn(76), 0);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
+    EXPECT_EQ(intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 5);
     store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=1 WHERE ID=1101"));
     beginUserSwitch();
 
@@ -251,16 +232,15 @@ TEST_F(UsersTest, TwoUsersKeepSeparateSetsAndTheGuestSavesNothing) {
     EXPECT_EQ(value(1101), 1);
 
     // The guest logs in without a password and leaves no file of its own behind.
-    const QByteArray guestFile = test::fileBytes(userFilePath(kGuestUser));
+    const QByteArray guestFile = fileBytes(userFilePath(kGuestUser));
     ASSERT_EQ(login_Submit(kGuestUser, QStringLiteral("anything")), LoginResult::LoggedIn);
     makeSet(1);
     beginUserSwitch();
-    EXPECT_EQ(test::fileBytes(userFilePath(kGuestUser)), guestFile);
+    EXPECT_EQ(fileBytes(userFilePath(kGuestUser)), guestFile);
 }
 
 TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("pw")), LoginResult::LoggedIn);
+    newUser(QStringLiteral("o'brien"), QStringLiteral("pw"));
     EXPECT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("' or '1'='1")), LoginResult::Refused);
     EXPECT_EQ(login_Submit(QStringLiteral("o'brien"), QStringLiteral("pw")), LoginResult::LoggedIn);
 
@@ -275,8 +255,7 @@ TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
     EXPECT_EQ(login_Submit(longest + u'x', QString()), LoginResult::Refused);
     EXPECT_TRUE(ui().messages().contains(msg::kUserNameTooLong));
     EXPECT_EQ(userNames().size(), 2);  // the guest and o'brien
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(longest, QString()), LoginResult::LoggedIn);
+    newUser(longest);
     EXPECT_TRUE(QFile::exists(userFilePath(longest)));
     EXPECT_EQ(login_Submit(QStringLiteral("  "), QString()), LoginResult::Refused);
     EXPECT_TRUE(ui().messages().contains(msg::kEmptyUserName));
@@ -287,17 +266,15 @@ TEST_F(UsersTest, QuotesAreOrdinaryCharactersAndBadNamesAreRefused) {
 }
 
 TEST_F(UsersTest, AUserAway30DaysIsPurgedWithTheFileAndTicketsGoAtLogin) {
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("carol"), QString()), LoginResult::LoggedIn);
-    ui().answerConfirm(true);
-    ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
+    newUser(QStringLiteral("carol"));
+    newUser(QStringLiteral("dave"));
     ASSERT_TRUE(QFile::exists(userFilePath(QStringLiteral("carol"))));
     store_Execute(QStringLiteral("INSERT INTO 日志表 (序号, 期号) VALUES (1, 2026097)"));
 
     Clock::setToday(QDate(2026, 11, 30));  // 29 days on: nobody goes
     ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
     EXPECT_TRUE(userNames().contains(QStringLiteral("carol")));
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 日志表")), 0);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表")), 0);
 
     Clock::setToday(QDate(2026, 12, 1));  // 30 days since carol came: she goes, with her file
     ASSERT_EQ(login_Submit(QStringLiteral("dave"), QString()), LoginResult::LoggedIn);
@@ -308,4 +285,4 @@ TEST_F(UsersTest, AUserAway30DaysIsPurgedWithTheFileAndTicketsGoAtLogin) {
 }
 
 }  // namespace
-}  // namespace dovrex
+}  // namespace dovrex::test

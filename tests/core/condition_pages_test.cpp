@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "filters/condition_editing.h"
 #include "filters/condition_help.h"
 #include "filters/condition_pages.h"
 #include "filters/condition_store.h"
@@ -16,7 +17,7 @@ class ConditionPagesTest : public test::FreshStoreTest {
         lines.removeAll(QString());
         return lines;
     }
-    static QString reportLine(const QString& label) {
+    static QString reportLine(QStringView label) {
         for (const QString& l : reportLines())
             if (l.startsWith(label)) return l.mid(label.size());
         return QStringLiteral("<missing>");
@@ -73,7 +74,8 @@ TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndTickThroughTheSharedArray) {
 TEST_F(ConditionPagesTest, NotesTellTheDivisionTheFiltersUse) {
     EXPECT_EQ(condition_Definition(12), QStringLiteral("大数：17～33（17个）；小数：01～16（16个）。"));
     EXPECT_EQ(condition_Definition(13),
-              QStringLiteral("低尾码：尾数为0、1、2、3、4的红球（18个）；高尾码：尾数为5、6、7、8、9的红球（15个）。"));
+              QStringLiteral(
+                  "低尾码：尾数为0、1、2、3、4的红球（18个）；高尾码：尾数为5、6、7、8、9的红球（15个）。"));
     EXPECT_TRUE(condition_Definition(17).startsWith(QStringLiteral("间距九分组：九0：")));
     EXPECT_TRUE(condition_Definition(21).contains(QStringLiteral("头3：30 31 32 33")));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 大数=1 WHERE 号码=16"));
@@ -94,43 +96,40 @@ TEST_F(ConditionPagesTest, RangeTextsPrintRunsOfAllowedValues) {
 }
 
 TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
-    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral(" 未 使 用"));
+    EXPECT_EQ(reportLine(u" 和值取值范围： "), QStringLiteral(" 未 使 用"));
     set_ShiYongQingKuang(1, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QString());
+    EXPECT_EQ(reportLine(u" 和值取值范围： "), QString());
     set_GuoLvFanWei(1100, 1102, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 和值取值范围： ")), QStringLiteral("[１００-１０２]"));
+    EXPECT_EQ(reportLine(u" 和值取值范围： "), QStringLiteral("[１００-１０２]"));
 
     set_ShiYongQingKuang(6, 1);
-    set_GuoLvTiaoJian(3450, 1);
-    set_GuoLvTiaoJian(3452, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 连号取值范围： ")), QStringLiteral("（0）（2+2）"));
+    for (int id : {3450, 3452}) set_GuoLvTiaoJian(id, 1);
+    EXPECT_EQ(reportLine(u" 连号取值范围： "), QStringLiteral("（0）（2+2）"));
     set_ShiYongQingKuang(10, 1);
     set_GuoLvTiaoJian(3643, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 奇数个数取值范围： ")), QStringLiteral("３  "));
+    EXPECT_EQ(reportLine(u" 奇数个数取值范围： "), QStringLiteral("３  "));
 
     // Picks, positions, custom groups, history match, parity patterns and the shrink.
     set_GuoLvTiaoJian(5, 1);
     set_GuoLvTiaoJian(12, 2);
     set_GuoLvTiaoJian(107, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 红球“拖码”： ")), QStringLiteral("０５  "));
-    EXPECT_EQ(reportLine(QStringLiteral(" 红球“胆码”： ")), QStringLiteral("１２  "));
-    EXPECT_EQ(reportLine(QStringLiteral(" 蓝球“拖码”： ")), QStringLiteral("０７  "));
-    EXPECT_EQ(reportLine(QStringLiteral(" 第 ７ 位允许开出的号码： ")), QStringLiteral(" 未 使 用"));
+    EXPECT_EQ(reportLine(u" 红球“拖码”： "), QStringLiteral("０５  "));
+    EXPECT_EQ(reportLine(u" 红球“胆码”： "), QStringLiteral("１２  "));
+    EXPECT_EQ(reportLine(u" 蓝球“拖码”： "), QStringLiteral("０７  "));
+    EXPECT_EQ(reportLine(u" 第 ７ 位允许开出的号码： "), QStringLiteral(" 未 使 用"));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 第7位=0 WHERE 号码>2"));
     set_ShiYongQingKuang(36, 1);
-    EXPECT_EQ(reportLine(QStringLiteral(" 第 ７ 位允许开出的号码： ")), QStringLiteral("０１  ０２  "));
+    EXPECT_EQ(reportLine(u" 第 ７ 位允许开出的号码： "), QStringLiteral("０１  ０２  "));
 
-    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")), QStringLiteral("—— 未 使 用 "));
+    EXPECT_EQ(reportLine(u"自定义组3 ——"), QStringLiteral("—— 未 使 用 "));
     set_ShiYongQingKuang(22, 1);
-    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")), QStringLiteral("（ 无 号 码 ）（条 件 未 设 置）"));
+    EXPECT_EQ(reportLine(u"自定义组3 ——"), QStringLiteral("（ 无 号 码 ）（条 件 未 设 置）"));
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 自定义组3=1 WHERE 号码 IN (3, 13)"));
     set_GuoLvTiaoJian(3821, 1);
-    EXPECT_EQ(reportLine(QStringLiteral("自定义组3 ——")),
-              QStringLiteral("号码：（０３,１３） 允许开出个数（１个,）"));
+    EXPECT_EQ(reportLine(u"自定义组3 ——"), QStringLiteral("号码：（０３,１３） 允许开出个数（１个,）"));
 
-    store_Execute(
-        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2025001, 最大值=2026096, 匹配值=5"));
-    EXPECT_EQ(reportLine(QStringLiteral(" 历史数据过滤： ")),
+    writeHistoryMatch({true, 2025001, 2026096, 5});
+    EXPECT_EQ(reportLine(u" 历史数据过滤： "),
               QStringLiteral(" 过滤掉与 ２０２５００１ ～ ２０２６０９６ 期,匹配值为： ５ 及以上的号码."));
     set_ShiYongQingKuang(72, 1);
     for (int p = 1; p <= 7; ++p) set_GuoLvTiaoJian(5020 + p, p % 3);
@@ -140,7 +139,7 @@ TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
     EXPECT_GE(pattern, 0);
     EXPECT_EQ(lines.value(pattern + 1), QStringLiteral(" √ 【排除掉上一期的单双组合形式】"));
     set_GuoLvTiaoJian(3900, 6);
-    EXPECT_EQ(reportLine(QStringLiteral(" 缩 水 类 型： ")), QStringLiteral("保六型"));
+    EXPECT_EQ(reportLine(u" 缩 水 类 型： "), QStringLiteral("保六型"));
     EXPECT_EQ(lines.last(), QStringLiteral(" 缩水智能优化： 未 使 用"));
 }
 

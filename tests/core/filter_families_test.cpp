@@ -1,5 +1,8 @@
 // Edge cases of each filter family on hand-made tickets and draws.
+#include <optional>
+
 #include "core/filter_fixture.h"
+#include "filters/condition_editing.h"
 #include "filters/condition_store.h"
 
 namespace dovrex::test {
@@ -16,37 +19,39 @@ QList<int> membersOf(const QString& column) {
     return out;
 }
 
-QList<int> every(int from, int step) {
+// The reds for which `keep` holds.
+QList<int> numbersWhere(const std::function<bool(int)>& keep) {
     QList<int> out;
-    for (int n = from; n <= 33; n += step) out << n;
+    for (int n = 1; n <= 33; ++n)
+        if (keep(n)) out << n;
     return out;
 }
 
 // --- range filters ---
 
 TEST_F(FilterTest, RangeValuesOfQuotedTickets) {
-    EXPECT_EQ(valueOf(QStringLiteral("filter_KuaDu"), kOneToSix), 5);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JianJuMax"), kOneToSix), 1);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_LianHao"), kOneToSix), 10);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_AC"), kOneToSix), 0);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_LianHao"), makeReds(1, 2, 3, 10, 11, 20)), 5);  // "3+2"
-    EXPECT_EQ(valueOf(QStringLiteral("filter_LianHao"), makeReds(1, 2, 5, 6, 10, 11)), 3);   // "2+2+2"
-    EXPECT_EQ(valueOf(QStringLiteral("filter_LianHao"), makeReds(1, 3, 5, 7, 9, 11)), 0);
+    EXPECT_EQ(valueOf(u"filter_KuaDu", kOneToSix), 5);
+    EXPECT_EQ(valueOf(u"filter_JianJuMax", kOneToSix), 1);
+    EXPECT_EQ(valueOf(u"filter_LianHao", kOneToSix), 10);
+    EXPECT_EQ(valueOf(u"filter_AC", kOneToSix), 0);
+    EXPECT_EQ(valueOf(u"filter_LianHao", makeReds(1, 2, 3, 10, 11, 20)), 5);  // "3+2"
+    EXPECT_EQ(valueOf(u"filter_LianHao", makeReds(1, 2, 5, 6, 10, 11)), 3);   // "2+2+2"
+    EXPECT_EQ(valueOf(u"filter_LianHao", makeReds(1, 3, 5, 7, 9, 11)), 0);
 
     // Span and largest gap read the numbers, not the ticket's order.
     const Reds shuffled = makeReds(26, 2, 17, 8, 13, 12);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_KuaDu"), shuffled), 24);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JianJuMax"), shuffled), 9);
+    EXPECT_EQ(valueOf(u"filter_KuaDu", shuffled), 24);
+    EXPECT_EQ(valueOf(u"filter_JianJuMax", shuffled), 9);
 }
 
 TEST_F(FilterTest, RangeFilterKeepsOnlyAllowedValues) {
     addTickets({kOneToSix, makeReds(1, 2, 3, 4, 5, 33), makeReds(10, 11, 12, 13, 14, 15)});
     allow(3305, 3305);  // 跨度 5 only
     on(4);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_KuaDu")), 2);
+    EXPECT_EQ(runFilter(u"filter_KuaDu"), 2);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{kOneToSix, makeReds(10, 11, 12, 13, 14, 15)}));
     EXPECT_EQ(tickets(kIssue)[1].serial, 2);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[ 跨 度 ]过滤后余：２ 注")));
+    EXPECT_TRUE(logEndsWith(u"[ 跨 度 ]过滤后余：２ 注"));
 }
 
 // --- count filters ---
@@ -55,84 +60,84 @@ TEST_F(FilterTest, CountsAndTheirComplements) {
     // A store whose 低尾码 is not the complement of 高尾码: the low-tail count ignores it.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 低尾码=0"));
     const Reds r = makeReds(1, 5, 17, 20, 26, 33);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JiShuGeShu"), r), 4);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_OuShuGeShu"), r), 2);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_DaShuGeShu"), r), 4);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_XiaoShuGeShu"), r), 2);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_GaoWeiMaGeShu"), r), 3);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_DiWeiMaGeShu"), r), 3);
+    EXPECT_EQ(valueOf(u"filter_JiShuGeShu", r), 4);
+    EXPECT_EQ(valueOf(u"filter_OuShuGeShu", r), 2);
+    EXPECT_EQ(valueOf(u"filter_DaShuGeShu", r), 4);
+    EXPECT_EQ(valueOf(u"filter_XiaoShuGeShu", r), 2);
+    EXPECT_EQ(valueOf(u"filter_GaoWeiMaGeShu", r), 3);
+    EXPECT_EQ(valueOf(u"filter_DiWeiMaGeShu", r), 3);
     // And a changed 大数 moves both counts together.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 大数=1 WHERE 号码=1"));
-    EXPECT_EQ(valueOf(QStringLiteral("filter_DaShuGeShu"), r), 5);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_XiaoShuGeShu"), r), 1);
+    EXPECT_EQ(valueOf(u"filter_DaShuGeShu", r), 5);
+    EXPECT_EQ(valueOf(u"filter_XiaoShuGeShu", r), 1);
 }
 
 TEST_F(FilterTest, IntervalsOverlapOrStayEmpty) {
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 区间1=(号码<=20), 区间2=(号码>=10), 区间3=0"));
-    EXPECT_EQ(valueOf(QStringLiteral("filter_QuJian"), kOneToSix, kIssue, 1), 6);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_QuJian"), kOneToSix, kIssue, 2), 0);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_QuJian"), makeReds(10, 11, 12, 13, 14, 15), kIssue, 2), 6);
+    EXPECT_EQ(valueOf(u"filter_QuJian", kOneToSix, kIssue, 1), 6);
+    EXPECT_EQ(valueOf(u"filter_QuJian", kOneToSix, kIssue, 2), 0);
+    EXPECT_EQ(valueOf(u"filter_QuJian", makeReds(10, 11, 12, 13, 14, 15), kIssue, 2), 6);
 
     addTickets({kOneToSix, makeReds(10, 11, 12, 13, 14, 15)});
     on(18);  // 区间3: every ticket counts 0
     allow(3720, 3720);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_QuJian"), 3), 2);
+    EXPECT_EQ(runFilter(u"filter_QuJian", 3), 2);
     allow(3720, 3720, 0);
     allow(3721, 3726);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_QuJian"), 3), 0);
+    EXPECT_EQ(runFilter(u"filter_QuJian", 3), 0);
     EXPECT_TRUE(tickets(kIssue).empty());
 }
 
 TEST_F(FilterTest, CustomGroupCountsAndStop) {
     addTickets({kOneToSix, makeReds(3, 6, 9, 12, 15, 18)});
     EXPECT_TRUE(makeGroupPreset(12, QStringLiteral("除3余0(0路)")));
-    EXPECT_EQ(valueOf(QStringLiteral("filter_ZiDingYiZu"), kOneToSix, kIssue, 12), 2);
+    EXPECT_EQ(valueOf(u"filter_ZiDingYiZu", kOneToSix, kIssue, 12), 2);
     on(52);
     allow(4512, 4512);  // group 12: two members allowed
     shared().tingZhi = 1;
-    EXPECT_EQ(runFilter(QStringLiteral("filter_ZiDingYiZu"), 12), 0);  // returns at once on Stop
+    EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 0);  // returns at once on Stop
     EXPECT_EQ(tickets(kIssue).size(), 2u);
     shared().tingZhi = 0;
-    EXPECT_EQ(runFilter(QStringLiteral("filter_ZiDingYiZu"), 12), 1);
+    EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[自定义组12]过滤后余：１ 注")));
+    EXPECT_TRUE(logEndsWith(u"[自定义组12]过滤后余：１ 注"));
     // On with no count allowed: everything goes.
     allow(4510, 4519, 0);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_ZiDingYiZu"), 12), 0);
+    EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 0);
     EXPECT_TRUE(tickets(kIssue).empty());
 }
 
 // --- shape filters ---
 
 TEST_F(FilterTest, ShapeKeysAndTheirQuirks) {
-    EXPECT_EQ(valueOf(QStringLiteral("filter_WeiShuXingShi"), makeReds(1, 2, 11, 12, 21, 31)), 8);  // "4,2"
-    EXPECT_EQ(valueOf(QStringLiteral("filter_TouShuXingShi"), kOneToSix), 8);                       // "6"
-    EXPECT_EQ(valueOf(QStringLiteral("filter_TouShuXingShi"), makeReds(1, 10, 30, 31, 32, 33)),
+    EXPECT_EQ(valueOf(u"filter_WeiShuXingShi", makeReds(1, 2, 11, 12, 21, 31)), 8);  // "4,2"
+    EXPECT_EQ(valueOf(u"filter_TouShuXingShi", kOneToSix), 8);                       // "6"
+    EXPECT_EQ(valueOf(u"filter_TouShuXingShi", makeReds(1, 10, 30, 31, 32, 33)),
               5);  // "4,1,1"
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JianJu9"), makeReds(1, 2, 10, 11, 19, 28)), 8);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JianJu11"), kOneToSix), 0);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JianJu12"), makeReds(1, 13, 25, 2, 14, 3)), 5);  // "3,2,1"
+    EXPECT_EQ(valueOf(u"filter_JianJu9", makeReds(1, 2, 10, 11, 19, 28)), 8);
+    EXPECT_EQ(valueOf(u"filter_JianJu11", kOneToSix), 0);
+    EXPECT_EQ(valueOf(u"filter_JianJu12", makeReds(1, 13, 25, 2, 14, 3)), 5);  // "3,2,1"
 
     // Five reds in one step-7 group find no entry and are decided by "1,1,1,1,1,1".
     const Reds five = makeReds(1, 8, 15, 22, 29, 30);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_JianJu7"), five), 0);
+    EXPECT_EQ(valueOf(u"filter_JianJu7", five), 0);
     addTickets({five});
     on(39);
     allow(4029, 4029);  // "5,1" on the screen decides nothing
-    EXPECT_EQ(runFilter(QStringLiteral("filter_JianJu7")), 0);
+    EXPECT_EQ(runFilter(u"filter_JianJu7"), 0);
     addTickets({five});
     allow(4020, 4020);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_JianJu7")), 1);
+    EXPECT_EQ(runFilter(u"filter_JianJu7"), 1);
 
     // A head shape without a key (five groups, only a changed store has them) reads index 0.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 头4=1, 头3=0 WHERE 号码=33"));
-    EXPECT_EQ(valueOf(QStringLiteral("filter_TouShuXingShi"), makeReds(1, 10, 20, 30, 31, 33)), 0);  // (2, 5)
+    EXPECT_EQ(valueOf(u"filter_TouShuXingShi", makeReds(1, 10, 20, 30, 31, 33)), 0);  // (2, 5)
 
     // A shape outside the key table's bounds is a fault of the store, not a ticket that passes.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
     addTickets({kOneToSix});
     on(37);
-    EXPECT_THROW(runFilter(QStringLiteral("filter_WeiShuXingShi")), StoreError);
+    EXPECT_THROW(runFilter(u"filter_WeiShuXingShi"), StoreError);
     EXPECT_EQ(tickets(kIssue).size(), 2u);
 }
 
@@ -151,15 +156,15 @@ class HistoryFilterTest : public FilterTest {
 TEST_F(HistoryFilterTest, RepeatAndDiagonalAgainstThePreviousDraw) {
     // A back-test of 2008118 sees 2008117, never its own draw.
     const Reds prev = makeReds(5, 7, 9, 11, 13, 15);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_ChongDie"), prev), 6);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_XieWeiMa"), prev), 0);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_ChongDie"), makeReds(8, 9, 10, 11, 12, 13)), 3);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_XieWeiMa"), makeReds(6, 8, 10, 12, 14, 16)),
+    EXPECT_EQ(valueOf(u"filter_ChongDie", prev), 6);
+    EXPECT_EQ(valueOf(u"filter_XieWeiMa", prev), 0);
+    EXPECT_EQ(valueOf(u"filter_ChongDie", makeReds(8, 9, 10, 11, 12, 13)), 3);
+    EXPECT_EQ(valueOf(u"filter_XieWeiMa", makeReds(6, 8, 10, 12, 14, 16)),
               6);  // 8 counts once
-    EXPECT_EQ(valueOf(QStringLiteral("filter_XieWeiMa"), makeReds(1, 2, 3, 31, 32, 33)), 0);
+    EXPECT_EQ(valueOf(u"filter_XieWeiMa", makeReds(1, 2, 3, 31, 32, 33)), 0);
     // An issue to come takes the newest draw.
-    EXPECT_EQ(valueOf(QStringLiteral("filter_ChongDie"), makeReds(8, 9, 10, 11, 12, 13), 2008119), 6);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_XieWeiMa"), makeReds(7, 14, 20, 21, 22, 33), 2008119), 2);
+    EXPECT_EQ(valueOf(u"filter_ChongDie", makeReds(8, 9, 10, 11, 12, 13), 2008119), 6);
+    EXPECT_EQ(valueOf(u"filter_XieWeiMa", makeReds(7, 14, 20, 21, 22, 33), 2008119), 2);
 }
 
 TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
@@ -168,9 +173,9 @@ TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
     on(46);
     allow(3470, 3480);
     allow(4160, 4179);
-    runFilter(QStringLiteral("filter_ChongDie"));
+    runFilter(u"filter_ChongDie");
     EXPECT_TRUE(ui().lines().filter(QStringLiteral("TIP")).isEmpty());
-    runFilter(QStringLiteral("filter_WenDu5"));
+    runFilter(u"filter_WenDu5");
     EXPECT_EQ(ui().lines().filter(QStringLiteral("TIP")),
               QStringList{QStringLiteral("TIP 10s ") +
                           ScriptedScreen::oneLine(historyMatchText(QStringLiteral("温度值5"), kIssue))});
@@ -185,30 +190,28 @@ TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
     allow(3473, 3480, 0);  // at most two repeats
     run_GuoLv(kIssue);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("全部条件过滤完成,余：１ 注\r\n\r\n【此结果仅适用于 ２００８１１８ 期！！！】")));
+    EXPECT_TRUE(logEndsWith(u"全部条件过滤完成,余：１ 注\r\n\r\n【此结果仅适用于 ２００８１１８ 期！！！】"));
 
     // 历史数据过滤 alone does not say so.
     set_ShiYongQingKuang(7, 0);
-    store_Execute(
-        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2008110, 最大值=2008112, 匹配值=6"));
+    writeHistoryMatch({true, 2008110, 2008112, 6});
     run_GuoLv(kIssue);
     EXPECT_TRUE(
-        shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：１ 注\r\n\r\n"
-                                                      "全部条件过滤完成,余：１ 注")));
+        logEndsWith(u"[历史数据过滤]过滤后余：１ 注\r\n\r\n"
+                    "全部条件过滤完成,余：１ 注"));
 }
 
 TEST_F(HistoryFilterTest, TemperatureCountsEarlierDrawsAndReadsStaleEntries) {
     // Three draws before 2008118: fewer than five, so all of them count.
-    EXPECT_EQ(valueOf(QStringLiteral("filter_WenDu5"), kOneToSix), 2 * 3 + 3 + 1);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_WenDu10"), makeReds(5, 9, 10, 11, 30, 33)), 2 + 1 + 1 + 1 + 1);
+    EXPECT_EQ(valueOf(u"filter_WenDu5", kOneToSix), 2 * 3 + 3 + 1);
+    EXPECT_EQ(valueOf(u"filter_WenDu10", makeReds(5, 9, 10, 11, 30, 33)), 2 + 1 + 1 + 1 + 1);
     for (int i = 0; i < 6; ++i)
         addDraw(2008101 + i, QStringLiteral("2008/09/0%1").arg(i + 1), makeReds(1, 2, 3, 4, 5, 6));
-    EXPECT_EQ(valueOf(QStringLiteral("filter_WenDu5"), kOneToSix), 2 * 3 + 3 + 1 + 2 * 6);
+    EXPECT_EQ(valueOf(u"filter_WenDu5", kOneToSix), 2 * 3 + 3 + 1 + 2 * 6);
 
     // 温度值10 loads indices 0..29; a value of 30 or more reads what an earlier filter left.
     const Reds hot = makeReds(1, 2, 3, 4, 5, 6);
-    EXPECT_EQ(valueOf(QStringLiteral("filter_WenDu10"), hot), 2 * 3 + 3 + 1 + 6 * 6);
+    EXPECT_EQ(valueOf(u"filter_WenDu10", hot), 2 * 3 + 3 + 1 + 6 * 6);
     addTickets({hot, makeReds(20, 21, 22, 23, 24, 25)});
     on(3);
     allow(3000, 3170);  // 偶数和值: every value, so index 46 holds 1 when 温度值10 reads it
@@ -220,28 +223,24 @@ TEST_F(HistoryFilterTest, TemperatureCountsEarlierDrawsAndReadsStaleEntries) {
 TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
     const std::vector<Reds> mine{makeReds(1, 2, 3, 4, 5, 6), makeReds(1, 2, 3, 10, 20, 31),
                                  makeReds(8, 9, 10, 11, 12, 13), makeReds(1, 2, 21, 22, 23, 24)};
-    auto setting = [](int low, int high, int match) {
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=?"),
-                      {low, high, match});
-    };
     // At 6: only equal reds go; the issue's own draw is out of reach.
     addTickets(mine);
-    setting(2008100, 2008200, 6);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_LiShi")), 3);
+    writeHistoryMatch({true, 2008100, 2008200, 6});
+    EXPECT_EQ(runFilter(u"filter_LiShi"), 3);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[1], mine[2], mine[3]}));
     EXPECT_EQ(tickets(kIssue)[2].serial, 3);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：３ 注")));
+    EXPECT_TRUE(logEndsWith(u"[历史数据过滤]过滤后余：３ 注"));
 
     // Below 6: a ticket sharing 3 or more reds with any draw of the range goes.
-    setting(2008115, 2008116, 3);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_LiShi")), 2);
+    writeHistoryMatch({true, 2008115, 2008116, 3});
+    EXPECT_EQ(runFilter(u"filter_LiShi"), 2);
     EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[2], mine[3]}));
 
     // Low above high: nothing is compared, nothing goes, and the log says 0.
-    setting(2008117, 2008115, 3);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_LiShi")), 0);
+    writeHistoryMatch({true, 2008117, 2008115, 3});
+    EXPECT_EQ(runFilter(u"filter_LiShi"), 0);
     EXPECT_EQ(tickets(kIssue).size(), 2u);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[历史数据过滤]过滤后余：０ 注")));
+    EXPECT_TRUE(logEndsWith(u"[历史数据过滤]过滤后余：０ 注"));
 }
 
 // Both ends of the range count, the issue's own draw never does, and red 33 is a red like the
@@ -268,40 +267,33 @@ TEST_F(HistoryFilterTest, BothEndsOfTheRangeCountAndRedThirtyThreeToo) {
         {2008117, 2008200, 6, makeReds(8, 9, 10, 11, 12, 13), false},    // the issue's own draw
     };
     // clang-format on
+    FilterPass pass;
+    pass.issue = kIssue;
     for (const Case& c : cases) {
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=?"),
-                      {c.low, c.high, c.match});
+        SCOPED_TRACE(testing::Message()
+                     << c.low << ".." << c.high << " at " << c.match << ", ticket from " << c.ticket[1]);
+        writeHistoryMatch({true, c.low, c.high, c.match});
         TicketBalls b;
         b.reds = c.ticket;
-        const std::string where = QStringLiteral("%1..%2 at %3, ticket from %4")
-                                      .arg(c.low)
-                                      .arg(c.high)
-                                      .arg(c.match)
-                                      .arg(c.ticket[1])
-                                      .toStdString();
-        FilterPass pass;
-        pass.issue = kIssue;
-        EXPECT_EQ(filterNamed(QStringLiteral("filter_LiShi")).ticketTest(pass).accept(b), !c.goes) << where;
-        {
-            HistoryDrawCache cached;
-            EXPECT_EQ(filterNamed(QStringLiteral("filter_LiShi")).ticketTest(pass).accept(b), !c.goes)
-                << where;
+        for (bool cached : {false, true}) {
+            std::optional<HistoryDrawCache> cache;
+            if (cached) cache.emplace();
+            EXPECT_EQ(filterNamed(u"filter_LiShi").ticketTest(pass).accept(b), !c.goes) << cached;
         }
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
         addTickets({c.ticket});
-        runFilter(QStringLiteral("filter_LiShi"));
-        EXPECT_EQ(tickets(kIssue).empty(), c.goes) << where;
+        runFilter(u"filter_LiShi");
+        EXPECT_EQ(tickets(kIssue).empty(), c.goes);
     }
 }
 
 TEST_F(HistoryFilterTest, StopInsideAMatchPassStillDeletesItsRejects) {
     addTickets({makeReds(1, 2, 3, 4, 5, 6), makeReds(1, 2, 3, 10, 20, 31), makeReds(8, 9, 10, 11, 12, 13),
                 makeReds(1, 2, 21, 22, 23, 24)});
-    store_Execute(
-        QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=2008115, 最大值=2008117, 匹配值=3"));
+    writeHistoryMatch({true, 2008115, 2008117, 3});
     const QString before = shared().operationLog;
     ui().stopAfterPumps(2);  // two tickets into the first draw, both rejects
-    EXPECT_EQ(runFilter(QStringLiteral("filter_LiShi")), 0);
+    EXPECT_EQ(runFilter(u"filter_LiShi"), 0);
     const auto rows = tickets(kIssue);
     ASSERT_EQ(rows.size(), 2u);
     EXPECT_EQ(rows[0].reds, makeReds(8, 9, 10, 11, 12, 13));
@@ -313,12 +305,12 @@ TEST_F(HistoryFilterTest, StopInsideAMatchPassStillDeletesItsRejects) {
 TEST_F(FilterTest, NoPreviousDrawFailsTheHistoryFilters) {
     addTickets({kOneToSix});
     on(7);
-    EXPECT_THROW(runFilter(QStringLiteral("filter_ChongDie")), StoreError);
+    EXPECT_THROW(runFilter(u"filter_ChongDie"), StoreError);
     EXPECT_EQ(tickets(kIssue).size(), 1u);
     // The parity of the last draw fails only when its slot is on.
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DanShuang"), 0), 0);
+    EXPECT_EQ(runFilter(u"filter_DanShuang", 0), 0);
     on(70);
-    EXPECT_THROW(runFilter(QStringLiteral("filter_DanShuang"), 0), StoreError);
+    EXPECT_THROW(runFilter(u"filter_DanShuang", 0), StoreError);
 }
 
 // --- position and parity filters ---
@@ -330,25 +322,24 @@ TEST_F(FilterTest, PositionToleranceCountsWrongPositions) {
     on(30);
     on(36);
     set_GuoLvTiaoJian(3901, 1);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DingWei")), 2);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[号码定位,容错值=１]过滤后余：２ 注")));
+    EXPECT_EQ(runFilter(u"filter_DingWei"), 2);
+    EXPECT_TRUE(logEndsWith(u"[号码定位,容错值=１]过滤后余：２ 注"));
     set_GuoLvTiaoJian(3901, 0);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DingWei")), 1);
+    EXPECT_EQ(runFilter(u"filter_DingWei"), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
 
     // A tolerance as large as the positions on: said, and no pass.
     set_GuoLvTiaoJian(3901, 2);
     addTickets({makeReds(7, 8, 9, 10, 11, 12)}, 9);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DingWei")), 0);
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("\r\n\r\n[号码定位,容错值=２] <容错值太大无法过滤掉号码.>")));
+    EXPECT_EQ(runFilter(u"filter_DingWei"), 0);
+    EXPECT_TRUE(logEndsWith(u"\r\n\r\n[号码定位,容错值=２] <容错值太大无法过滤掉号码.>"));
     EXPECT_EQ(tickets(kIssue).size(), 2u);
 
     // A position on with no number allowed fails every ticket.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 第3位=0"));
     on(32);
     set_GuoLvTiaoJian(3901, 0);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DingWei")), 0);
+    EXPECT_EQ(runFilter(u"filter_DingWei"), 0);
     EXPECT_TRUE(tickets(kIssue).empty());
 }
 
@@ -358,25 +349,24 @@ TEST_F(FilterTest, ParityPatternsExcludeWhatTheyEqual) {
     const int pattern[] = {1, 0, 1, 0, 1, 0, 2};
     for (int i = 0; i < 7; ++i) set_GuoLvTiaoJian(5021 + i, pattern[i]);
     on(72);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DanShuang"), 2), 1);
+    EXPECT_EQ(runFilter(u"filter_DanShuang", 2), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{makeReds(2, 3, 4, 5, 6, 7)});
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("[排除掉单双组合2：] 单双单双单双*\r\n\r\n过滤后余：１ 注")));
+    EXPECT_TRUE(logEndsWith(u"[排除掉单双组合2：] 单双单双单双*\r\n\r\n过滤后余：１ 注"));
     // All "*": everything goes.
     set_GuoLvFanWei(5021, 5027, 2);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DanShuang"), 2), 0);
+    EXPECT_EQ(runFilter(u"filter_DanShuang", 2), 0);
     EXPECT_TRUE(tickets(kIssue).empty());
 
     // The last draw's pattern, blue included, is written even while its slot is off.
     addDraw(2008117, QStringLiteral("2008/10/05"), makeReds(1, 3, 4, 6, 8, 9), 11);
-    runFilter(QStringLiteral("filter_DanShuang"), 0);
+    runFilter(u"filter_DanShuang", 0);
     QList<int> written;
     for (int id = 5001; id <= 5007; ++id) written << get_GuoLvTiaoJian(id);
     EXPECT_EQ(written, (QList<int>{1, 1, 0, 0, 0, 1, 1}));
     addTickets({makeReds(1, 3, 4, 6, 8, 9)}, 5);
     addTickets({makeReds(1, 3, 4, 6, 8, 9)}, 6);
     on(70);
-    EXPECT_EQ(runFilter(QStringLiteral("filter_DanShuang"), 0), 1);
+    EXPECT_EQ(runFilter(u"filter_DanShuang", 0), 1);
     EXPECT_EQ(tickets(kIssue)[0].blue, 6);
 }
 
@@ -385,18 +375,18 @@ TEST_F(FilterTest, ParityPatternsExcludeWhatTheyEqual) {
 TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     set_GuoLvTiaoJian(3805, 1);
     EXPECT_TRUE(makeGroupPreset(1, QStringLiteral("除3余0(0路)")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), every(3, 3));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), numbersWhere([](int n) { return n % 3 == 0; }));
     EXPECT_EQ(scalar(QStringLiteral("select 别名 from 自定义别名 where 序号=1")).toString(),
               QStringLiteral("除3余0(0路)"));
     EXPECT_EQ(get_GuoLvTiaoJian(3805), 1);  // the counts stay
     EXPECT_TRUE(makeGroupPreset(1, QStringLiteral("０_尾")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组1")), (QList<int>{10, 20, 30}));
     EXPECT_TRUE(makeGroupPreset(20, QStringLiteral("除6余5")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组20")), every(5, 6));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组20")), numbersWhere([](int n) { return n % 6 == 5; }));
     EXPECT_TRUE(makeGroupPreset(2, QStringLiteral("偶数号码")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("---")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
 
     // No draws: the draw items say so and change nothing.
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期旧码(复码)")));
@@ -404,7 +394,7 @@ TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     EXPECT_EQ(ui().lines().filter(QStringLiteral("MESSAGE")),
               (QStringList{QStringLiteral("MESSAGE 无法提取上期开奖号码！"),
                            QStringLiteral("MESSAGE 无法提取最近2期的开奖号码！")}));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), every(2, 2));
+    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
     EXPECT_TRUE(listGroupPresets().contains(QStringLiteral("２００３００１期孤码")));
     EXPECT_EQ(listGroupPresets().size(), 2 + 1 + 6 + 1 + 3 + 1 + 10 + 3 * 1 + 4 + 5 + 6);
 }
@@ -419,19 +409,12 @@ TEST_F(HistoryFilterTest, CommonGroupsFromTheLatestDraws) {
     };
     EXPECT_EQ(members(QStringLiteral("期旧码(复码)")), (QList<int>{8, 9, 10, 11, 12, 13}));
     EXPECT_EQ(members(QStringLiteral("期斜码")), (QList<int>{7, 14}));
-    QList<int> lone;
-    for (int n = 1; n <= 33; ++n)
-        if (n < 7 || n > 14) lone << n;
-    EXPECT_EQ(members(QStringLiteral("期孤码")), lone);
-    QList<int> fresh;
-    for (int n = 1; n <= 33; ++n)
-        if (!QList<int>{5, 7, 8, 9, 10, 11, 12, 13, 15}.contains(n)) fresh << n;
-    EXPECT_EQ(members(QStringLiteral("期新码(中码)")), fresh);
+    EXPECT_EQ(members(QStringLiteral("期孤码")), numbersWhere([](int n) { return n < 7 || n > 14; }));
+    EXPECT_EQ(members(QStringLiteral("期新码(中码)")),
+              numbersWhere([](int n) { return !QList<int>{5, 7, 8, 9, 10, 11, 12, 13, 15}.contains(n); }));
     EXPECT_EQ(members(QStringLiteral("期跳码(隔码)")), (QList<int>{5, 7, 9, 11, 13, 15}));
-    QList<int> tails;
-    for (int n = 1; n <= 33; ++n)
-        if (QList<int>{8, 9, 0, 1, 2, 3}.contains(n % 10)) tails << n;
-    EXPECT_EQ(members(QStringLiteral("期旧码尾数")), tails);
+    EXPECT_EQ(members(QStringLiteral("期旧码尾数")),
+              numbersWhere([](int n) { return QList<int>{8, 9, 0, 1, 2, 3}.contains(n % 10); }));
 }
 
 }  // namespace

@@ -6,11 +6,11 @@
 namespace dovrex::test {
 
 // A filter of the run by name (and slot of a looped one).
-inline const FilterDef& filterNamed(const QString& name, int slot = 0) {
+inline const FilterDef& filterNamed(QStringView name, int slot = 0) {
     for (const FilterStep& step : filterSteps())
         for (const FilterDef& def : step.filters)
             if (def.name == name && (step.filters.size() == 1 || def.slot == slot)) return def;
-    throw std::runtime_error("no filter " + name.toStdString());
+    throw std::runtime_error("no filter " + name.toString().toStdString());
 }
 
 // The test a filter builds for `issue`, as its pass would before the row loop.
@@ -20,27 +20,22 @@ inline TicketTest testOf(const FilterDef& def, IssueNumber issue) {
     return def.prepare(pass);
 }
 
-inline int valueOf(const QString& name, const Reds& reds, IssueNumber issue = 2008118, int slot = 0) {
+inline int valueOf(QStringView name, const Reds& reds, IssueNumber issue = 2008118, int slot = 0) {
     TicketBalls b;
     b.reds = reds;
     b.blue = 1;
     return testOf(filterNamed(name, slot), issue).value(b);
 }
 
-// Tickets of one issue put straight into 日志表, numbered from 1 in the order given.
+// Tickets of one issue put straight into 日志表, numbered on from the last in the order given.
 class FilterTest : public PipelineTest {
   protected:
     static constexpr IssueNumber kIssue = 2008118;
-    static void addTickets(const std::vector<Reds>& reds, int blue = 1, IssueNumber issue = kIssue) {
-        int serial = intScalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue});
-        for (const Reds& r : reds)
-            store_Execute(
-                QStringLiteral("INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                               "VALUES (?,?,?,?,?,?,?,?,?)"),
-                {++serial, issue, r[1], r[2], r[3], r[4], r[5], r[6], blue});
+    static void addTickets(const std::vector<Reds>& reds, int blue = 1) {
+        for (const Reds& r : reds) addTicket(kIssue, r, blue);
     }
     // Runs one filter as the run would, returning the survivors.
-    static int runFilter(const QString& name, int slot = 0) {
+    static int runFilter(QStringView name, int slot = 0) {
         return filter_Run(kIssue, filterNamed(name, slot));
     }
     static std::vector<Reds> redsLeft() {

@@ -3,6 +3,7 @@
 #include "domain/metrics.h"
 #include "history/derived_columns.h"
 #include "history/history_queries.h"
+#include "store/schema.h"
 
 namespace dovrex::test {
 namespace {
@@ -13,11 +14,10 @@ class FilterHistoryTest : public ShippedStoreTest {};
 // key list is the value.
 enum class Kind { Number, TailOfSum, RunText, Shape5, Shape6 };
 struct Measure {
-    const char16_t* filter;
-    int slot;
-    const char16_t* column;
+    const FilterDef* def;
+    QString column;
     Kind kind;
-    bool perIssue;  // its tables depend on the draws before the issue
+    TicketTest fixed;  // for a filter whose verdict does not depend on the issue
 };
 
 int keyIndex(Kind kind, const QString& text) {
@@ -44,41 +44,22 @@ TEST_F(FilterHistoryTest, EveryDrawMeasuresAsATicket) {
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 区间2=1 WHERE 号码 IN (1,2,30)"));  // overlapping
     recalc_LiShiLie(earliest_QiHao(), latest_QiHao(), false);
 
-    std::vector<Measure> measures{
-        {u"filter_HeZhi", 0, u"和值", Kind::Number, false},
-        {u"filter_HeZhiWei", 0, u"和值", Kind::TailOfSum, false},
-        {u"filter_TouShuHeZhi", 0, u"头数和值", Kind::Number, false},
-        {u"filter_WeiShuHeZhi", 0, u"尾数和值", Kind::Number, false},
-        {u"filter_JiShuHeZhi", 0, u"奇数和值", Kind::Number, false},
-        {u"filter_OuShuHeZhi", 0, u"偶数和值", Kind::Number, false},
-        {u"filter_JiShuGeShu", 0, u"奇数个数", Kind::Number, false},
-        {u"filter_OuShuGeShu", 0, u"偶数个数", Kind::Number, false},
-        {u"filter_DaShuGeShu", 0, u"大数个数", Kind::Number, false},
-        {u"filter_XiaoShuGeShu", 0, u"小数个数", Kind::Number, false},
-        {u"filter_GaoWeiMaGeShu", 0, u"高尾码个数", Kind::Number, false},
-        {u"filter_DiWeiMaGeShu", 0, u"低尾码个数", Kind::Number, false},
-        {u"filter_WenDu5", 0, u"温度值5", Kind::Number, true},
-        {u"filter_WenDu10", 0, u"温度值10", Kind::Number, true},
-        {u"filter_KuaDu", 0, u"跨度", Kind::Number, false},
-        {u"filter_JianJuMax", 0, u"最大间距", Kind::Number, false},
-        {u"filter_LianHao", 0, u"连号", Kind::RunText, false},
-        {u"filter_AC", 0, u"AC值", Kind::Number, false},
-        {u"filter_ChongDie", 0, u"重叠号", Kind::Number, true},
-        {u"filter_XieWeiMa", 0, u"斜位码", Kind::Number, true},
-        {u"filter_WeiShuXingShi", 0, u"尾数形式", Kind::Shape5, false},
-        {u"filter_JianJu9", 0, u"间距九", Kind::Shape5, false},
-        {u"filter_JianJu7", 0, u"间距七", Kind::Shape5, false},
-        {u"filter_JianJu11", 0, u"间距十一", Kind::Shape5, false},
-        {u"filter_JianJu12", 0, u"间距十二", Kind::Shape5, false},
-        {u"filter_TouShuXingShi", 0, u"头数形式", Kind::Shape6, false},
-    };
-    for (int k = 1; k <= 4; ++k) measures.push_back({u"filter_QuJian", k, nullptr, Kind::Number, false});
-    for (int k = 1; k <= 10; ++k) measures.push_back({u"filter_ZiDingYiZu", k, nullptr, Kind::Number, false});
-
-    std::vector<TicketTest> fixed(measures.size());
-    for (size_t m = 0; m < measures.size(); ++m)
-        if (!measures[m].perIssue)
-            fixed[m] = testOf(filterNamed(QString::fromUtf16(measures[m].filter), measures[m].slot), 0);
+    // Every filter whose value has a column named as its label: 和值尾 reads the tail of 和值.
+    std::vector<Measure> measures;
+    for (const FilterStep& step : filterSteps())
+        for (const FilterDef& def : step.filters) {
+            QString column = def.label;
+            column.remove(QRegularExpression(QStringLiteral("[\\[\\] ]")));
+            const Kind kind = column == u"和值尾"                                   ? Kind::TailOfSum
+                              : column == u"连号"                                   ? Kind::RunText
+                              : column == u"头数形式"                               ? Kind::Shape6
+                              : column == u"尾数形式" || column.startsWith(u"间距") ? Kind::Shape5
+                                                                                    : Kind::Number;
+            if (kind == Kind::TailOfSum) column = QStringLiteral("和值");
+            if (def.prepare && schema::historyColumns().contains(column))
+                measures.push_back({&def, column, kind, def.dependsOnIssue ? TicketTest{} : testOf(def, 0)});
+        }
+    ASSERT_EQ(measures.size(), 26u + 4 + 10);
 
     auto c = store_Query(QStringLiteral("select * from 历史记录 order by 期号"));
     ASSERT_GT(c->recordCount(), 2000);
@@ -89,31 +70,16 @@ TEST_F(FilterHistoryTest, EveryDrawMeasuresAsATicket) {
         TicketBalls b;
         for (int i = 1; i <= 6; ++i) b.reds[size_t(i)] = c->intValue(QStringLiteral("红球%1").arg(i));
         b.blue = c->intValue(QStringLiteral("蓝球"));
-        for (size_t m = 0; m < measures.size(); ++m) {
-            const Measure& ms = measures[m];
-            const QString column = ms.column ? QString::fromUtf16(ms.column)
-                                             : (ms.slot && QString::fromUtf16(ms.filter) == u"filter_QuJian"
-                                                    ? QStringLiteral("区间%1").arg(ms.slot)
-                                                    : QStringLiteral("自定义组%1").arg(ms.slot));
-            const QVariant cell = c->value(column);
-            int expected = 0;
-            switch (ms.kind) {
-                case Kind::Number:
-                    expected = cell.toInt();
-                    break;
-                case Kind::TailOfSum:
-                    expected = cell.toInt() % 10;
-                    break;
-                default:
-                    expected = keyIndex(ms.kind, cell.toString());
-            }
-            const int value =
-                ms.perIssue ? testOf(filterNamed(QString::fromUtf16(ms.filter), ms.slot), issue).value(b)
-                            : fixed[m].value(b);
+        for (const Measure& ms : measures) {
+            const QVariant cell = c->value(ms.column);
+            const int expected = ms.kind == Kind::Number      ? cell.toInt()
+                                 : ms.kind == Kind::TailOfSum ? cell.toInt() % 10
+                                                              : keyIndex(ms.kind, cell.toString());
+            const int value = ms.def->dependsOnIssue ? testOf(*ms.def, issue).value(b) : ms.fixed.value(b);
             ++compared;
             if (value != expected && ++mismatches <= 10)
-                ADD_FAILURE() << issue << " " << column.toStdString() << ": filter " << value << ", history "
-                              << expected;
+                ADD_FAILURE() << issue << " " << ms.column.toStdString() << ": filter " << value
+                              << ", history " << expected;
         }
     }
     EXPECT_EQ(mismatches, 0);

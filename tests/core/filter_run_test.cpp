@@ -15,8 +15,7 @@ class FilterRunTest : public PipelineTest {
   protected:
     // 420 tickets of ten red drags and two blues, as the first step leaves them.
     void expand() {
-        pickRange(1, 10, kPickDrag);
-        pickRange(101, 102, kPickDrag);
+        pickDrags(10, 2);
         ASSERT_EQ(init_TouZhu(kIssue), 420);
         ui().clear();
     }
@@ -26,6 +25,28 @@ class FilterRunTest : public PipelineTest {
         for (int v = 0; v <= 183; ++v) set_GuoLvTiaoJian(1000 + v, allow(v) ? 1 : 0);
         set_ShiYongQingKuang(1, 1);
     }
+    // The IDs below `below` of the tickets whose sum `allow` takes.
+    static std::vector<int> idsWithSum(const std::function<bool(int)>& allow, int below = 421) {
+        std::vector<int> ids;
+        for (const auto& t : tickets())
+            if (t.id < below && allow(sum(t.reds))) ids.push_back(t.id);
+        return ids;
+    }
+    // The table holds the tickets of `passed`, renumbered from 1 and marked, then those from ID
+    // `untouchedFrom` on as the first step left them.
+    static void expectTickets(const std::vector<int>& passed, int untouchedFrom = 421) {
+        const auto rows = tickets();
+        ASSERT_EQ(rows.size(), passed.size() + size_t(421 - untouchedFrom));
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const bool done = i < passed.size();
+            const int id = done ? passed[i] : untouchedFrom + int(i - passed.size());
+            EXPECT_EQ(rows[i].id, id) << i;
+            EXPECT_EQ(rows[i].serial, done ? int(i) + 1 : id) << i;
+            EXPECT_EQ(rows[i].mark, done ? 1 : 0) << i;
+        }
+    }
+    // A count as the log writes it.
+    static QString wide(size_t n) { return to_QuanJiao(qlonglong(n)); }
 };
 
 TEST(FilterSteps, FixedOrderOfTheRun) {
@@ -46,11 +67,6 @@ TEST(FilterSteps, FixedOrderOfTheRun) {
     const FilterDef& group11 = filterSteps()[15].filters[10];
     EXPECT_EQ(group11.switchNo, 51);
     EXPECT_EQ(group11.minId, 4500);
-    const FilterDef& parity2 = filterSteps()[30].filters[2];
-    EXPECT_EQ(parity2.label, QStringLiteral("[排除掉单双组合2：]"));
-    EXPECT_EQ(parity2.switchNo, 72);
-    EXPECT_EQ(parity2.minId, 5021);
-    EXPECT_EQ(parity2.maxId, 5027);
 }
 
 TEST_F(FilterRunTest, LoaderIndexing) {
@@ -100,14 +116,12 @@ TEST_F(FilterRunTest, NoSwitchOnClearsTheMarksAndKeepsEverything) {
     EXPECT_EQ(ui().lines().last(), QStringLiteral("SET mnu_UserQiehuan.enabled = true"));
 }
 
-TEST_F(FilterRunTest, EmptyTableStopsAfterLoading) {
+TEST_F(FilterRunTest, LoadingNamesTheIssueAndALongLogIsReplaced) {
     shared().operationLog = QStringLiteral("x");
     run_GuoLv(kIssue);
     EXPECT_EQ(shared().operationLog, QStringLiteral("x\r\n\r\n表格中无[２００８１１８]期数据．"));
     EXPECT_TRUE(ui().lines().filter(QStringLiteral("GRID")).isEmpty());
-}
 
-TEST_F(FilterRunTest, LongLogIsReplacedWhenLoading) {
     expand();
     shared().operationLog = QString(31, u'x');
     run_GuoLv(kIssue);
@@ -132,55 +146,29 @@ TEST_F(FilterRunTest, RejectAllEmptiesTheTable) {
 
 TEST_F(FilterRunTest, SurvivorsAreRenumberedInTheirOrder) {
     expand();
-    allowSums([](int v) { return v % 3 == 0; });
-    const auto before = tickets();
+    const auto everyThird = [](int v) { return v % 3 == 0; };
+    allowSums(everyThird);
+    const std::vector<int> kept = idsWithSum(everyThird);
     run_GuoLv(kIssue);
-    std::vector<int> expectIds;
-    for (const auto& t : before)
-        if (sum(t.reds) % 3 == 0) expectIds.push_back(t.id);
-    const auto after = tickets();
-    ASSERT_EQ(after.size(), expectIds.size());
-    for (size_t i = 0; i < after.size(); ++i) {
-        EXPECT_EQ(after[i].id, expectIds[i]);
-        EXPECT_EQ(after[i].serial, int(i) + 1);
-        EXPECT_EQ(after[i].mark, 1);
-    }
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：") +
-                                               to_QuanJiao(qlonglong(after.size())) +
-                                               QStringLiteral(" 注\r\n\r\n全部条件过滤完成,余：") +
-                                               to_QuanJiao(qlonglong(after.size())) + QStringLiteral(" 注")));
+    expectTickets(kept);
+    EXPECT_TRUE(logEndsWith(QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：") + wide(kept.size()) +
+                            QStringLiteral(" 注\r\n\r\n全部条件过滤完成,余：") + wide(kept.size()) +
+                            QStringLiteral(" 注")));
 }
 
 TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
     expand();
-    allowSums([](int v) { return v % 2 == 0; });
-    const auto before = tickets();
+    const auto even = [](int v) { return v % 2 == 0; };
+    allowSums(even);
     ui().stopAfterPumps(420 + 100);  // the loading takes 420, then 100 tickets are decided
     run_GuoLv(kIssue);
-
-    std::vector<PipelineTest::Ticket> expect;
-    int counter = 0;
-    for (size_t i = 0; i < before.size(); ++i) {
-        PipelineTest::Ticket t = before[i];
-        if (i < 100) {
-            if (sum(t.reds) % 2 != 0) continue;
-            t.serial = ++counter;
-            t.mark = 1;
-        }
-        expect.push_back(t);
-    }
-    const auto after = tickets();
-    ASSERT_EQ(after.size(), expect.size());
-    for (size_t i = 0; i < after.size(); ++i) {
-        EXPECT_EQ(after[i].id, expect[i].id) << i;
-        EXPECT_EQ(after[i].serial, expect[i].serial) << i;
-        EXPECT_EQ(after[i].mark, expect[i].mark) << i;
-    }
+    const std::vector<int> kept = idsWithSum(even, 101);
+    expectTickets(kept, 101);
     // No result line of the stopped filter, the stop line instead of the closing one.
     EXPECT_EQ(shared().operationLog,
               kInitLog + kLoading +
                   QStringLiteral("\r\n\r\n[ 和 值 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
-                  to_QuanJiao(qlonglong(expect.size())) + QStringLiteral(" 注"));
+                  wide(kept.size() + 320) + QStringLiteral(" 注"));
     EXPECT_EQ(shared().tingZhi, 0);
 
     // A second run starts over on what is left.
@@ -190,34 +178,26 @@ TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
 
 TEST_F(FilterRunTest, LaterFiltersStopOrFailOnWhatTheEarlierOnesLeft) {
     expand();
-    allowSums([](int v) { return v % 2 == 0; });
+    const auto even = [](int v) { return v % 2 == 0; };
+    allowSums(even);
     set_GuoLvFanWei(3300, 3340, 1);
     set_ShiYongQingKuang(4, 1);  // 跨度, every value
-    std::vector<int> even;
-    for (const auto& t : tickets())
-        if (sum(t.reds) % 2 == 0) even.push_back(t.id);
+    const std::vector<int> kept = idsWithSum(even);
 
     // Stopped ten tickets into 跨度: 和值's work is in the store, 跨度's first ten are renumbered.
     ui().stopAfterPumps(420 + 420 + 10);
     run_GuoLv(kIssue);
-    auto rows = tickets();
-    ASSERT_EQ(rows.size(), even.size());
-    for (size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(rows[i].id, even[i]);
-        EXPECT_EQ(rows[i].serial, int(i) + 1);
-        EXPECT_EQ(rows[i].mark, 1);
-    }
-    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("[ 和 值 ]过滤后余：")));
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("[ 跨 度 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
-        to_QuanJiao(qlonglong(even.size())) + QStringLiteral(" 注")));
+    expectTickets(kept);
+    EXPECT_TRUE(logContains(u"[ 和 值 ]过滤后余："));
+    EXPECT_TRUE(logEndsWith(QStringLiteral("[ 跨 度 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
+                            wide(kept.size()) + QStringLiteral(" 注")));
 
     // A fault in a later filter leaves the run; the earlier passes stay done.
     allowSums([](int v) { return v % 4 == 0; });
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
     set_ShiYongQingKuang(37, 1);
     EXPECT_THROW(run_GuoLv(kIssue), StoreError);
-    rows = tickets();
+    const auto rows = tickets();
     for (const auto& t : rows) EXPECT_EQ(sum(t.reds) % 4, 0);
     EXPECT_EQ(rows.back().serial, int(rows.size()));
     EXPECT_EQ(shared().tingZhi, 0);
@@ -235,10 +215,10 @@ TEST_F(FilterRunTest, ToleranceCountsEachConditionsMissesAndStopsOrFailsLikeTheP
     set_ShiYongQingKuang(4, 1);  // 跨度 9 only
     set_FilterTolerance(1);
     run_GuoLv(kIssue);
-    EXPECT_TRUE(shared().operationLog.endsWith(
-        QStringLiteral("[ 和 值 ]未通过：２２０ 注\r\n\r\n[ 跨 度 ]未通过：２８０ 注\r\n\r\n"
-                       "[容错值=１]失败超过１个条件的号码已删除：１４４ 注，余：２７６ "
-                       "注\r\n\r\n全部条件过滤完成,余：２７６ 注")))
+    EXPECT_TRUE(
+        logEndsWith(u"[ 和 值 ]未通过：２２０ 注\r\n\r\n[ 跨 度 ]未通过：２８０ 注\r\n\r\n"
+                    "[容错值=１]失败超过１个条件的号码已删除：１４４ 注，余：２７６ "
+                    "注\r\n\r\n全部条件过滤完成,余：２７６ 注"))
         << shared().operationLog.toStdString();
     const auto left = tickets();
     ASSERT_EQ(left.size(), 276u);
@@ -252,15 +232,13 @@ TEST_F(FilterRunTest, ToleranceCountsEachConditionsMissesAndStopsOrFailsLikeTheP
     ui().stopAfterPumps(420 + 100);  // the loading, then 100 tickets judged
     run_GuoLv(kIssue);
     const auto stopped = tickets();
-    EXPECT_EQ(std::count_if(stopped.begin(), stopped.end(), [](const Ticket& t) { return t.mark == 0; }),
-              320);
-    EXPECT_EQ(std::count_if(stopped.begin(), stopped.end(), [](const Ticket& t) { return t.mark == 1; }),
-              int(stopped.size()) - 320);
+    std::map<int, int> marks;  // mark -> tickets: those judged and kept, and the 320 not reached
+    for (const auto& t : stopped) ++marks[t.mark];
+    EXPECT_EQ(marks, (std::map<int, int>{{0, 320}, {1, int(stopped.size()) - 320}}));
     EXPECT_LT(stopped.size(), 420u);
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("已删除")));
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("用户中止,当前记录余：") +
-                                               to_QuanJiao(qlonglong(stopped.size())) +
-                                               QStringLiteral(" 注")));
+    EXPECT_FALSE(logContains(u"已删除"));
+    EXPECT_TRUE(
+        logEndsWith(QStringLiteral("用户中止,当前记录余：") + wide(stopped.size()) + QStringLiteral(" 注")));
 
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
     set_ShiYongQingKuang(37, 1);
@@ -311,14 +289,14 @@ TEST_F(FilterRunTest, EveryFilterIsProvidedAndAMissingOneIsNamed) {
     FilterDef missing;
     missing.label = QStringLiteral("[测试]");
     missing.switchedOn = [] { return true; };
+    const QString said =
+        kInitLog + QStringLiteral("\r\n\r\n") + msg::filterNotProvided(QStringLiteral("[测试]"));
     filter_Run(kIssue, missing);
-    EXPECT_EQ(shared().operationLog,
-              kInitLog + QStringLiteral("\r\n\r\n") + msg::filterNotProvided(QStringLiteral("[测试]")));
+    EXPECT_EQ(shared().operationLog, said);
     // Silent once no ticket is left to look at.
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
     filter_Run(kIssue, missing);
-    EXPECT_EQ(shared().operationLog,
-              kInitLog + QStringLiteral("\r\n\r\n") + msg::filterNotProvided(QStringLiteral("[测试]")));
+    EXPECT_EQ(shared().operationLog, said);
 }
 
 TEST_F(FilterRunTest, ValueOutOfRangeBreaksThePassWithoutDeleting) {

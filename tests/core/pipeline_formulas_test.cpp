@@ -18,10 +18,6 @@ const SsgsFormulas& shippedFormulas() {
     return formulas;
 }
 
-struct Sixes : PipelineTest {
-    using PipelineTest::sixesOf;
-};
-
 std::uint32_t maskOf(const Reds& r) {
     std::uint32_t m = 0;
     for (int i = 1; i <= 6; ++i) m |= 1u << r[size_t(i)];
@@ -36,7 +32,7 @@ TEST(SsgsFormulas, EachSizeIsAFiveOfSixCover) {
         const std::vector<int>& xuhao = all[n];
         std::vector<int> drags;
         for (int i = 0; i < n; ++i) drags.push_back(i);
-        const auto sixes = Sixes::sixesOf(drags);
+        const auto sixes = sixesOf(drags);
         std::unordered_set<std::uint32_t> formula;
         int previous = 0;
         for (int x : xuhao) {
@@ -91,19 +87,20 @@ TEST_F(FormulaInitTest, TheFirstStepMarksThemAndTheShrinkKeepsThemWhole) {
     // Drags spread over the numbers, one blue: the formula's tickets carry their 序号, a shrink at
     // T 6 keeps them all and first, and a complete pick keeps exactly the formula.
     const int drags[] = {2, 5, 7, 11, 13, 17, 19, 23, 24, 29, 31, 33, 1, 3, 9, 15, 21, 26, 28, 30};
-    pickRange(109, 109, kPickDrag);
-    for (int i = 0; i < 9; ++i) pickRange(drags[i], drags[i], kPickDrag);
+    set_GuoLvTiaoJian(109, kPickDrag);
+    for (int i = 0; i < 9; ++i) set_GuoLvTiaoJian(drags[i], kPickDrag);
     const QString reds = QStringLiteral(
         "select 红球1||' '||红球2||' '||红球3||' '||红球4||' '||红球5||' '||红球6 "
         "from 日志表 where 序号=?");
     for (int v = 10; v <= 20; ++v) {
-        pickRange(drags[v - 1], drags[v - 1], kPickDrag);
+        set_GuoLvTiaoJian(drags[v - 1], kPickDrag);
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
         const IssueNumber issue = 2008100 + v;
         const std::vector<int>& formula = shippedFormulas()[v];
         ASSERT_GT(init_TouZhu(issue), 0) << v;
-        EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
-                  int(formula.size()));
+        EXPECT_EQ(
+            intScalar(QStringLiteral("select count(*) from 日志表 where 缩水公式<>?"), {kOutsideFormula}),
+            int(formula.size()));
         const QString first = scalar(reds, {formula[0]}).toString();
         if (v == 12)
             for (int x : formula)

@@ -9,14 +9,7 @@ namespace {
 
 constexpr IssueNumber kIssue = 2008118;
 
-class InitTest : public PipelineTest {
-  protected:
-    // n red drags from 1 and the blue numbers 1..blues.
-    static void pickDrags(int n, int blues) {
-        pickRange(1, n, kPickDrag);
-        pickRange(101, 100 + blues, kPickDrag);
-    }
-};
+using InitTest = PipelineTest;
 
 TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
     pickDrags(10, 2);
@@ -25,9 +18,7 @@ TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
     ASSERT_EQ(rows.size(), 420u);
     const auto sixes = sixesOf({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
     for (size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(rows[i].id, int(i) + 1);
-        EXPECT_EQ(rows[i].serial, int(i) + 1);
-        EXPECT_EQ(rows[i].issue, kIssue);
+        EXPECT_TRUE(rows[i].id == int(i) + 1 && rows[i].serial == int(i) + 1 && rows[i].issue == kIssue) << i;
         EXPECT_EQ(rows[i].reds, sixes[i / 2]) << i;
         EXPECT_EQ(rows[i].blue, int(i % 2) + 1) << i;
         // Ten drags and no banker use the formula; an empty Ssgs puts every ticket outside it.
@@ -45,18 +36,15 @@ TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
 }
 
 TEST_F(InitTest, BankersAreInEveryTicketAndTurnTheFormulaOff) {
-    pickRange(1, 2, kPickBanker);
-    pickRange(3, 8, kPickDrag);
-    pickRange(101, 101, kPickDrag);
+    set_GuoLvFanWei(1, 2, kPickBanker);
+    set_GuoLvFanWei(3, 8, kPickDrag);
+    set_GuoLvTiaoJian(101, kPickDrag);
     EXPECT_EQ(init_TouZhu(kIssue), 15);
-    for (const auto& t : tickets()) {
-        EXPECT_EQ(t.reds[1], 1);
-        EXPECT_EQ(t.reds[2], 2);
-        EXPECT_EQ(t.formula, 0);
-    }
+    for (const auto& t : tickets())
+        EXPECT_TRUE(t.reds[1] == 1 && t.reds[2] == 2 && t.formula == 0) << t.serial;
     // Eleven drags with a banker: still no formula.
-    pickRange(1, 1, kPickBanker);
-    pickRange(2, 12, kPickDrag);
+    set_GuoLvTiaoJian(1, kPickBanker);
+    set_GuoLvFanWei(2, 12, kPickDrag);
     init_TouZhu(kIssue);
     for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
 }
@@ -72,7 +60,7 @@ TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
         EXPECT_EQ(t.formula, t.serial == 3 || t.serial == 7 ? t.serial : kOutsideFormula) << t.serial;
 
     // Nine or 21 drags: no formula, the column keeps its default.
-    pickRange(1, 33, kPickNone);
+    set_GuoLvFanWei(1, 33, kPickNone);
     pickDrags(9, 1);
     init_TouZhu(kIssue);
     for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
@@ -113,8 +101,8 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
 TEST_F(InitTest, StopTakesTheWholeStepBack) {
     for (bool replace : {true, false}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
-        pickRange(1, kRedCount, kPickNone);
-        pickRange(101, 100 + kBlueCount, kPickNone);
+        set_GuoLvFanWei(1, kRedCount, kPickNone);
+        set_GuoLvFanWei(101, 100 + kBlueCount, kPickNone);
         pickDrags(7, 1);
         init_TouZhu(kIssue);
         store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水标记=1, 临时数据=999 WHERE 序号=3"));
@@ -130,7 +118,7 @@ TEST_F(InitTest, StopTakesTheWholeStepBack) {
         EXPECT_EQ(tableRows(store(), QStringLiteral("日志表")), before) << replace;
         EXPECT_EQ(touZhuBiao()->recordCount(), 8);
         EXPECT_EQ(ui().messages().size(), messages);
-        EXPECT_TRUE(shared().operationLog.endsWith(msg::kInitStopped));
+        EXPECT_TRUE(logEndsWith(msg::kInitStopped));
         EXPECT_EQ(shared().tingZhi, 0);
         EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Pic_subTouZhu.enabled = true")));
     }
@@ -157,7 +145,7 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(tickets().size(), 1u);
 
     // A blue banker beside 15 blue drags: the banker is the only blue, as the count says.
-    pickRange(1, kRedCount, kPickNone);
+    set_GuoLvFanWei(1, kRedCount, kPickNone);
     pickDrags(20, kBlueCount);
     set_GuoLvTiaoJian(102, kPickBanker);
     show_XuanHaoTongJi();
@@ -167,7 +155,7 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
 
     // Rows kept at the question count towards the limit: exactly the limit is written, one more
     // is refused.
-    pickRange(101, 100 + kBlueCount, kPickNone);
+    set_GuoLvFanWei(101, 100 + kBlueCount, kPickNone);
     pickDrags(20, 1);
     for (const int kept : {kTicketLimit - 38760 + 1, kTicketLimit - 38760}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
@@ -185,16 +173,13 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
 }
 
 TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
-    EXPECT_EQ(readIssue(QStringLiteral("2008118abc")), 2008118);
-    EXPECT_EQ(readIssue(QStringLiteral("  2008118  ")), 2008118);
-    EXPECT_EQ(readIssue(QStringLiteral("20081189")), 2008118);
+    // clang-format off
+    const std::pair<const char*, IssueNumber> cases[] = {
+        {"2008118abc", 2008118}, {"  2008118  ", 2008118}, {"20081189", 2008118}, {"", 0}, {"abc", 0},
+        {"-5", 0}, {"12 34", 1234}, {"2008.5", 2008}, {"2009.5", 2010}, {"2e3", 2000}};
+    // clang-format on
+    for (const auto& [text, issue] : cases) EXPECT_EQ(readIssue(QString::fromUtf8(text)), issue) << text;
     EXPECT_EQ(readIssue(QString()), 0);
-    EXPECT_EQ(readIssue(QStringLiteral("abc")), 0);
-    EXPECT_EQ(readIssue(QStringLiteral("-5")), 0);
-    EXPECT_EQ(readIssue(QStringLiteral("12 34")), 1234);
-    EXPECT_EQ(readIssue(QStringLiteral("2008.5")), 2008);
-    EXPECT_EQ(readIssue(QStringLiteral("2009.5")), 2010);
-    EXPECT_EQ(readIssue(QStringLiteral("2e3")), 2000);
 }
 
 using CommandsTest = InitTest;
@@ -233,7 +218,7 @@ TEST_F(CommandsTest, FirstStepFromThePromptThenDelete) {
     cmmTouZhu_Click(kCmdDelete);
     EXPECT_TRUE(tickets().empty());
     EXPECT_EQ(ui().messages().last(), msg::kTicketsDeleteDone);
-    EXPECT_TRUE(shared().operationLog.endsWith(kCrLf2 + msg::kDeleteLogged));
+    EXPECT_TRUE(logEndsWith(kCrLf2 + msg::kDeleteLogged));
     EXPECT_EQ(get_BiaoGeQiHao(), 0);
 }
 

@@ -10,19 +10,14 @@ namespace {
 using PicksTest = PipelineTest;
 
 TEST(PickCount, CombinationsWithBankers) {
-    EXPECT_EQ(calc_ZuHeShu(5, 6, 0), 0);
-    EXPECT_EQ(calc_ZuHeShu(6, 6, 0), 1);
-    EXPECT_EQ(calc_ZuHeShu(8, 6, 6), 1);
-    EXPECT_EQ(calc_ZuHeShu(10, 6, 0), 210);
-    EXPECT_EQ(calc_ZuHeShu(8, 6, 2), 15);  // C(6,4)
-    EXPECT_EQ(calc_ZuHeShu(33, 6, 0), 1107568);
-    EXPECT_EQ(calc_ZuHeShu(16, 1, 0), 16);
-    EXPECT_EQ(calc_ZuHeShu(0, 1, 0), 0);
+    // {numbers, taken, bankers among them, combinations}: 8 with 2 bankers is C(6,4).
+    const int cases[][4] = {{5, 6, 0, 0},  {6, 6, 0, 1},   {8, 6, 6, 1}, {10, 6, 0, 210},
+                            {8, 6, 2, 15}, {16, 1, 0, 16}, {0, 1, 0, 0}, {33, 6, 0, 1107568}};
+    for (const auto& c : cases) EXPECT_EQ(calc_ZuHeShu(c[0], c[1], c[2]), c[3]) << c[0] << " " << c[2];
 }
 
 TEST_F(PicksTest, CountsAndTipText) {
-    pickRange(1, 10, kPickDrag);
-    pickRange(101, 102, kPickDrag);
+    pickDrags(10, 2);
     show_XuanHaoTongJi();
     EXPECT_EQ(picks().zhuShu, 420);
     EXPECT_EQ(picks().tipText,
@@ -133,7 +128,7 @@ TEST_F(PicksTest, OneBlueBankerExcludesTheOthers) {
 }
 
 TEST_F(PicksTest, TicketLimit) {
-    pickRange(1, 20, kPickDrag);  // 38760 sixes
+    set_GuoLvFanWei(1, 20, kPickDrag);  // 38760 sixes
     cmm_C7_Click(101);
     cmm_C7_Click(102);
     EXPECT_EQ(picks().zhuShu, 77520);
@@ -170,15 +165,14 @@ TEST_F(PicksTest, TabTipsOncePerRun) {
 }
 
 TEST_F(PicksTest, CheckWithoutPicksTurnsToThePickPage) {
-    pickRange(1, 5, kPickDrag);
-    pickRange(101, 101, kPickDrag);
+    pickDrags(5, 1);
     EXPECT_FALSE(check_XuanHao(false));
     EXPECT_TRUE(ui().messages().isEmpty());
     EXPECT_FALSE(check_XuanHao(true));
     EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TabStrip_Top.currentIndex = 0")));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TabStrip_TiaoJian.currentRow = 0")));
-    pickRange(6, 6, kPickDrag);
+    set_GuoLvTiaoJian(6, kPickDrag);
     EXPECT_TRUE(check_XuanHao(true));
 }
 

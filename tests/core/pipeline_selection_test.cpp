@@ -21,11 +21,14 @@ class SelectionTest : public PipelineTest {
                     Reds{0, d, d + 2, d + 5, d + 7, d + 10, d + 13}, 1 + (i * 5) % 16);
         }
     }
-    static void addSameDraws() {
+    // The ten draws alike below and the 14 tickets of reds 1..7 with blues 1 and 2.
+    static void sameDrawsAndTickets() {
         addDraw(2008107, QStringLiteral("2008/09/28"), Reds{0, 7, 8, 9, 10, 11, 12}, 9);
         for (int i = 0; i < 10; ++i)
             addDraw(2008108 + i, QStringLiteral("2008/10/%1").arg(1 + i, 2, 10, QLatin1Char('0')),
                     Reds{0, 1, 2, 3, 4, 5, 6}, 1);
+        pickDrags(7, 2);
+        ASSERT_EQ(init_TouZhu(kIssue), 14);
     }
     static std::vector<std::pair<int, int>> serialAndScratch() {
         std::vector<std::pair<int, int>> out;
@@ -71,18 +74,15 @@ TEST_F(SelectionTest, DifferencesAndScoresKeepTheirPositions) {
 const int kScores[15] = {0, 463, 394, 394, 327, 327, 262, 262, 199, 199, 138, 138, 79, 79, 22};
 
 TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
-    addSameDraws();
-    pickRange(1, 7, kPickDrag);
-    pickRange(101, 102, kPickDrag);
-    ASSERT_EQ(init_TouZhu(kIssue), 14);
+    sameDrawsAndTickets();
     ui().answerText(QStringLiteral("2"));
     cmmTouZhu_Click(kCmdSelect);
     // 22 and the first of the two 79s; 序号 keeps its gaps.
     EXPECT_EQ(serialAndScratch(), (std::vector<std::pair<int, int>>{{12, 999}, {14, 999}}));
     EXPECT_EQ(ui().messages().last(), msg::kSelectDone);
     // The result replaces the in-progress line and gives what the tickets left cost.
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元")));
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("分析正在进行中")));
+    EXPECT_TRUE(logEndsWith(u"\r\n\r\n[ 精选号码 ] 完 成 ，共 ２ 注，４ 元"));
+    EXPECT_FALSE(logContains(u"分析正在进行中"));
     // More than there are: all stay. Zero or a cancel: nothing runs.
     ui().answerText(QStringLiteral("100"));
     cmmTouZhu_Click(kCmdSelect);
@@ -100,10 +100,7 @@ TEST_F(SelectionTest, SelectionKeepsTheLowestScores) {
 }
 
 TEST_F(SelectionTest, SmartOptimisationZeroesTheLowestSixtyPerCent) {
-    addSameDraws();
-    pickRange(1, 7, kPickDrag);
-    pickRange(101, 102, kPickDrag);
-    ASSERT_EQ(init_TouZhu(kIssue), 14);
+    sameDrawsAndTickets();
     // Switch off, or t 7: nothing written.
     store_Execute(QStringLiteral("UPDATE 日志表 SET 临时数据=-5"));
     run_ZhiNengYouHua(kIssue, 6);
@@ -117,24 +114,19 @@ TEST_F(SelectionTest, SmartOptimisationZeroesTheLowestSixtyPerCent) {
     for (int serial = 1; serial <= 14; ++serial)
         expected.emplace_back(serial, serial <= 5 ? kScores[serial] : 0);
     EXPECT_EQ(serialAndScratch(), expected);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("[ 智能优化 ] 完 成 ")));
+    EXPECT_TRUE(logEndsWith(u"[ 智能优化 ] 完 成 "));
 }
 
 TEST_F(SelectionTest, WeightPresetsAndSums) {
     auto& w = shared().quanZhong;
     EXPECT_FALSE(run_QuanZhong(kIssue));  // all 0
-    cmmQZfenpei_Click(1);
-    EXPECT_EQ(w[1], 32);
-    EXPECT_EQ(w[33], 0);
-    cmmQZfenpei_Click(2);
-    EXPECT_EQ(w[1], 33);
-    EXPECT_EQ(w[2], 0);
-    cmmQZfenpei_Click(7);
-    EXPECT_EQ(w[2], 31);
-    EXPECT_EQ(w[3], 0);
-    cmmQZfenpei_Click(10);
-    EXPECT_EQ(w[33], 33);
-    EXPECT_EQ(w[32], 0);
+    // {preset, a number, its weight, a number weighing nothing}
+    const int presets[][4] = {{1, 1, 32, 33}, {2, 1, 33, 2}, {7, 2, 31, 3}, {10, 33, 33, 32}};
+    for (const auto& p : presets) {
+        cmmQZfenpei_Click(p[0]);
+        EXPECT_EQ(w[size_t(p[1])], p[2]) << p[0];
+        EXPECT_EQ(w[size_t(p[3])], 0) << p[0];
+    }
     const auto before = w;
     cmmQZfenpei_Click(6);  // by hand: nothing changes
     EXPECT_EQ(w, before);
@@ -145,8 +137,7 @@ TEST_F(SelectionTest, WeightPresetsAndSums) {
     EXPECT_EQ(w[17], 16);
     EXPECT_EQ(w[33], 0);
     cmmQZfenpei_Click(5);
-    for (int n : {3, 5, 8, 13, 21, 30}) set_GuoLvTiaoJian(n, kPickDrag);
-    set_GuoLvTiaoJian(101, kPickDrag);
+    for (int n : {3, 5, 8, 13, 21, 30, 101}) set_GuoLvTiaoJian(n, kPickDrag);
     cmmQZfenpei_Click(4);
     EXPECT_EQ((std::vector<int>{w[3], w[5], w[8], w[13], w[21], w[30]}),
               (std::vector<int>{1, 2, 3, 2, 1, 0}));
@@ -161,7 +152,7 @@ TEST_F(SelectionTest, WeightPresetsAndSums) {
     SliderQuanZong_Change(34, 10);  // no such number: ignored
     EXPECT_TRUE(run_QuanZhong(kIssue));
     EXPECT_EQ(serialAndScratch()[0].second, 19);
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("号码权重设置完成！")));
+    EXPECT_TRUE(logEndsWith(u"号码权重设置完成！"));
 }
 
 }  // namespace

@@ -39,8 +39,7 @@ TEST_F(PlayerResultsTest, TheHistoryFilterFollowsTheNewestDraw) {
 
 // Each line of the log after a whole run writes its numbers one way: all full-width or all plain.
 TEST_F(PlayerResultsTest, NoLogLineMixesFullWidthAndPlainDigits) {
-    pickRange(1, 10, kPickDrag);
-    pickRange(101, 101, kPickDrag);
+    pickDrags(10, 1);
     init_TouZhu(kDrawn);
     set_GuoLvTiaoJian(kShrinkTypeId, 5);
     run_SuoShui(5, kDrawn);

@@ -22,7 +22,6 @@ TEST(PrizeTier, EveryHitCountByTheTable) {
 class CheckMergeTest : public PipelineTest {
   protected:
     CheckMergeTest() { shared().paths = paths(); }
-    static int add(IssueNumber issue, const Reds& r, int blue) { return addTicket(issue, r, blue); }
     static std::pair<int, int> hits(int serial) {
         auto c = store_Query(QStringLiteral("select 红球中,蓝球中 from 日志表 where 序号=?"), {serial});
         return {c->intValue(0), c->intValue(1)};
@@ -31,23 +30,21 @@ class CheckMergeTest : public PipelineTest {
 
 TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     addDraw(kIssue, QStringLiteral("2008/10/09"), makeReds(4, 9, 16, 27, 31, 33), 1);
-    const int five1 = add(kIssue, makeReds(33, 4, 9, 16, 27, 2), 1);  // order in the ticket does not matter
-    const int six0 = add(kIssue, makeReds(4, 9, 16, 27, 31, 33), 2);
-    const int three1 = add(kIssue, makeReds(4, 9, 16, 1, 2, 3), 1);
-    const int four0 = add(kIssue, makeReds(4, 9, 16, 27, 2, 3), 5);
-    const int three0 = add(kIssue, makeReds(4, 9, 16, 1, 2, 3), 5);
-    const int zero1 = add(kIssue, makeReds(1, 2, 3, 5, 6, 7), 1);
-    const int other = add(kIssue + 1, makeReds(4, 9, 16, 27, 31, 33), 1);
+    // Tickets with the red and blue hits each must get; the order in a ticket does not matter.
+    const struct {
+        Reds reds;
+        int blue, redHits, blueHit;
+    } cases[] = {{makeReds(33, 4, 9, 16, 27, 2), 1, 5, 1}, {makeReds(4, 9, 16, 27, 31, 33), 2, 6, 0},
+                 {makeReds(4, 9, 16, 1, 2, 3), 1, 3, 1},   {makeReds(4, 9, 16, 27, 2, 3), 5, 4, 0},
+                 {makeReds(4, 9, 16, 1, 2, 3), 5, 3, 0},   {makeReds(1, 2, 3, 5, 6, 7), 1, 0, 1}};
+    for (const auto& c : cases) addTicket(kIssue, c.reds, c.blue);
+    const int other = addTicket(kIssue + 1, makeReds(4, 9, 16, 27, 31, 33), 1);
     load_TouZhuBiao(kIssue);
     shared().operationLog = QStringLiteral("old");
 
     cmmTouZhu_Click(kCmdPrizeCheck);
-    EXPECT_EQ(hits(five1), std::make_pair(5, 1));
-    EXPECT_EQ(hits(six0), std::make_pair(6, 0));
-    EXPECT_EQ(hits(three1), std::make_pair(3, 1));
-    EXPECT_EQ(hits(four0), std::make_pair(4, 0));
-    EXPECT_EQ(hits(three0), std::make_pair(3, 0));
-    EXPECT_EQ(hits(zero1), std::make_pair(0, 1));
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(hits(i + 1), std::make_pair(cases[i].redHits, cases[i].blueHit)) << i;
     EXPECT_EQ(hits(other), std::make_pair(0, 0));  // another issue is not checked
     const QString report = QStringLiteral(
         "开奖核对结果如下——\r\n\r\n一等奖： ０ 注\r\n\r\n二等奖： １ 注\r\n\r\n三等奖： １ 注\r\n\r\n"
@@ -63,7 +60,7 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
 
     // Checking again gives the same columns and the report twice.
     EXPECT_EQ(check_KaiJiang(kIssue), 6);
-    EXPECT_EQ(hits(five1), std::make_pair(5, 1));
+    EXPECT_EQ(hits(1), std::make_pair(5, 1));
     EXPECT_EQ(shared().operationLog.count(QStringLiteral("开奖核对结果如下")), 2);
 
     // Once the draw's notice is in, tier 2 has its prize; a blank tier 1 stays unknown.
@@ -75,15 +72,15 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     EXPECT_FALSE(money.unknown);
     EXPECT_EQ(money.cost, 12);
     // Tier 1 from the notice like the others.
-    add(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
+    addTicket(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
     store_Execute(QStringLiteral("UPDATE 奖级奖金 SET 注数=3, 奖金=6821493 WHERE 奖级=1"));
     check_KaiJiang(kIssue);
-    EXPECT_TRUE(shared().operationLog.contains(QStringLiteral("一等奖： 1 注 × 6821493 元 = 6821493 元")));
+    EXPECT_TRUE(logContains(u"一等奖： 1 注 × 6821493 元 = 6821493 元"));
     EXPECT_EQ(prize_MoneyOfChecked(kIssue).total, 6821493 + 201346 + 3025);
 }
 
 TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
-    const int t = add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
+    const int t = addTicket(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
     store_Execute(QStringLiteral("UPDATE 日志表 SET 红球中=9, 蓝球中=9"));
     EXPECT_EQ(check_KaiJiang(kIssue), 0);
     EXPECT_EQ(ui().messages(),
@@ -107,20 +104,20 @@ TEST_F(CheckMergeTest, CheckWithoutDrawOrTickets) {
 }
 
 TEST_F(CheckMergeTest, MergeKeepsTheFirstOfEqualRedsAcrossBluesAndIssues) {
-    const int first = add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
-    add(kIssue, makeReds(1, 2, 3, 4, 5, 6), 9);
-    const int swapped = add(kIssue, makeReds(2, 1, 3, 4, 5, 6), 1);  // positions differ: kept
-    add(kIssue + 1, makeReds(1, 2, 3, 4, 5, 6), 1);
-    const int other = add(kIssue + 1, makeReds(7, 8, 9, 10, 11, 12), 3);
-    add(kIssue, makeReds(7, 8, 9, 10, 11, 12), 4);
+    const int first = addTicket(kIssue, makeReds(1, 2, 3, 4, 5, 6), 1);
+    addTicket(kIssue, makeReds(1, 2, 3, 4, 5, 6), 9);
+    const int swapped = addTicket(kIssue, makeReds(2, 1, 3, 4, 5, 6), 1);  // positions differ: kept
+    addTicket(kIssue + 1, makeReds(1, 2, 3, 4, 5, 6), 1);
+    const int other = addTicket(kIssue + 1, makeReds(7, 8, 9, 10, 11, 12), 3);
+    addTicket(kIssue, makeReds(7, 8, 9, 10, 11, 12), 4);
     EXPECT_EQ(hebingxt_Click(), 3);
     std::vector<int> serials;
     for (const auto& t : tickets()) serials.push_back(t.serial);
     EXPECT_EQ(serials, (std::vector<int>{first, swapped, other}));
     EXPECT_EQ(ui().messages(), QStringList{msg::mergeLeft(3)});
     // The result replaces the in-progress lines.
-    EXPECT_FALSE(shared().operationLog.contains(QStringLiteral("合并相同注正在进行中")));
-    EXPECT_TRUE(shared().operationLog.endsWith(QStringLiteral("合并相同注后余：３ 注")));
+    EXPECT_FALSE(logContains(u"合并相同注正在进行中"));
+    EXPECT_TRUE(logEndsWith(u"合并相同注后余：３ 注"));
     EXPECT_EQ(ui().lines().filter(QStringLiteral("GRID TDBGrid_RZ")).last(),
               QStringLiteral("GRID TDBGrid_RZ 3 rows"));
     // Not renumbered.
@@ -129,7 +126,7 @@ TEST_F(CheckMergeTest, MergeKeepsTheFirstOfEqualRedsAcrossBluesAndIssues) {
 
 TEST_F(CheckMergeTest, MergeStoppedKeepsTheWalksDone) {
     for (int copy = 0; copy < 2; ++copy)
-        for (int k = 1; k <= 3; ++k) add(kIssue, makeReds(k, 10, 11, 12, 13, 14), 1);
+        for (int k = 1; k <= 3; ++k) addTicket(kIssue, makeReds(k, 10, 11, 12, 13, 14), 1);
     ui().stopAfterPumps(1);
     EXPECT_EQ(merge_XiangTongZhu(), 5);  // only the first set of reds was walked
     EXPECT_EQ(shared().tingZhi, 0);
@@ -165,12 +162,9 @@ TEST(RandomPick, BallsComeOneByOneWithoutRepeatInATicket) {
         }
         EXPECT_EQ(calls, 35);
         for (const auto& row : draw.hao()) {
-            std::set<int> reds(row.begin(), row.begin() + 6);
-            EXPECT_EQ(reds.size(), 6u);
-            EXPECT_GE(*reds.begin(), 1);
-            EXPECT_LE(*reds.rbegin(), 33);
-            EXPECT_GE(row[6], 1);
-            EXPECT_LE(row[6], 16);
+            const std::set<int> reds(row.begin(), row.begin() + 6);
+            EXPECT_TRUE(reds.size() == 6 && *reds.begin() >= 1 && *reds.rbegin() <= 33) << seed;
+            EXPECT_TRUE(row[6] >= 1 && row[6] <= 16) << seed;
             seen.insert(std::vector<int>(row.begin(), row.end()));
         }
     }

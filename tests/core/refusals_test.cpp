@@ -96,29 +96,22 @@ class RefusalScriptTest : public DovrexTest {
         return runHeadless(QStringLiteral("open-store %1\ntoday 2026/11/26\n").arg(store_) + lines, code);
     }
     QString file(const QString& name, const QByteArray& bytes) const {
-        const QString path = tempPath(name);
-        QFile f(path);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return path;
+        EXPECT_TRUE(writeFile(tempPath(name), bytes));
+        return tempPath(name);
     }
     const QString store_ = tempPath(QStringLiteral("store.dat"));
 };
 
+// Each command reaches the record checks (their cases are in RecordChecks); the numbers of a script
+// are read whole.
 TEST_F(RefusalScriptTest, CommandsRefuseValuesAndIssuesThatCannotBe) {
     // clang-format off
     const struct { const char* script; const char* expected; int code; } cases[] = {
         {"condition -1 1060", "FAILED 过滤条件 1060 不能取值 -1", 1},
         {"condition 2147483647 3902", "FAILED 过滤条件 3902 不能取值 2147483647", 1},
-        {"condition 99 3900", "FAILED 过滤条件 3900 不能取值 99", 1},
         {"init 9999999", "WARNING 期号 9999999 不存在", 0},
-        {"init 2026000", "WARNING 期号 2026000 不存在", 0},
-        {"init 0", "WARNING 期号 0 不存在", 0},
         {"check 2147483647", "FAILED 期号 2147483647 不存在", 1},
-        {"draw-add 9999999 2026/01/04 1 2 3 4 5 6 7", "FAILED draw not stored", 1},
         {"draw-add 2026001 0001/01/01 1 2 3 4 5 6 7", "FAILED", 1},
-        {"draw-add 2026001 2026/11/27 1 2 3 4 5 6 7", "FAILED draw not stored", 1},
-        {"draw-add 2026001 2026/01/04 1 1 2 3 4 5 7", "FAILED draw not stored", 1},
         // A refused answer of the import dialog cancels it instead of coming back for ever.
         {"answer-fromfile 0 123\nimport /nonexistent", "FROMFILE layout=0 issue=123 -> refused", 0},
         {"answer-fromfile 0 2026000\nimport /nonexistent", "imported 0", 0},
@@ -179,11 +172,8 @@ TEST_F(ConditionKeysTest, RowsAreMatchedByKeyAndAFileThatDoesNotMatchIsRefusedWh
         {"DELETE FROM 过滤条件 WHERE ID=1", false},
         {"INSERT INTO 过滤条件 (ID, VALUE) VALUES (777777, 0)", false},
         {"UPDATE 过滤条件 SET ID=ID+100000 WHERE ID=1", false},
-        {"UPDATE 过滤条件 SET VALUE=50 WHERE ID=3902", false},
-        {"UPDATE 过滤条件 SET VALUE=99 WHERE ID=3900", false},
         {"DELETE FROM 过滤条件使用情况 WHERE 条件=1", false},
         {"DELETE FROM 号码特性 WHERE 号码=33", false},
-        {"UPDATE 历史数据过滤 SET 最大值=2026000", false},
         // Rows in another order land on their own IDs; a row of a later version may be missing.
         {"CREATE TABLE x AS SELECT * FROM 过滤条件 ORDER BY ID DESC; DELETE FROM 过滤条件; "
          "INSERT INTO 过滤条件 SELECT * FROM x; DROP TABLE x", true},
@@ -235,9 +225,7 @@ TEST_F(StoreSoundnessTest, AStoreWholeButWrongIsADamagedPackAndNeverReplacesAGoo
             EXPECT_EQ(flow.start(), useBak ? StartOutcome::Ready : StartOutcome::DataPackUnreadable)
                 << change;
             EXPECT_EQ(fileBytes(paths().bakPack()), bak) << change;
-            if (!useBak) {
-                EXPECT_EQ(fileBytes(paths().dataPack()), pack) << change;
-            }
+            if (!useBak) EXPECT_EQ(fileBytes(paths().dataPack()), pack) << change;
         }
     }
 }

@@ -145,6 +145,52 @@ CoverProblem wholeProblem(const std::vector<std::uint64_t>& masks, int t) {
     return p;
 }
 
+// The optimiser on random parts of an eleven-drag, two-blue set: the guarantee holds, the
+// kept-whole tickets stay, it never keeps more than the plain scan and keeps fewer overall, and a
+// Stop at once still returns a valid set.
+TEST(ShrinkOptimise, KeepsTheGuaranteeWithNoMoreTicketsThanThePlainScan) {
+    std::mt19937 random(11);
+    const std::vector<std::uint64_t> all = completeSet(11, 2);
+    int plainTotal = 0, optimisedTotal = 0;
+    for (int round = 0; round < 9; ++round) {
+        const int t = 4 + round % 3;
+        std::vector<std::uint64_t> masks, owed;
+        std::vector<int> marks;
+        for (std::uint64_t m : all)
+            if (random() % 3 != 0) {
+                masks.push_back(m);
+                marks.push_back(random() % 40 == 0 ? -1 : 0);
+                if (marks.back() == 0) owed.push_back(m);
+            }
+        const int keptWhole = round % 3 == 2 ? 5 : 0;
+        const ShrinkScan plain = scan_SuoShui(masks, marks, t, {}, keptWhole);
+        CoverProblem problem = wholeProblem(masks, t);
+        for (size_t i = 0; i < marks.size(); ++i) problem.mustCover[i] = problem.mayKeep[i] = marks[i] >= 0;
+        for (int i = 0; i < keptWhole; ++i) problem.fixed.push_back(i);
+        const auto stopAtOnce = [](const CoverProgress&) { return true; };
+        for (const auto& kept : {optimise_SuoShui(problem, plain.kept, 100),
+                                 optimise_SuoShui(problem, plain.kept, 100, stopAtOnce)}) {
+            EXPECT_LE(kept.size(), plain.kept.size()) << "round " << round;
+            std::vector<std::uint64_t> keptMasks;
+            for (int i : kept) keptMasks.push_back(masks[size_t(i)]);
+            EXPECT_TRUE(uncovered_Tickets(owed, keptMasks, t).empty()) << "round " << round;
+            for (int i = 0; i < keptWhole; ++i) EXPECT_TRUE(std::count(kept.begin(), kept.end(), i)) << round;
+        }
+        plainTotal += int(plain.kept.size());
+        optimisedTotal += int(optimise_SuoShui(problem, plain.kept, 100).size());
+    }
+    EXPECT_LT(optimisedTotal, plainTotal);
+}
+
+// The report counts each original ticket by its best match with a kept one.
+TEST(ShrinkOptimise, CoverageReportCountsTheBestMatch) {
+    const Reds a{0, 1, 2, 3, 4, 5, 6}, b{0, 1, 2, 3, 4, 5, 7}, c{0, 1, 2, 3, 4, 9, 10};
+    const std::vector<std::uint64_t> original{ballMask(a, 1), ballMask(a, 2), ballMask(b, 2), ballMask(c, 3)};
+    EXPECT_EQ(coverage_Line(coverage_Report(original, {ballMask(a, 1)})),
+              QStringLiteral("若开奖号码在过滤后的 4 注之中: 中7球 1 注 (25.0%), 中6球 1 注 "
+                             "(25.0%), 中5球 1 注 (25.0%), 中4球 1 注 (25.0%)"));
+}
+
 // On complete sets: it ends well before a long budget and says why; with several blues it keeps
 // no more than the one-blue cover repeated; the bound of a complete set is its count bound.
 TEST(ShrinkBound, CompleteSetsEndEarlyAndUseTheBlues) {

@@ -1,16 +1,17 @@
 // 大底: the whole expansion judged in memory must give exactly what writing every ticket and
 // filtering the rows gives, and its counts must agree with counts made another way.
 
-#include <QSet>
 #include <random>
 
 #include "domain/condition_catalogue.h"
 #include "filters/backtest.h"
+#include "filters/condition_editing.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "history/history_queries.h"
 #include "pipeline/space_init.h"
 #include "screen/ticket_page.h"
+#include "support/table_rows.h"
 #include "support/test_support.h"
 
 namespace dovrex::test {
@@ -21,30 +22,14 @@ constexpr IssueNumber kIssue = 2026150;  // after every shipped draw
 class SpaceFilterTest : public ShippedStoreTest {
   protected:
     // 期号, 序号, reds, blue, 缩水公式 of every row, in the table's order.
-    static std::vector<std::vector<int>> rows() {
-        std::vector<std::vector<int>> out;
-        auto c =
-            store_Query(QStringLiteral("select 期号,序号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,缩水公式 "
-                                       "from 日志表 order by ID"));
-        for (; !c->eof(); c->moveNext()) {
-            std::vector<int>& row = out.emplace_back();
-            for (int i = 0; i < 10; ++i) row.push_back(c->intValue(i));
-        }
-        return out;
+    static QStringList rows() {
+        return queryLines(store(), QStringLiteral("select 期号,序号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球,"
+                                                  "缩水公式 from 日志表 order by ID"));
     }
     static void pickAll() {
         set_GuoLvFanWei(1, kRedCount, 1);
         set_GuoLvFanWei(101, 100 + kBlueCount, 1);
     }
-    static void switchOff() {
-        store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
-    }
-    static void historyMatch(int match, IssueNumber from) {
-        store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=1, 最小值=?, 最大值=?, 匹配值=?"),
-                      {from, kIssue, match});
-    }
-
     // Random picks that expand to a few thousand tickets, random switches and rows, sometimes the
     // history match and a tolerance.
     void randomScenario(unsigned seed) {
@@ -52,7 +37,7 @@ class SpaceFilterTest : public ShippedStoreTest {
         auto chance = [&](double p) { return std::uniform_real_distribution<>(0, 1)(rng) < p; };
         resetRedPicks();
         resetBluePicks();
-        switchOff();
+        switchAllOff();
         std::vector<int> numbers(kRedCount);
         std::iota(numbers.begin(), numbers.end(), 1);
         std::shuffle(numbers.begin(), numbers.end(), rng);
@@ -64,7 +49,7 @@ class SpaceFilterTest : public ShippedStoreTest {
             if (n != kSmartSwitch) set_ShiYongQingKuang(n, chance(0.35) ? 1 : 0);
         for (const ConditionEntry& c : conditionCatalogue())
             for (int id = c.minId; id <= c.maxId; ++id) set_GuoLvTiaoJian(id, chance(0.8) ? 1 : 0);
-        if (chance(0.3)) historyMatch(3 + int(rng() % 4), prev_QiHao(kIssue, 200));
+        if (chance(0.3)) writeHistoryMatch({true, prev_QiHao(kIssue, 200), kIssue, 3 + int(rng() % 4)});
         set_FilterTolerance(seed % 3 == 0 ? 1 + int(rng() % 3) : 0);
     }
 };
@@ -101,13 +86,8 @@ long long countBySumAndOdds(int sumLo, int sumHi, int oddLo, int oddHi) {
 }
 
 TEST_F(SpaceFilterTest, CountsTheWholeSpaceAsAnIndependentCount) {
-    QSet<QString> drawn;
-    for (auto c = store_Query(QStringLiteral("select 红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录"));
-         !c->eof(); c->moveNext()) {
-        QStringList reds;
-        for (int i = 0; i < 6; ++i) reds << QString::number(c->intValue(i));
-        drawn.insert(reds.join(u','));
-    }
+    const long long drawn = intScalar(QStringLiteral(
+        "select count(*) from (select distinct 红球1,红球2,红球3,红球4,红球5,红球6 from 历史记录)"));
     struct Case {
         int sumLo, sumHi, oddLo, oddHi;
         bool history;
@@ -118,20 +98,17 @@ TEST_F(SpaceFilterTest, CountsTheWholeSpaceAsAnIndependentCount) {
     // clang-format on
     pickAll();
     for (const Case& c : cases) {
-        switchOff();
-        store_Execute(
-            QStringLiteral("UPDATE 过滤条件 SET VALUE=(ID>=? AND ID<=?) WHERE ID>=1000 AND ID<=1183"),
-            {1000 + c.sumLo, 1000 + c.sumHi});
-        store_Execute(
-            QStringLiteral("UPDATE 过滤条件 SET VALUE=(ID>=? AND ID<=?) WHERE ID>=3640 AND ID<=3649"),
-            {3640 + c.oddLo, 3640 + c.oddHi});
-        set_ShiYongQingKuang(1, 1);
-        set_ShiYongQingKuang(10, 1);
-        if (c.history) historyMatch(6, earliest_QiHao());
+        switchAllOff();
+        set_GuoLvFanWei(1000, 1183, 0);
+        set_GuoLvFanWei(1000 + c.sumLo, 1000 + c.sumHi, 1);
+        set_GuoLvFanWei(3640, 3649, 0);
+        set_GuoLvFanWei(3640 + c.oddLo, 3640 + c.oddHi, 1);
+        for (int n : {1, 10}) set_ShiYongQingKuang(n, 1);
+        if (c.history) writeHistoryMatch({true, earliest_QiHao(), kIssue, 6});
         const SpaceResult r = filter_Space(kIssue, kTicketLimit);
         EXPECT_EQ(r.space, 17721088);
-        const long long expected = countBySumAndOdds(c.sumLo, c.sumHi, c.oddLo, c.oddHi) -
-                                   (c.history ? drawn.size() * kBlueCount : 0);
+        const long long expected =
+            countBySumAndOdds(c.sumLo, c.sumHi, c.oddLo, c.oddHi) - (c.history ? drawn * kBlueCount : 0);
         EXPECT_EQ(r.kept, expected) << c.sumLo << ".." << c.sumHi;
     }
 }
@@ -143,7 +120,7 @@ TEST_F(SpaceFilterTest, AStoppedOrRefusedStepChangesNothing) {
     init_TouZhu(kIssue);
     const auto before = rows();
     pickAll();
-    switchOff();
+    switchAllOff();
     set_SpaceMode(true);
     shared().tingZhi = 1;
     init_TouZhu(kIssue);

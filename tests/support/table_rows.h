@@ -25,17 +25,20 @@ QList<T> columnValues(Store& db, const QString& sql, const QVariantList& params 
     return values;
 }
 
-// Every row of a table as one line of its values, in row id order: two calls compare a table's
-// whole content.
-inline QStringList tableRows(Store& db, const QString& table) {
-    QStringList rows;
-    for (const QVariantList& row :
-         queryRows(db, QStringLiteral("select * from [%1] order by rowid").arg(table))) {
+// Every row of a query as one line of its values joined by '|'.
+inline QStringList queryLines(Store& db, const QString& sql, const QVariantList& params = {}) {
+    QStringList lines;
+    for (const QVariantList& row : queryRows(db, sql, params)) {
         QStringList values;
         for (const QVariant& v : row) values << v.toString();
-        rows << values.join(u'|');
+        lines << values.join(u'|');
     }
-    return rows;
+    return lines;
+}
+
+// Every row of a table in row id order: two calls compare a table's whole content.
+inline QStringList tableRows(Store& db, const QString& table) {
+    return queryLines(db, QStringLiteral("select * from [%1] order by rowid").arg(table));
 }
 
 }  // namespace dovrex::test

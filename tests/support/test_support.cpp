@@ -112,6 +112,11 @@ int addTicket(IssueNumber issue, const Reds& reds, int blue) {
     return next;
 }
 
+void switchAllOff() {
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+}
+
 ProgramFolderTest::ProgramFolderTest() {
     makeFreshStoreFile(seedStore());
     makePack(seedStore(), paths().dataPack());

@@ -88,6 +88,8 @@ bool writeFile(const QString& path, const QByteArray& bytes);
 // Adds a ticket of `issue` to 日志表 of the shared store, its ID and 序号 one above the table's
 // highest; returns the 序号.
 int addTicket(IssueNumber issue, const Reds& reds, int blue = 1);
+// Turns every condition switch and the history match off in the shared store.
+void switchAllOff();
 
 class DovrexTest : public ::testing::Test {
   protected:

@@ -134,10 +134,10 @@ TEST_P(HeadlessCloseTest, CloseDuringAPassStopsItAndSavesItsWork) {
     const QList<DrawRecord> draws = read_DrawRecords(*Store::open(tempPath(QStringLiteral("ref.dat"))));
     server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws.mid(0, 300)));
 
-    const QString script =
-        folder() + QString::fromUtf8(pass.setup) + QStringLiteral("\nclose-after 60\n") +
-        QString::fromUtf8(pass.command).replace(u"%1", server.url(QStringLiteral("/list.txt"))) +
-        QStringLiteral("\nsql this line is never reached\n");
+    const QString script = folder() + QString::fromUtf8(pass.setup) + QStringLiteral("\nclose-after 60\n") +
+                           QString::fromUtf8(pass.command)
+                               .replace(QStringLiteral("%1"), server.url(QStringLiteral("/list.txt"))) +
+                           QStringLiteral("\nsql this line is never reached\n");
     const QStringList out = run(script);
     EXPECT_EQ(out.filter(QStringLiteral("CLOSE after ")).size(), 1);
     EXPECT_TRUE(out.contains(QStringLiteral("CONFIRM 确认要退出吗？ -> yes")));

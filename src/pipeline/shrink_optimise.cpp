@@ -330,7 +330,12 @@ OptimiseResult optimise_Cover(const CoverProblem& p, const std::vector<int>& sta
     // The search stops when it meets the bound, or when a stretch of a fifth of the time (at least
     // a second) brings nothing smaller; the time limit stays the upper bound.
     const qint64 stretch = std::max<qint64>(1000, budgetMs / 5);
-    const auto settled = [&] { return clock.elapsed() - result.bestAtMs >= stretch; };
+    // The stretch counts from the later of the last improvement and the start of the local search:
+    // a greedy start that took most of the time must not count as time the search spent in vain.
+    qint64 searchFrom = 0;
+    const auto settled = [&] {
+        return clock.elapsed() - std::max<qint64>(result.bestAtMs, searchFrom) >= stretch;
+    };
 
     // The greedy cover may use most of what is left; the local search has the rest, and starts
     // from the best set so far when the greedy ran out of time.
@@ -366,6 +371,7 @@ OptimiseResult optimise_Cover(const CoverProblem& p, const std::vector<int>& sta
     if (exact) deadline = std::min<qint64>(budgetMs, clock.elapsed() + stretch / 2);
     int quietRounds = 0;
     OptimiseEnd end = OptimiseEnd::TimeLimit;
+    searchFrom = clock.elapsed();
     while (!late() && !(exact && quietRounds > 100 + n / 4)) {
         if (int(best.size()) <= result.bound) break;
         if (settled()) {

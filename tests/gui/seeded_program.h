@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModel>
 #include <QDate>
+#include <QDir>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -19,6 +21,20 @@
 #include "ui/tickets/tickets_page.h"
 
 namespace dovrex {
+
+// The column of `model` headed `header`; -1 when there is none.
+inline int columnOf(const QAbstractItemModel* model, const QString& header) {
+    for (int c = 0; c < model->columnCount(); ++c)
+        if (model->headerData(c, Qt::Horizontal).toString() == header) return c;
+    return -1;
+}
+
+// DOVREX_SCREENSHOTS=<folder> keeps a picture of what a test looks at.
+inline void keepPicture(QWidget* w, const QString& name) {
+    const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS");
+    QCoreApplication::processEvents();
+    if (!dir.isEmpty()) w->grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
+}
 
 // A program folder in a temporary folder, seeded from the build's default data, with "today" the
 // day after the newest shipped draw, and the process state as a new process has it. Sessions on it
@@ -81,6 +97,11 @@ class StartedProgramTest : public SeededProgramTest {
                     Qt::QueuedConnection);
             });
         return pressed;
+    }
+    // Turns to the 投注号码 page and clicks the command's button.
+    void clickCommand(int index) {
+        window_->selectPage(TopPage::Tickets);
+        QTest::mouseClick(ticketsPage_->command(index), Qt::LeftButton);
     }
     // Writes a pick value (1 drag, 2 banker) into the rows from..to of 过滤条件.
     static void pickRange(int from, int to, int value) {

@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -13,8 +12,8 @@
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
-#include <cstdio>
 
+#include "gui/seeded_program.h"
 #include "store/store.h"
 #include "support/test_support.h"
 #include "ui/shell/gui_screen.h"
@@ -79,26 +78,27 @@ TEST(FromFileDialog, IssueBoxFollowsTheLayoutAndNeedsSevenDigits) {
     EXPECT_EQ(dialog.options().daoRuQiHao, QStringLiteral("2008118"));
 }
 
-class DrawnBallsTest : public FreshStoreTest {};
+class DrawnBallsTest : public FreshStoreTest {
+  protected:
+    // The ticket grid on a window of its own, bound to `rows`.
+    QTableView* bindGrid(std::shared_ptr<Cursor> rows) {
+        auto* view = new QTableView(&window_);
+        view->setObjectName(QStringLiteral("TDBGrid_RZ"));
+        gui_.setWindow(&window_);
+        gui_.ui_Grid(QStringLiteral("TDBGrid_RZ"), std::move(rows));
+        return view;
+    }
+    QWidget window_;
+    GuiScreen gui_;
+};
 
 TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
     addTicket(2008118, makeReds(4, 5, 6, 7, 8, 9));
-    QWidget window;
-    auto* view = new QTableView(&window);
-    view->setObjectName(QStringLiteral("TDBGrid_RZ"));
-    GuiScreen gui;
-    gui.setWindow(&window);
-    gui.ui_Grid(QStringLiteral("TDBGrid_RZ"), store().pagedQuery(QStringLiteral("select * from 日志表")));
-    gui.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), {4, 9, 16, 27, 31, 33}, 1);
+    QTableView* view = bindGrid(store().pagedQuery(QStringLiteral("select * from 日志表")));
+    gui_.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), {4, 9, 16, 27, 31, 33}, 1);
 
     auto* model = view->model();
-    int red1 = -1, blue = -1, issue = -1;
-    for (int c = 0; c < model->columnCount(); ++c) {
-        const QString h = model->headerData(c, Qt::Horizontal).toString();
-        if (h == QStringLiteral("红球1")) red1 = c;
-        if (h == QStringLiteral("蓝球")) blue = c;
-        if (h == QStringLiteral("期号")) issue = c;
-    }
+    const int red1 = columnOf(model, QStringLiteral("红球1")), blue = columnOf(model, QStringLiteral("蓝球"));
     auto* reds = qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(red1));
     ASSERT_TRUE(reds);
     EXPECT_TRUE(reds->isBall(model->index(0, red1)));       // 4
@@ -106,13 +106,13 @@ TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
     EXPECT_TRUE(reds->isBall(model->index(0, red1 + 5)));   // 9
     EXPECT_TRUE(
         qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(blue))->isBall(model->index(0, blue)));
-    EXPECT_EQ(view->itemDelegateForColumn(issue), nullptr);
+    EXPECT_EQ(view->itemDelegateForColumn(columnOf(model, QStringLiteral("期号"))), nullptr);
     EXPECT_GE(view->verticalHeader()->defaultSectionSize(), BallCellDelegate::kBallRowHeight);
     // It paints without trouble.
-    window.resize(900, 200);
+    window_.resize(900, 200);
     EXPECT_FALSE(view->grab().isNull());
 
-    gui.ui_Grid(QStringLiteral("TDBGrid_RZ"), store_Query(QStringLiteral("select * from 日志表")));
+    gui_.ui_Grid(QStringLiteral("TDBGrid_RZ"), store_Query(QStringLiteral("select * from 日志表")));
     EXPECT_EQ(view->itemDelegateForColumn(red1), nullptr);
 }
 
@@ -130,27 +130,12 @@ class PaintSpy : public QStyledItemDelegate {
 
 TEST_F(DrawnBallsTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPainted) {
     constexpr int kRows = 100000;
-    store_Execute(
-        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<100000) "
-                       "INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                       "SELECT i,2008118,1+i%28,2+i%28,3+i%28,4+i%28,5+i%28,6+i%28,1+i%16 FROM n"));
-    QWidget window;
-    auto* view = new QTableView(&window);
-    view->setObjectName(QStringLiteral("TDBGrid_RZ"));
-    GuiScreen gui;
-    gui.setWindow(&window);
-    QElapsedTimer clock;
-    clock.start();
-    gui.ui_Grid(
-        QStringLiteral("TDBGrid_RZ"),
-        store().pagedQuery(QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"),
-                           {2008118}));
-    const double bindMs = clock.nsecsElapsed() / 1e6;
+    addTickets(2008118, kRows);
+    QTableView* view = bindGrid(store().pagedQuery(
+        QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"), {2008118}));
     auto* model = view->model();
     ASSERT_EQ(model->rowCount(), kRows);
-    int serial = -1;
-    for (int c = 0; c < model->columnCount(); ++c)
-        if (model->headerData(c, Qt::Horizontal).toString() == QStringLiteral("序号")) serial = c;
+    const int serial = columnOf(model, QStringLiteral("序号"));
     ASSERT_GE(serial, 0);
     PaintSpy spy;
     view->setItemDelegateForColumn(serial, &spy);
@@ -159,29 +144,27 @@ TEST_F(DrawnBallsTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPai
     // Short rows in a tall view keep the walk to a few hundred pages; every row is still painted.
     view->verticalHeader()->setMinimumSectionSize(1);
     view->verticalHeader()->setDefaultSectionSize(1);
-    window.resize(600, 1600);
+    window_.resize(600, 1600);
     view->resize(600, 1600);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
 
     QScrollBar* bar = view->verticalScrollBar();
     const int step = qMax(1, bar->pageStep());
-    double slowestMs = 0;
-    auto paintAt = [&](int value) {
-        clock.restart();
+    const auto expectEveryRowPainted = [&] {
+        ASSERT_EQ(spy.painted.size(), kRows);
+        for (int row = 0; row < kRows; ++row)
+            ASSERT_EQ(spy.painted.value(row), QString::number(row + 1)) << row;
+        spy.painted.clear();
+    };
+    const auto paintAt = [&](int value) {
         bar->setValue(value);
         view->viewport()->repaint();
-        slowestMs = qMax(slowestMs, clock.nsecsElapsed() / 1e6);
     };
     for (int v = 0; v < bar->maximum() + step; v += step) paintAt(qMin(v, bar->maximum()));
-    ASSERT_EQ(spy.painted.size(), kRows);
-    for (int row = 0; row < kRows; ++row) ASSERT_EQ(spy.painted.value(row), QString::number(row + 1)) << row;
-    spy.painted.clear();
+    expectEveryRowPainted();
     for (int v = bar->maximum(); v > -step; v -= step) paintAt(qMax(v, 0));
-    ASSERT_EQ(spy.painted.size(), kRows);
-    for (int row = 0; row < kRows; ++row) ASSERT_EQ(spy.painted.value(row), QString::number(row + 1)) << row;
-    std::printf("binding %d tickets: %.1f ms; %d rows a step, slowest step: %.1f ms\n", kRows, bindMs, step,
-                slowestMs);
+    expectEveryRowPainted();
     view->setItemDelegateForColumn(serial, nullptr);
 }
 

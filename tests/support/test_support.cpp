@@ -102,11 +102,17 @@ bool writeFile(const QString& path, const QByteArray& bytes) {
 
 int addTicket(IssueNumber issue, const Reds& reds, int blue) {
     const int next = intScalar(QStringLiteral("select ifnull(max(max(ID), max(序号)), 0) from 日志表")) + 1;
-    store_Execute(
-        QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                       "VALUES (?,?,?,?,?,?,?,?,?,?)"),
-        {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
+    store_Execute(QStringLiteral("INSERT INTO 日志表 (ID,序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                                 "VALUES (?,?,?,?,?,?,?,?,?,?)"),
+                  {next, next, issue, reds[1], reds[2], reds[3], reds[4], reds[5], reds[6], blue});
     return next;
+}
+
+void addTickets(IssueNumber issue, int count) {
+    store_Execute(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<?) "
+                                 "INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                                 "SELECT i,?,1+i%28,2+i%28,3+i%28,4+i%28,5+i%28,6+i%28,1+i%16 FROM n"),
+                  {count, issue});
 }
 
 ProgramFolderTest::ProgramFolderTest() {

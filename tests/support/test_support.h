@@ -86,6 +86,8 @@ bool writeFile(const QString& path, const QByteArray& bytes);
 // Adds a ticket of `issue` to 日志表 of the shared store, its ID and 序号 one above the table's
 // highest; returns the 序号.
 int addTicket(IssueNumber issue, const Reds& reds, int blue = 1);
+// Adds `count` tickets of `issue` to 日志表 of the shared store, 序号 1..count, each six reds in a run.
+void addTickets(IssueNumber issue, int count);
 
 class DovrexTest : public ::testing::Test {
   protected:

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QApplication>
-#include <QFrame>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -15,22 +13,20 @@
 
 #include "app/app_flow.h"
 #include "app/pipeline_commands.h"
+#include "domain/condition_catalogue.h"
 #include "filters/condition_store.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "pipeline/pick_state.h"
-#include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
 #include "screen/shared_state.h"
-#include "screen/ticket_page.h"
 #include "store/store.h"
 #include "support/draw_list_server.h"
 #include "ui/analysis/combination_page.h"
 #include "ui/analysis/other_page.h"
 #include "ui/shell/form_main.h"
-#include "ui/shell/gui_screen.h"
 #include "ui/tickets/tickets_page.h"
 #include "widgets/command_trap.h"
 
@@ -66,18 +62,11 @@ class TrapScreen : public AnsweringScreen {
 class CommandTrapTest : public StartedProgramTest<TrapScreen> {
   public:
     static void pick(int from, int to) { pickRange(from, to, kPickDrag); }
-
-  protected:
-    void clickCommand(int index) {
-        window_->selectPage(TopPage::Tickets);
-        QTest::mouseClick(ticketsPage_->command(index), Qt::LeftButton);
-    }
-    QAction* action(const char* name) const { return window_->findChild<QAction*>(QLatin1String(name)); }
-
-  public:
     static int count(const char* sql) { return store().scalar(QString::fromUtf8(sql)).toInt(); }
+    void clickCommand(int index) { StartedProgramTest::clickCommand(index); }
 
   protected:
+    QAction* action(const char* name) const { return window_->findChild<QAction*>(QLatin1String(name)); }
 };
 
 // An exception of any kind in the middle of a pass: the player is told (memory exhaustion in its
@@ -133,7 +122,6 @@ struct ClosePass {
 
 class CloseDuringPassTest : public CommandTrapTest, public ::testing::WithParamInterface<ClosePass> {
   public:
-    void clickCommand(int index) { CommandTrapTest::clickCommand(index); }
     FormMain* window() const { return window_; }
     DrawListServer server;
     int low = 0, high = 0;

@@ -74,11 +74,23 @@ class StartedProgramTest : public SeededProgramTest {
   protected:
     void SetUp() override {
         SeededProgramTest::SetUp();
+        startProgram();
+    }
+    // Starts the program on the folder: at SetUp, and again after exitProgram.
+    void startProgram() {
         session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();
         ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
         ASSERT_NE(ticketsPage_, nullptr);
+    }
+    // Closes the window as the player does; true when it closed and the exit saved the work.
+    bool exitProgram() {
+        bool saved = false;
+        QObject::connect(window_, &FormMain::exited, [&](bool ok) { saved = ok; });
+        const bool closed = window_->close();
+        session_.reset();
+        return closed && saved;
     }
     // Presses Stop once the running pass's bar reaches `rows`, however fast the machine is;
     // `atPress` looks at the window at that moment. True once pressed.

@@ -1,26 +1,26 @@
-// The export and import dialogs, the drawn balls in the ticket grid and the random pick window.
+// The export and import dialogs, the window's screen with the ticket grid, the random pick window.
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
+#include <QProgressBar>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
-#include <QTest>
 #include <QTimer>
 
 #include "gui/seeded_program.h"
-#include "store/store.h"
 #include "support/test_support.h"
 #include "ui/shell/gui_screen.h"
 #include "ui/tickets/from_file_dialog.h"
 #include "ui/tickets/jixuan_window.h"
 #include "ui/tickets/to_file_dialog.h"
 #include "widgets/ball_cell_delegate.h"
+#include "widgets/cursor_model.h"
 
 namespace dovrex::test {
 namespace {
@@ -78,9 +78,10 @@ TEST(FromFileDialog, IssueBoxFollowsTheLayoutAndNeedsSevenDigits) {
     EXPECT_EQ(dialog.options().daoRuQiHao, QStringLiteral("2008118"));
 }
 
-class DrawnBallsTest : public FreshStoreTest {
+// The window's screen on a window of its own, with the ticket grid.
+class GridScreenTest : public FreshStoreTest {
   protected:
-    // The ticket grid on a window of its own, bound to `rows`.
+    // The ticket grid, bound to `rows`.
     QTableView* bindGrid(std::shared_ptr<Cursor> rows) {
         auto* view = new QTableView(&window_);
         view->setObjectName(QStringLiteral("TDBGrid_RZ"));
@@ -92,7 +93,7 @@ class DrawnBallsTest : public FreshStoreTest {
     GuiScreen gui_;
 };
 
-TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
+TEST_F(GridScreenTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
     addTicket(2008118, makeReds(4, 5, 6, 7, 8, 9));
     QTableView* view = bindGrid(store().pagedQuery(QStringLiteral("select * from 日志表")));
     gui_.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), {4, 9, 16, 27, 31, 33}, 1);
@@ -116,6 +117,45 @@ TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
     EXPECT_EQ(view->itemDelegateForColumn(red1), nullptr);
 }
 
+TEST_F(GridScreenTest, ProgressGridsAndRolesGoToTheirControls) {
+    auto* busy = new QProgressBar(&window_);
+    busy->setObjectName(QStringLiteral("ProgressBar_TouZu_Busy"));
+    QProgressBar fallback;
+    gui_.setProgressBar(&fallback);
+    store().execute(QStringLiteral("CREATE TABLE t (期号 INTEGER, 开奖日期 REAL, 临时数据 REAL, 备注 TEXT)"));
+    store().execute(QStringLiteral("INSERT INTO t VALUES (2026096, ?, 7.0, NULL)"),
+                    {toDateValue(QDate(2026, 8, 20))});
+    QTableView* grid = bindGrid(store().query(QStringLiteral("select * from t")));
+
+    gui_.ui_Progress(0, 500, 120, true);
+    EXPECT_EQ(busy->maximum(), 500);
+    EXPECT_EQ(busy->value(), 120);
+    EXPECT_EQ(fallback.value(), -1);  // untouched: the page's own bar is there
+
+    gui_.ui_DressGrid(QStringLiteral("TDBGrid_RZ"), {QStringLiteral("期号"), QStringLiteral("日期")},
+                      {0, 1410, -1});
+    CursorModel* model = gui_.gridModel(QStringLiteral("TDBGrid_RZ"));
+    ASSERT_NE(model, nullptr);
+    EXPECT_TRUE(grid->isColumnHidden(0));
+    EXPECT_EQ(grid->columnWidth(1), 94);
+    EXPECT_GT(grid->columnWidth(2), 0);
+    EXPECT_EQ(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("日期"));
+    EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), QStringLiteral("临时数据"));
+    EXPECT_EQ(model->index(0, 1).data().toString(), QStringLiteral("2026/08/20"));
+    EXPECT_EQ(model->index(0, 2).data().toString(), QStringLiteral("7"));
+    EXPECT_EQ(model->index(0, 3).data().toString(), QString());
+
+    gui_.releaseGrids();
+    EXPECT_EQ(model->rowCount(), 0);
+
+    // A control of a secondary window, registered by hand.
+    QLabel other;
+    other.setObjectName(QStringLiteral("lblDescription"));
+    gui_.registerRole(&other);
+    gui_.ui_Set(QStringLiteral("lblDescription"), QStringLiteral("text"), QStringLiteral("ok"));
+    EXPECT_EQ(other.text(), QStringLiteral("ok"));
+}
+
 // Records the text each painted cell of one column showed, by row.
 class PaintSpy : public QStyledItemDelegate {
   public:
@@ -128,7 +168,7 @@ class PaintSpy : public QStyledItemDelegate {
     mutable QHash<int, QString> painted;
 };
 
-TEST_F(DrawnBallsTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPainted) {
+TEST_F(GridScreenTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPainted) {
     constexpr int kRows = 100000;
     addTickets(2008118, kRows);
     QTableView* view = bindGrid(store().pagedQuery(

@@ -2,25 +2,20 @@
 // as a player reads them at 1366x768, keys and shortcuts. Each control reaches what the core does
 // (ConditionRangesTest, the core's TrendChartTest).
 
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
 #include <QSpinBox>
-#include <QTest>
 #include <QTimer>
 
 #include "analysis/trend_chart.h"
 #include "app/pipeline_commands.h"
-#include "filters/condition_store.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "ui/conditions/condition_list_page.h"
@@ -59,6 +54,11 @@ class RangesAndKeysTest : public StartedProgramTest<AnsweringScreen> {
         QList<int> out;
         for (int v = from; v <= to; ++v) out << v;
         return out;
+    }
+    // True when the strip lies wholly inside the panel and is shown.
+    static bool inView(QWidget* strip, QWidget* panel) {
+        const QRect r(strip->mapTo(panel, QPoint(0, 0)), strip->size());
+        return strip->isVisible() && panel->rect().contains(r);
     }
     static void mouse(TickList* list, QEvent::Type type, int row, Qt::KeyboardModifiers keys = {}) {
         list->scrollToItem(list->item(row));
@@ -125,29 +125,15 @@ TEST_F(RangesAndKeysTest, TheSumsChartOpensWholeReadsCloserAndEndsAtTheChosenIss
     EXPECT_EQ(panel->rows().last().issue, chooser->itemText(10).toInt());
 }
 
-class TrendChartTest : public RangesAndKeysTest {
-  protected:
-    TrendPanel* open(int tab) {
-        auto* panel = openTab(tab)->findChild<TrendPanel*>();
-        QCoreApplication::processEvents();
-        return panel;
-    }
-    // True when the strip lies wholly inside the panel and is shown.
-    static bool inView(QWidget* strip, QWidget* panel) {
-        const QRect r(strip->mapTo(panel, QPoint(0, 0)), strip->size());
-        return strip->isVisible() && panel->rect().contains(r);
-    }
-};
-
 // Every chart opens on the newest issues: its head, the issue column and the condition line in
 // view without scrolling, the newest row at the bottom of the body. Scrolling the body leaves the
 // head and the foot where they are and moves the issue column with it.
-TEST_F(TrendChartTest, HeadIssuesAndConditionStayInViewWhileTheBodyScrolls) {
+TEST_F(RangesAndKeysTest, ChartsKeepHeadIssuesAndConditionInViewWhileTheBodyScrolls) {
     int charts = 0;
     for (int tab = 1; tab <= ConditionsPage::kTabs; ++tab) {
         const TrendSpec chart = trendSpecOfTab(ConditionsPage::tabCaption(tab));
         if (chart.family == TrendFamily::None || chart.family == TrendFamily::Grid) continue;
-        TrendPanel* panel = open(tab);
+        auto* panel = openTab(tab)->findChild<TrendPanel*>();
         ASSERT_NE(panel, nullptr) << tab;
         ++charts;
         const std::string name = ConditionsPage::tabCaption(tab).toStdString();

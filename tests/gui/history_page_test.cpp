@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QTest>
 
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
@@ -16,7 +13,6 @@
 #include "pipeline/pick_state.h"
 #include "store/factory_data.h"
 #include "store/schema.h"
-#include "store/store.h"
 #include "support/test_support.h"
 #include "ui/history/fenbu_grid.h"
 #include "ui/history/history_page.h"
@@ -28,21 +24,19 @@ using namespace dovrex;
 
 namespace {
 
-// Keeps the boxes' texts and answers questions from a queue instead of opening them.
-class BoxScreen : public AnsweringScreen {
-  public:
-    BoxScreen() { answer = false; }
-};
-
-class HistoryPageTest : public StartedProgramTest<BoxScreen> {
+// Questions answered from a queue, no when it is empty.
+class HistoryPageTest : public StartedProgramTest<AnsweringScreen> {
   protected:
     void SetUp() override {
         StartedProgramTest::SetUp();
+        screen_->answer = false;
         page_ = window_->historyPage();
         window_->selectPage(TopPage::History);
     }
 
-    void type(const QStringList& balls) {
+    // Types the balls, given blank-separated, into the entry boxes from the first red on.
+    void type(const char* ballsText) {
+        const QStringList balls = QString::fromLatin1(ballsText).split(u' ');
         for (int i = 0; i < balls.size(); ++i) {
             QLineEdit* box = page_->entryBox(i + 1);
             box->clear();
@@ -65,16 +59,14 @@ TEST_F(HistoryPageTest, EntryRefusesBadNumbersAndStoresAGoodDrawSorted) {
     QTest::keyClicks(page_->entryBox(1), QStringLiteral("a1-"));
     EXPECT_EQ(page_->entryBox(1)->text(), QStringLiteral("1"));
 
-    type({QStringLiteral("34"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"),
-          QStringLiteral("5"), QStringLiteral("6"), QStringLiteral("7")});
+    type("34 2 3 4 5 6 7");
     button("cmmUpdateHistory(0)")->click();
     EXPECT_EQ(screen_->shown, QStringList{QStringLiteral("输入有误或不完整,请核对后重新输入!")});
     EXPECT_EQ(latest_QiHao(), 2026096);
     EXPECT_EQ(page_->entryBox(1)->text(), QStringLiteral("34"));  // left for the user to correct
 
     screen_->shown.clear();
-    type({QStringLiteral("33"), QStringLiteral("2"), QStringLiteral("17"), QStringLiteral("4"),
-          QStringLiteral("9"), QStringLiteral("6"), QStringLiteral("16")});
+    type("33 2 17 4 9 6 16");
     // Enter on the blue adds the draw.
     QTest::keyClick(page_->entryBox(7), Qt::Key_Return);
     EXPECT_TRUE(screen_->shown.isEmpty());

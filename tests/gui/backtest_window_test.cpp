@@ -1,16 +1,13 @@
 // 条件回测, 容错 and 回测收益 from the window, on a started program with the shipped history. What the
 // passes find is held by BacktestTest and ReplayTest.
-#include <gtest/gtest.h>
 
 #include <QAction>
 #include <QLabel>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
 
 #include "domain/condition_catalogue.h"
-#include "filters/condition_store.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"

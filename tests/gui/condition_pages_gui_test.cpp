@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -118,10 +117,6 @@ TEST_F(ConditionPagesGuiTest, KeyListsAndCountPairsWriteTheirOwnRows) {
     EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3672=1 switch 13=1"));
     EXPECT_GT(sizes->grid()->model()->rowCount(), 3000);
 }
-
-}  // namespace
-
-namespace {
 
 TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistoryRange) {
     // Positions: a tick flips the number's cell; the switch is usable only with a tick.

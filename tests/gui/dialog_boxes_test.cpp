@@ -1,18 +1,13 @@
 // The program's own boxes as the player meets them: real message boxes, opened by the commands,
 // read for their title and buttons and answered by a watcher.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 #include "app/pipeline_commands.h"
 #include "domain/condition_catalogue.h"
-#include "filters/condition_store.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "pipeline/pick_state.h"

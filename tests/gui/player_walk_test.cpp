@@ -2,18 +2,14 @@
 // trip, the check, and a restart that finds the work again. The rules of each step are held by the
 // core tests of its routine; this walk holds that each button reaches its step on the grid's
 // tickets.
-#include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
 #include <array>
 #include <vector>
 
 #include "app/pipeline_commands.h"
-#include "filters/condition_store.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"

@@ -1,6 +1,5 @@
 // The window shows each result where the player looks: the prize check's hits as numbers and its
 // report in view, a status line that outlives every command, the entry row whole on a small screen.
-#include <gtest/gtest.h>
 
 #include <QAction>
 #include <QDateEdit>
@@ -10,7 +9,6 @@
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTableView>
-#include <QTest>
 
 #include "analysis/probability.h"
 #include "app/pipeline_commands.h"

@@ -1,13 +1,9 @@
 // 打印 and 导出PDF on the 投注号码 page: the PDF holds the grid's issue on the pages its layout
 // counts, and a Stop leaves no file behind.
-#include <gtest/gtest.h>
 
 #include <QFile>
 #include <QPrinter>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QRegularExpression>
-#include <QTest>
 
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"

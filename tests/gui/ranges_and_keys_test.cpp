@@ -175,11 +175,7 @@ TEST_F(RangesAndKeysTest, TicketMenuKeysAndStepShortcuts) {
 // Each window that opens takes the focus, has a button for Enter, and closes on Escape.
 TEST_F(RangesAndKeysTest, WindowsTakeFocusAndAnswerEnterAndEscape) {
     window_->show();
-    struct Opened {
-        QString name;
-        bool focused = false, hasDefault = false, closed = false;
-    };
-    QList<Opened> seen;
+    int opened = 0;
     QSet<QWidget*> before;
     for (QWidget* w : QApplication::topLevelWidgets())
         if (w->isVisible()) before << w;
@@ -189,14 +185,15 @@ TEST_F(RangesAndKeysTest, WindowsTakeFocusAndAnswerEnterAndEscape) {
         for (QWidget* w : QApplication::topLevelWidgets()) {
             if (!w->isVisible() || before.contains(w) || !w->isWindow()) continue;
             before << w;
+            ++opened;
             QCoreApplication::processEvents();
-            Opened o{w->objectName()};
-            o.focused = QApplication::activeWindow() == w && w->isAncestorOf(QApplication::focusWidget());
-            o.hasDefault = WindowKeys::defaultButton(w) != nullptr;
+            const std::string name = w->objectName().toStdString();
+            EXPECT_TRUE(QApplication::activeWindow() == w && w->isAncestorOf(QApplication::focusWidget()))
+                << name << " has no focus";
+            EXPECT_NE(WindowKeys::defaultButton(w), nullptr) << name;
             QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : w, Qt::Key_Escape);
             QCoreApplication::processEvents();
-            o.closed = !w->isVisible();
-            seen << o;
+            EXPECT_FALSE(w->isVisible()) << name << " stays open after Escape";
         }
     });
     poll.start();
@@ -211,12 +208,7 @@ TEST_F(RangesAndKeysTest, WindowsTakeFocusAndAnswerEnterAndEscape) {
     // 第3步's settings frame, a tool window rather than a dialog.
     QTest::mouseClick(ticketsPage_->command(kCmdShrink), Qt::LeftButton);
     QTest::qWait(120);
-    ASSERT_GE(seen.size(), entries.size() + 1);
-    for (const Opened& o : seen) {
-        EXPECT_TRUE(o.focused) << o.name.toStdString();
-        EXPECT_TRUE(o.hasDefault) << o.name.toStdString();
-        EXPECT_TRUE(o.closed) << o.name.toStdString();
-    }
+    EXPECT_GE(opened, entries.size() + 1);
 }
 
 }  // namespace

@@ -22,21 +22,15 @@ namespace {
 
 class AnalysisPagesTest : public StartedProgramTest<AnsweringScreen> {
   protected:
-    void SetUp() override {
-        StartedProgramTest::SetUp();
-        other_ = window_->otherPage();
-        ASSERT_NE(other_, nullptr);
-    }
+    // Turns to the analysis page `Page` of 其它.
     template <class Page>
     Page* show() {
-        Page* page = other_->findChild<Page*>();
+        Page* page = window_->otherPage()->findChild<Page*>();
         EXPECT_NE(page, nullptr);
         window_->selectPage(TopPage::Other);
-        other_->setCurrentWidget(page);
+        window_->otherPage()->setCurrentWidget(page);
         return page;
     }
-
-    OtherPage* other_ = nullptr;
 };
 
 TEST_F(AnalysisPagesTest, OmissionPageFillsOnFirstShowAndAnswersClicksAndTips) {

@@ -1,4 +1,3 @@
-
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>

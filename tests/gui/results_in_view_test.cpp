@@ -70,8 +70,8 @@ TEST_F(ResultsInViewTest, StatusLineOutlivesAnalysisAndAFailedDownload) {
     // The analysis says it is done where it was started, in a tip over the window.
     EXPECT_FALSE(window_->findChildren<QDialog*>().isEmpty());
 
-    save_MirrorAddresses({QStringLiteral("http://127.0.0.1:9/x"), QStringLiteral("http://127.0.0.1:9/x"),
-                          QStringLiteral("http://127.0.0.1:9/x")});
+    const QString refused = QStringLiteral("http://127.0.0.1:9/x");  // nothing listens on port 9
+    save_MirrorAddresses({refused, refused, refused});
     window_->historyPage()->downloadDraws();
     EXPECT_TRUE(screen_->shown.contains(msg::kDownloadFailed));
     EXPECT_EQ(screen_->statusText(1), history);

@@ -1,21 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <QComboBox>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTableView>
 #include <QTableWidget>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include "analysis/history_tables.h"
 #include "analysis/jindu.h"
-#include "app/app_flow.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
-#include "history/history_queries.h"
-#include "screen/shared_state.h"
-#include "store/store.h"
 #include "ui/analysis/combination_omission_window.h"
 #include "ui/analysis/combination_page.h"
 #include "ui/analysis/omission_chart.h"
@@ -23,8 +12,6 @@
 #include "ui/analysis/other_page.h"
 #include "ui/analysis/recent_hits_page.h"
 #include "ui/history/analysis_groups_dialog.h"
-#include "ui/shell/form_main.h"
-#include "ui/shell/program_session.h"
 #include "widgets/cursor_model.h"
 #include "widgets/jindu_panel.h"
 
@@ -34,21 +21,15 @@ namespace {
 
 class AnalysisPagesTest : public StartedProgramTest<AnsweringScreen> {
   protected:
-    void SetUp() override {
-        StartedProgramTest::SetUp();
-        other_ = window_->otherPage();
-        ASSERT_NE(other_, nullptr);
-    }
+    // Turns to the analysis page `Page` of 其它.
     template <class Page>
     Page* show() {
-        Page* page = other_->findChild<Page*>();
+        Page* page = window_->otherPage()->findChild<Page*>();
         EXPECT_NE(page, nullptr);
         window_->selectPage(TopPage::Other);
-        other_->setCurrentWidget(page);
+        window_->otherPage()->setCurrentWidget(page);
         return page;
     }
-
-    OtherPage* other_ = nullptr;
 };
 
 TEST_F(AnalysisPagesTest, OmissionPageFillsOnFirstShowAndAnswersClicksAndTips) {

@@ -1,37 +1,31 @@
-// 条件回测 and 容错 from the window, on a started program with the shipped history.
-#include <gtest/gtest.h>
+// 条件回测, 容错 and 回测收益 from the window, on a started program with the shipped history. What the
+// passes find is held by BacktestTest and ReplayTest.
 
 #include <QAction>
 #include <QLabel>
-#include <QPushButton>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTableWidget>
 
 #include "domain/condition_catalogue.h"
-#include "filters/backtest.h"
-#include "filters/condition_store.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
+#include "pipeline/pick_state.h"
+#include "ui/analysis/replay_window.h"
 #include "ui/conditions/backtest_window.h"
-#include "ui/shell/form_main.h"
-#include "ui/shell/gui_screen.h"
 
 namespace dovrex {
 namespace {
 
-using SilentScreen = AnsweringScreen;
-
-class BacktestWindowTest : public SeededProgramTest {};
+class BacktestWindowTest : public StartedProgramTest<AnsweringScreen> {
+  protected:
+    void trigger(const char* entry) { window_->findChild<QAction*>(QLatin1String(entry))->trigger(); }
+};
 
 // The tolerance beside the condition tabs writes its row; the menu opens the window, which measures
 // the newest hundred draws with the conditions on and shows a row for each draw and condition.
 TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
-    SilentScreen* screen = nullptr;
-    session_ = makeSession(screen);
-    ASSERT_TRUE(session_->start());
-    FormMain* w = session_->window();
-
-    auto* tolerance = w->findChild<QSpinBox*>(QStringLiteral("Spin_RongCuo"));
+    auto* tolerance = window_->findChild<QSpinBox*>(QStringLiteral("Spin_RongCuo"));
     ASSERT_NE(tolerance, nullptr);
     tolerance->setValue(2);
     EXPECT_EQ(filter_Tolerance(), 2);
@@ -39,8 +33,8 @@ TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
     set_ShiYongQingKuang(1, 1);  // 和值 within 100..130 only
     set_GuoLvFanWei(1000, 1183, 0);
     set_GuoLvFanWei(1100, 1130, 1);
-    w->findChild<QAction*>(QStringLiteral("mnu_TiaoJianHuiCe"))->trigger();
-    auto* window = w->findChild<BacktestWindow*>(QStringLiteral("frmTiaoJianHuiCe"));
+    trigger("mnu_TiaoJianHuiCe");
+    auto* window = window_->findChild<BacktestWindow*>(QStringLiteral("frmTiaoJianHuiCe"));
     ASSERT_NE(window, nullptr);
     ASSERT_TRUE(window->isVisible());
     window->run();
@@ -58,6 +52,43 @@ TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
     EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("Label_HuiCeJieGuo"))
                     ->text()
                     .contains(QStringLiteral("回测 100 期")));
+}
+
+// The menu and the back-test window's button open the one replay window; it replays the draws asked
+// for and shows a row a draw, the verdict and the chart.
+TEST_F(BacktestWindowTest, MenuAndBacktestButtonOpenTheReplayWhichShowsEachDraw) {
+    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
+    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    set_GuoLvTiaoJian(kShrinkTypeId, 7);
+    resetRedPicks();
+    resetBluePicks();
+    pickRange(1, 9, kPickDrag);
+    pickRange(101, 101, kPickDrag);
+
+    trigger("mnu_HuiCeShouYi");
+    auto* window = window_->findChild<ReplayWindow*>(QStringLiteral("frmHuiCeShouYi"));
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    window->hide();
+    trigger("mnu_TiaoJianHuiCe");
+    window_->findChild<BacktestWindow*>()
+        ->findChild<QPushButton*>(QStringLiteral("cmd_HuiCeShouYi"))
+        ->click();
+    EXPECT_EQ(window_->findChildren<ReplayWindow*>().size(), 1);
+    EXPECT_TRUE(window->isVisible());
+
+    auto* draws = window->findChild<QSpinBox*>(QStringLiteral("Spin_HuiCeQiShu"));
+    EXPECT_EQ(draws->value(), 30);
+    draws->setValue(12);
+    window->run();
+    EXPECT_EQ(window->result().draws.size(), 12);
+    EXPECT_EQ(window->result().cost, 12 * 84 * 2);  // the picks of the page: 84 tickets a draw
+    EXPECT_EQ(window->findChild<QTableWidget*>()->rowCount(), 12);
+    EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("Label_HuiCeShouYi"))->text().contains(u'%'));
+    for (int tab : {0, 1}) {
+        window->findChild<QTabWidget*>()->setCurrentIndex(tab);
+        keepPicture(window, QStringLiteral("replay-window-%1").arg(tab));
+    }
 }
 
 }  // namespace

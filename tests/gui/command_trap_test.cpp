@@ -1,37 +1,24 @@
 // Commands from the window: a fault of any kind in one leaves the window usable with what it wrote,
 // no command starts inside another, and a close during a pass stops the pass and runs the exit
 // once the pass has returned.
-#include <gtest/gtest.h>
 
 #include <QAction>
-#include <QApplication>
-#include <QFrame>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
-#include <functional>
 #include <new>
 #include <stdexcept>
 
 #include "app/app_flow.h"
 #include "app/pipeline_commands.h"
-#include "filters/condition_store.h"
+#include "domain/condition_catalogue.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "history/draw_list.h"
 #include "pipeline/pick_state.h"
-#include "pipeline/shrink.h"
 #include "pipeline/ticket_init.h"
-#include "screen/shared_state.h"
-#include "screen/ticket_page.h"
-#include "store/store.h"
 #include "support/draw_list_server.h"
 #include "ui/analysis/combination_page.h"
 #include "ui/analysis/other_page.h"
-#include "ui/shell/form_main.h"
-#include "ui/shell/gui_screen.h"
-#include "ui/tickets/tickets_page.h"
 #include "widgets/command_trap.h"
 
 using namespace dovrex;
@@ -64,20 +51,10 @@ class TrapScreen : public AnsweringScreen {
 };
 
 class CommandTrapTest : public StartedProgramTest<TrapScreen> {
-  public:
+  protected:
     static void pick(int from, int to) { pickRange(from, to, kPickDrag); }
-
-  protected:
-    void clickCommand(int index) {
-        window_->selectPage(TopPage::Tickets);
-        QTest::mouseClick(ticketsPage_->command(index), Qt::LeftButton);
-    }
-    QAction* action(const char* name) const { return window_->findChild<QAction*>(QLatin1String(name)); }
-
-  public:
     static int count(const char* sql) { return store().scalar(QString::fromUtf8(sql)).toInt(); }
-
-  protected:
+    QAction* action(const char* name) const { return window_->findChild<QAction*>(QLatin1String(name)); }
 };
 
 // An exception of any kind in the middle of a pass: the player is told (memory exhaustion in its
@@ -120,113 +97,87 @@ TEST_F(CommandTrapTest, AFaultInAPassLeavesTheWindowUsable) {
     EXPECT_EQ(count("select count(*) from 日志表 where 期号=2026097"), 77520);
 }
 
-// What each pass starts from, how the window starts it, and the count in the pack after the close:
-// above `low` and below `high` (the pass was stopped, and what it had done was kept).
-class CloseDuringPassTest;
-struct ClosePass {
-    const char* name;
-    void (*setup)(CloseDuringPassTest&);
-    void (*start)(CloseDuringPassTest&);
-    const char* count;
-    int high;
-};
+// A close while a pass runs: the exit waits for the pass, which stops, and saves what it did.
+class CloseDuringPassTest : public CommandTrapTest {
+  protected:
+    // Closes the window at a yield of the pass that `start` begins (in the download, the fourth
+    // new draw); then the pack holds more than `low` and fewer than `high` rows of `countSql`.
+    void closeDuringPass(const std::function<void()>& start, const char* countSql, int low, int high) {
+        bool exited = false, saved = false;
+        QObject::connect(window_, &FormMain::exited, [&](bool ok) {
+            exited = true;
+            saved = ok;
+        });
+        screen_->pumps = 0;
+        screen_->closeAtPump = 15;
+        start();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return exited; }, 20000));
+        EXPECT_TRUE(saved);
+        EXPECT_GT(screen_->depthAtClose, 0) << "the close came after the pass";
+        session_.reset();
 
-class CloseDuringPassTest : public CommandTrapTest, public ::testing::WithParamInterface<ClosePass> {
-  public:
-    void clickCommand(int index) { CommandTrapTest::clickCommand(index); }
-    FormMain* window() const { return window_; }
-    DrawListServer server;
-    int low = 0, high = 0;
-
+        AppFlow flow(paths_);
+        ASSERT_EQ(flow.start(), StartOutcome::Ready);
+        const int kept = count(countSql);
+        EXPECT_GT(kept, low);
+        EXPECT_LT(kept, high);
+        flow.abandon();
+    }
     // 924 tickets of issue 2026097: twelve red drags and one blue.
-    static void ticketsOf13(CloseDuringPassTest&) {
+    static void ticketsOf13() {
         pick(1, 12);
         pick(101, 101);
         init_TouZhu(2026097);
     }
-    // The shipped history and twenty draws after it, served on every mirror.
-    static void serveTwentyNewDraws(CloseDuringPassTest& t) {
-        QList<DrawRecord> draws = read_DrawRecords(store());
-        for (int i = 1; i <= 20; ++i) {
-            DrawRecord d = draws.last();
-            d.issue += 1;
-            d.date += 2;
-            draws << d;
-        }
-        Clock::setToday(toQDate(draws.last().date));  // the new draws are no later than today
-        ASSERT_TRUE(t.server.start());
-        t.server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
-        const QString url = t.server.url(QStringLiteral("/list.txt"));
-        save_MirrorAddresses({url, url, url});
-        set_PageTimeout(5000);
-        t.low = int(draws.size()) - 20;
-        t.high = int(draws.size());
-    }
 };
 
-TEST_P(CloseDuringPassTest, TheExitWaitsForThePassAndSavesWhatItDid) {
-    const ClosePass& pass = GetParam();
-    high = pass.high;
-    pass.setup(*this);
-    bool exited = false, saved = false;
-    QObject::connect(window_, &FormMain::exited, [&](bool ok) {
-        exited = true;
-        saved = ok;
-    });
-    screen_->pumps = 0;
-    screen_->closeAtPump = 15;  // in the download, the fourth new draw
-    pass.start(*this);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return exited; }, 20000));
-    EXPECT_TRUE(saved);
-    EXPECT_GT(screen_->depthAtClose, 0) << "the close came after the pass";
-    session_.reset();
+TEST_F(CloseDuringPassTest, Filter) {
+    ticketsOf13();
+    closeDuringPass([this] { clickCommand(kCmdFilter); }, "select count(*) from 日志表", 0, 925);
+}
 
-    AppFlow flow(paths_);
-    ASSERT_EQ(flow.start(), StartOutcome::Ready);
-    const int kept = count(pass.count);
-    EXPECT_GT(kept, low);
-    EXPECT_LT(kept, high);
-    flow.abandon();
+TEST_F(CloseDuringPassTest, Shrink) {
+    ticketsOf13();
+    set_GuoLvTiaoJian(kShrinkTypeId, 6);
+    const auto openSettingsAndRun = [this] {
+        clickCommand(kCmdShrink);
+        clickCommand(kCmdShrink);
+    };
+    closeDuringPass(openSettingsAndRun, "select count(*) from 日志表", 0, 925);
+}
+
+// The shipped history and twenty draws after it, served on every mirror.
+TEST_F(CloseDuringPassTest, Download) {
+    QList<DrawRecord> draws = read_DrawRecords(store());
+    for (int i = 1; i <= 20; ++i) {
+        DrawRecord d = draws.last();
+        d.issue += 1;
+        d.date += 2;
+        draws << d;
+    }
+    Clock::setToday(toQDate(draws.last().date));  // the new draws are no later than today
+    DrawListServer server;
+    ASSERT_TRUE(server.start());
+    server.setPage(QStringLiteral("/list.txt"), format_DrawList(draws));
+    const QString url = server.url(QStringLiteral("/list.txt"));
+    save_MirrorAddresses({url, url, url});
+    set_PageTimeout(5000);
+    window_->selectPage(TopPage::History);
+    auto* update = window_->findChild<QPushButton*>(QStringLiteral("cmmUpdateHistory(1)"));
+    closeDuringPass([update] { QTest::mouseClick(update, Qt::LeftButton); }, "select count(*) from 历史记录",
+                    int(draws.size()) - 20, int(draws.size()));
     set_PageTimeout(30000);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Passes, CloseDuringPassTest,
-    ::testing::Values(
-        ClosePass{"filter", CloseDuringPassTest::ticketsOf13,
-                  [](CloseDuringPassTest& t) { t.clickCommand(kCmdFilter); }, "select count(*) from 日志表",
-                  925},
-        ClosePass{"shrink",
-                  [](CloseDuringPassTest& t) {
-                      CloseDuringPassTest::ticketsOf13(t);
-                      set_GuoLvTiaoJian(kShrinkTypeId, 6);
-                  },
-                  [](CloseDuringPassTest& t) {
-                      t.clickCommand(kCmdShrink);  // opens the settings
-                      t.clickCommand(kCmdShrink);  // runs
-                  },
-                  "select count(*) from 日志表", 925},
-        ClosePass{"download", CloseDuringPassTest::serveTwentyNewDraws,
-                  [](CloseDuringPassTest& t) {
-                      t.window()->selectPage(TopPage::History);
-                      QTest::mouseClick(
-                          t.window()->findChild<QPushButton*>(QStringLiteral("cmmUpdateHistory(1)")),
-                          Qt::LeftButton);
-                  },
-                  "select count(*) from 历史记录", 0},
-        ClosePass{"pair_omission",
-                  // The close lands in the table of draws the statistics start from; the page is
-                  // shown first, so that the yields counted are the statistics' own.
-                  [](CloseDuringPassTest& t) {
-                      t.high = CloseDuringPassTest::count("select count(*) from 历史记录");
-                      t.window()->selectPage(TopPage::Other);
-                      t.window()->otherPage()->setCurrentWidget(t.window()->findChild<CombinationPage*>());
-                      QTest::qWait(200);
-                  },
-                  [](CloseDuringPassTest& t) {
-                      t.window()->findChild<QAction*>(QStringLiteral("mnu_ZuHeYiLou2"))->trigger();
-                  },
-                  "select count(*) from TBLhmYLTJfenbu", 0}),
-    [](const auto& info) { return std::string(info.param.name); });
+// The close lands in the table of draws the statistics start from; the page is shown first, so
+// that the yields counted are the statistics' own.
+TEST_F(CloseDuringPassTest, PairOmission) {
+    const int draws = count("select count(*) from 历史记录");
+    window_->selectPage(TopPage::Other);
+    window_->otherPage()->setCurrentWidget(window_->findChild<CombinationPage*>());
+    QTest::qWait(200);
+    closeDuringPass([this] { action("mnu_ZuHeYiLou2")->trigger(); }, "select count(*) from TBLhmYLTJfenbu", 0,
+                    draws);
+}
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -119,10 +117,6 @@ TEST_F(ConditionPagesGuiTest, KeyListsAndCountPairsWriteTheirOwnRows) {
     EXPECT_GT(sizes->grid()->model()->rowCount(), 3000);
 }
 
-}  // namespace
-
-namespace {
-
 TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistoryRange) {
     // Positions: a tick flips the number's cell; the switch is usable only with a tick.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 第2位=0"));
@@ -186,11 +180,10 @@ TEST_F(ConditionPagesGuiTest, IntervalsRecountTheHistoryWhenThePageIsLeft) {
     page->choice()->button(4)->click();
     page->numbers()->button(1)->click();  // 01 joins interval 4
     EXPECT_EQ(test::intScalar(QStringLiteral("select 区间4 from 号码特性 where 号码=1")), 1);
-    EXPECT_FALSE(
-        ui().messages().contains(QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。")));
+    const QString recount = QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。");
+    EXPECT_FALSE(ui().messages().contains(recount));
     page->hide();
-    EXPECT_TRUE(
-        ui().messages().contains(QStringLiteral("区间重新划分之后，各区间的开出号码个数需要重新计算。。。")));
+    EXPECT_TRUE(ui().messages().contains(recount));
     // 2026096 drew 01 04 16 22 26 31: 01, 26 and 31 are now in interval 4.
     EXPECT_EQ(test::intScalar(QStringLiteral("select 区间4 from 历史记录 where 期号=2026096")), 3);
 }

@@ -1,18 +1,13 @@
 // The program's own boxes as the player meets them: real message boxes, opened by the commands,
 // read for their title and buttons and answered by a watcher.
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 #include "app/pipeline_commands.h"
 #include "domain/condition_catalogue.h"
-#include "filters/condition_store.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "pipeline/pick_state.h"
@@ -65,70 +60,62 @@ class BoxWatcher : public QObject {
 
 class DialogBoxesTest : public StartedProgramTest<RealBoxScreen> {
   protected:
-    // The boxes the action opened, newest last.
-    QList<SeenBox> boxesOf(const std::function<void()>& action) {
-        watcher_.boxes.clear();
-        action();
-        return watcher_.boxes;
-    }
-    void clickCommand(int index) {
-        window_->selectPage(TopPage::Tickets);
-        QTest::mouseClick(ticketsPage_->command(index), Qt::LeftButton);
-    }
     BoxWatcher watcher_;
 };
 
 const QStringList kOkCancel{QStringLiteral("取消"), QStringLiteral("确定")};
 const QStringList kYesNo{QStringLiteral("否(&N)"), QStringLiteral("是(&Y)")};
 const QStringList kOk{QStringLiteral("确定")};
+const QString kCaption = QStringLiteral("双色球 dovrex");
 
-// The go-ahead of a pass asks 确定/取消; the question about an issue's old tickets is titled
-// 信息提示 and asks 是/否; a failed prize check, a failed delete and a finished update wear their
-// own titles.
+// The go-ahead of a pass asks 确定/取消 under the program's caption; the question about an issue's
+// old tickets is titled 信息提示 and asks 是/否 (否 keeps them, and the step then says what it did); a
+// failed prize check, a failed delete and a finished update wear their own titles.
 TEST_F(DialogBoxesTest, EachBoxHasItsTitleAndButtons) {
     pickRange(1, 7, kPickDrag);
     pickRange(101, 101, kPickDrag);
     clickCommand(kCmdInit);  // seven tickets of the next issue, which has no draw yet
-
-    auto boxes = boxesOf([&] { clickCommand(kCmdInit); });
-    ASSERT_GE(boxes.size(), 1);
-    EXPECT_EQ(boxes.first().title, QStringLiteral("信息提示"));
-    EXPECT_EQ(boxes.first().buttons, kYesNo);
-
-    for (int command : {kCmdFilter, kCmdDelete}) {
-        boxes = boxesOf([&] { clickCommand(command); });
-        ASSERT_EQ(boxes.size(), 1) << command;
-        EXPECT_EQ(boxes[0].buttons, kOkCancel) << command;
-    }
     set_GuoLvTiaoJian(kShrinkTypeId, 6);
-    boxes = boxesOf([&] {
-        clickCommand(kCmdShrink);  // opens the shrink settings
-        clickCommand(kCmdShrink);  // asks
-    });
-    ASSERT_EQ(boxes.size(), 1);
-    EXPECT_EQ(boxes[0].buttons, kOkCancel);
 
-    boxes = boxesOf([&] { window_->findChild<QAction*>(QStringLiteral("mnu_ZuHeYiLou2"))->trigger(); });
-    ASSERT_EQ(boxes.size(), 1);
-    EXPECT_EQ(boxes[0].buttons, kOkCancel);
-
-    boxes = boxesOf([&] { clickCommand(kCmdPrizeCheck); });
-    ASSERT_EQ(boxes.size(), 1);
-    EXPECT_EQ(boxes[0].title, QStringLiteral("出错啦!"));
-    EXPECT_EQ(boxes[0].buttons, kOk);
-
-    screen_->typed = QStringLiteral("2000001");
-    boxes = boxesOf([&] {
-        window_->selectPage(TopPage::History);
-        window_->historyPage()->deleteDraw();
-    });
-    ASSERT_EQ(boxes.size(), 1);
-    EXPECT_EQ(boxes[0].title, QStringLiteral("删除失败"));
-
-    boxes =
-        boxesOf([] { update_FromFile(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/text_list_asc.txt")); });
-    ASSERT_EQ(boxes.size(), 1);
-    EXPECT_EQ(boxes[0].title, QStringLiteral("下载记录"));
+    const struct {
+        const char* what;
+        std::function<void()> action;
+        QString title;
+        QStringList buttons;
+        int boxes = 1;
+    } cases[] = {
+        {"init again", [&] { clickCommand(kCmdInit); }, QStringLiteral("信息提示"), kYesNo, 2},
+        {"filter", [&] { clickCommand(kCmdFilter); }, kCaption, kOkCancel},
+        {"delete", [&] { clickCommand(kCmdDelete); }, kCaption, kOkCancel},
+        {"shrink",
+         [&] {
+             clickCommand(kCmdShrink);  // opens the shrink settings
+             clickCommand(kCmdShrink);  // asks
+         },
+         kCaption, kOkCancel},
+        {"pair omission", [&] { window_->findChild<QAction*>(QStringLiteral("mnu_ZuHeYiLou2"))->trigger(); },
+         kCaption, kOkCancel},
+        {"prize check", [&] { clickCommand(kCmdPrizeCheck); }, QStringLiteral("出错啦!"), kOk},
+        {"delete a draw",
+         [&] {
+             screen_->typed = QStringLiteral("2000001");
+             window_->selectPage(TopPage::History);
+             window_->historyPage()->deleteDraw();
+         },
+         QStringLiteral("删除失败"), kOk},
+        {"update from a file",
+         [] { update_FromFile(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/text_list_asc.txt")); },
+         QStringLiteral("下载记录"), kOk},
+    };
+    for (const auto& c : cases) {
+        watcher_.boxes.clear();
+        c.action();
+        const QList<SeenBox>& boxes = watcher_.boxes;
+        ASSERT_FALSE(boxes.isEmpty()) << c.what;
+        EXPECT_EQ(boxes.size(), c.boxes) << c.what;
+        EXPECT_EQ(boxes[0].title, c.title) << c.what;
+        EXPECT_EQ(boxes[0].buttons, c.buttons) << c.what;
+    }
 }
 
 }  // namespace

@@ -1,26 +1,21 @@
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
-#include <QTemporaryDir>
-#include <QTest>
 
-#include "app/app_flow.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
+#include "history/draw_download.h"
 #include "history/draw_records.h"
 #include "history/history_queries.h"
 #include "pipeline/pick_state.h"
-#include "screen/shared_state.h"
+#include "store/factory_data.h"
 #include "store/schema.h"
-#include "store/store.h"
+#include "support/test_support.h"
 #include "ui/history/fenbu_grid.h"
 #include "ui/history/history_page.h"
-#include "ui/shell/form_main.h"
-#include "ui/shell/program_session.h"
+#include "ui/history/mirror_settings_dialog.h"
 #include "widgets/cursor_model.h"
 #include "widgets/search_row.h"
 
@@ -28,21 +23,19 @@ using namespace dovrex;
 
 namespace {
 
-// Keeps the boxes' texts and answers questions from a queue instead of opening them.
-class BoxScreen : public AnsweringScreen {
-  public:
-    BoxScreen() { answer = false; }
-};
-
-class HistoryPageTest : public StartedProgramTest<BoxScreen> {
+// Questions answered from a queue, no when it is empty.
+class HistoryPageTest : public StartedProgramTest<AnsweringScreen> {
   protected:
     void SetUp() override {
         StartedProgramTest::SetUp();
+        screen_->answer = false;
         page_ = window_->historyPage();
         window_->selectPage(TopPage::History);
     }
 
-    void type(const QStringList& balls) {
+    // Types the balls, given blank-separated, into the entry boxes from the first red on.
+    void type(const char* ballsText) {
+        const QStringList balls = QString::fromLatin1(ballsText).split(u' ');
         for (int i = 0; i < balls.size(); ++i) {
             QLineEdit* box = page_->entryBox(i + 1);
             box->clear();
@@ -65,24 +58,21 @@ TEST_F(HistoryPageTest, EntryRefusesBadNumbersAndStoresAGoodDrawSorted) {
     QTest::keyClicks(page_->entryBox(1), QStringLiteral("a1-"));
     EXPECT_EQ(page_->entryBox(1)->text(), QStringLiteral("1"));
 
-    type({QStringLiteral("34"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"),
-          QStringLiteral("5"), QStringLiteral("6"), QStringLiteral("7")});
+    type("34 2 3 4 5 6 7");
     button("cmmUpdateHistory(0)")->click();
     EXPECT_EQ(screen_->shown, QStringList{QStringLiteral("输入有误或不完整,请核对后重新输入!")});
     EXPECT_EQ(latest_QiHao(), 2026096);
     EXPECT_EQ(page_->entryBox(1)->text(), QStringLiteral("34"));  // left for the user to correct
 
     screen_->shown.clear();
-    type({QStringLiteral("33"), QStringLiteral("2"), QStringLiteral("17"), QStringLiteral("4"),
-          QStringLiteral("9"), QStringLiteral("6"), QStringLiteral("16")});
+    type("33 2 17 4 9 6 16");
     // Enter on the blue adds the draw.
     QTest::keyClick(page_->entryBox(7), Qt::Key_Return);
     EXPECT_TRUE(screen_->shown.isEmpty());
-    EXPECT_EQ(latest_QiHao(), 2026097);
-    EXPECT_EQ(store()
-                  .scalar(QStringLiteral("select 红球1 || ',' || 红球6 from 历史记录 where 期号=2026097"))
-                  .toString(),
-              QStringLiteral("2,33"));
+    // The boxes reach the store (what it does with them: HistoryEntryTest).
+    EXPECT_EQ(
+        test::scalar(QStringLiteral("select 红球1||','||红球6||'+'||蓝球 from 历史记录 where 期号=2026097")),
+        QStringLiteral("2,33+16"));
     // The row moves on; the grid shows the new draw at its end.
     EXPECT_EQ(page_->entryBox(0)->text(), QStringLiteral("2026098"));
     EXPECT_EQ(page_->datePicker()->date(), QDate(2026, 8, 25));
@@ -96,10 +86,7 @@ TEST_F(HistoryPageTest, SearchRowCountsMatchesAndANoMatchClearsIt) {
     SearchRow* row = page_->searchRow();
     ASSERT_TRUE(row->isVisible());
     const CursorModel* model = page_->model();
-    int blue = -1;
-    for (int c = 0; c < model->columnCount(); ++c)
-        if (model->headerData(c, Qt::Horizontal).toString() == QStringLiteral("蓝球")) blue = c;
-    ASSERT_GE(blue, 0);
+    const int blue = columnOf(model, QStringLiteral("蓝球"));
     ASSERT_NE(row->input(blue), nullptr);
 
     screen_->shown.clear();
@@ -118,15 +105,13 @@ TEST_F(HistoryPageTest, SearchRowCountsMatchesAndANoMatchClearsIt) {
     EXPECT_EQ(model->rowCount(), 3493);  // back to the default view
 }
 
+// What a deletion says and what a click in the grid picks: HistoryEntryTest.DeletionAsks... and
+// PicksTest.PickingInTheDistributionGrid.
 TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
     screen_->typed = {QStringLiteral("2026001")};
     button("cmm_scls")->click();
     EXPECT_EQ(screen_->shown, QStringList{msg::kDrawDeleteDone});
     EXPECT_EQ(page_->model()->rowCount(), 3492);
-    screen_->shown.clear();
-    screen_->typed = {QStringLiteral("2026001")};
-    button("cmm_scls")->click();
-    EXPECT_EQ(screen_->shown, QStringList{msg::kDeleteMissing});
 
     page_->setMode(HistoryShowMode::Newest100);
     page_->setView(HistoryView::Distribution);
@@ -140,8 +125,6 @@ TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
     EXPECT_EQ(pick_Values()[5], kPickDrag);
     EXPECT_EQ(pick_Values()[9], kPickBanker);
     EXPECT_EQ(fenBu->index(row, 5).data().toString(), QStringLiteral("*"));
-    EXPECT_TRUE(page_->fenBuGrid()->pressCell(row, 5, true));
-    EXPECT_EQ(pick_Values()[5], kPickNone);
 
     page_->setView(HistoryView::Analysis);
     auto* groups =
@@ -163,6 +146,32 @@ TEST_F(HistoryPageTest, TheSelectedDrawShowsItsPrizeTable) {
     EXPECT_TRUE(prizes->text().startsWith(
         QStringLiteral("2026096 期奖金　一等奖：8 注 6821493 元　二等奖：奖金未知")))
         << prizes->text().toStdString();
+}
+
+// The download address dialog: what it shows, what it keeps, what it refuses.
+class MirrorSettingsDialogTest : public test::FreshStoreTest {};
+
+TEST_F(MirrorSettingsDialogTest, KeepsValidAddressesAndRefusesOthers) {
+    MirrorSettingsDialog dialog;
+    EXPECT_EQ(dialog.addresses(), defaultMirrorAddresses());
+
+    dialog.setAddresses(
+        {QStringLiteral("http://a.example/l.txt"), QStringLiteral("ftp://b.example/l.txt"), QString()});
+    dialog.accept();
+    EXPECT_NE(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(load_MirrorAddresses(), defaultMirrorAddresses()) << "nothing kept while one address is bad";
+
+    dialog.setAddresses(
+        {QStringLiteral("http://a.example/l.txt"), QStringLiteral("https://b.example/l.txt"), QString()});
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(load_MirrorAddresses(),
+              (QStringList{QStringLiteral("http://a.example/l.txt"),
+                           QStringLiteral("https://b.example/l.txt"), defaultMirrorAddresses()[2]}));
+
+    for (QPushButton* b : dialog.findChildren<QPushButton*>())
+        if (b->text() == QStringLiteral("恢复默认")) b->click();
+    EXPECT_EQ(dialog.addresses(), defaultMirrorAddresses());
 }
 
 }  // namespace

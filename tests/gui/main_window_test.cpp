@@ -1,24 +1,12 @@
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QDateEdit>
 #include <QFile>
 #include <QFileInfo>
-#include <QFrame>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPointer>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QStatusBar>
-#include <QTabWidget>
 #include <QTableView>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 #include "app/app_flow.h"
@@ -30,28 +18,23 @@
 #include "history/history_display.h"
 #include "history/history_queries.h"
 #include "screen/control_roles.h"
-#include "screen/shared_state.h"
-#include "store/store.h"
 #include "support/draw_list_server.h"
 #include "support/test_support.h"
 #include "ui/history/history_page.h"
-#include "ui/shell/form_main.h"
-#include "ui/shell/gui_screen.h"
 #include "ui/shell/help_page.h"
 #include "ui/shell/main_window.h"
-#include "ui/shell/program_session.h"
 #include "users/users.h"
 #include "widgets/cursor_model.h"
-#include "widgets/timed_tip.h"
 
 using namespace dovrex;
 
 namespace {
 
-// Answers every yes/no box with `answer` and keeps what it was shown instead of opening boxes.
-class ScriptedScreen : public AnsweringScreen {
+// Answers every yes/no box with `answer` (no, unless a test says yes) and keeps what it was shown
+// instead of opening boxes.
+class LoginScreen : public AnsweringScreen {
   public:
-    ScriptedScreen() { answer = false; }
+    LoginScreen() { answer = false; }
     // The first-run choice and the login, answered without their windows.
     int mode = 1;
     QString user, password;
@@ -67,24 +50,14 @@ class ScriptedScreen : public AnsweringScreen {
 
 constexpr int kShippedDraws = 3493;
 
-class MainWindowTest : public SeededProgramTest {
-  protected:
-    // A session whose boxes are answered by a ScriptedScreen.
-    std::unique_ptr<ProgramSession> session(ScriptedScreen*& screen) { return makeSession(screen); }
-
-    static int column(const CursorModel* model, const QString& name) {
-        for (int c = 0; c < model->columnCount(); ++c)
-            if (model->headerData(c, Qt::Horizontal).toString() == name) return c;
-        return -1;
-    }
-};
+// The program started on the seeded folder; a test may start more sessions with makeSession.
+class MainWindowTest : public StartedProgramTest<LoginScreen> {};
+// The seeded folder, nothing started yet: the first start is the test's own.
+class FirstStartTest : public SeededProgramTest {};
 
 TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
-    ASSERT_TRUE(s->start());
-    FormMain* w = s->window();
-    ASSERT_TRUE(w && w->isVisible());
+    FormMain* w = window_;
+    ASSERT_TRUE(w->isVisible());
     EXPECT_EQ(w->windowTitle(), QStringLiteral("双色球 dovrex"));
     EXPECT_EQ(shared().g_MainCaption, w->windowTitle());
     EXPECT_FALSE(w->windowIcon().isNull());
@@ -96,45 +69,42 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
     EXPECT_EQ(w->tabStrip()->objectName(), QStringLiteral("TabStrip_Top"));
 
     // The grid, found by its role the way the logic finds it.
-    CursorModel* model = screen->gridModel(role::TDBGridHistory);
+    CursorModel* model = screen_->gridModel(role::TDBGridHistory);
     ASSERT_NE(model, nullptr);
     EXPECT_EQ(model->rowCount(), kShippedDraws);
     QTableView* grid = w->historyPage()->grid();
-    const int issue = column(model, QStringLiteral("期号"));
-    const int date = column(model, QStringLiteral("开奖日期"));
-    ASSERT_GE(issue, 0);
-    ASSERT_GE(date, 0);
+    const int issue = columnOf(model, QStringLiteral("期号"));
+    const int date = columnOf(model, QStringLiteral("开奖日期"));
+    ASSERT_TRUE(issue >= 0 && date >= 0);
     EXPECT_EQ(model->index(kShippedDraws - 1, issue).data().toString(), QStringLiteral("2026096"));
     EXPECT_EQ(model->index(kShippedDraws - 1, date).data().toString(), QStringLiteral("2026/08/20"));
     EXPECT_EQ(grid->columnWidth(issue), 75);
     EXPECT_EQ(grid->columnWidth(date), 94);
     for (const char* hidden : {"已完成", "总期号", "遗漏数据"})
-        EXPECT_TRUE(grid->isColumnHidden(column(model, QString::fromUtf8(hidden)))) << hidden;
-    EXPECT_FALSE(grid->isColumnHidden(column(model, QStringLiteral("红球1"))));
-    EXPECT_EQ(model->index(0, column(model, QStringLiteral("蓝球"))).data(Qt::ForegroundRole).value<QColor>(),
-              QColor(Qt::blue));
+        EXPECT_TRUE(grid->isColumnHidden(columnOf(model, QString::fromUtf8(hidden)))) << hidden;
+    EXPECT_FALSE(grid->isColumnHidden(columnOf(model, QStringLiteral("红球1"))));
+    EXPECT_EQ(
+        model->index(0, columnOf(model, QStringLiteral("蓝球"))).data(Qt::ForegroundRole).value<QColor>(),
+        QColor(Qt::blue));
     EXPECT_EQ(grid->currentIndex().row(), kShippedDraws - 1);
 
     // The draw of 2026/08/20 is followed by the one of Sunday 08/23: not stale on the 21st.
-    EXPECT_EQ(screen->statusText(1), msg::kHistoryUpToDate);
-    EXPECT_TRUE(screen->statusText(3).contains(
+    EXPECT_EQ(screen_->statusText(1), msg::kHistoryUpToDate);
+    EXPECT_TRUE(screen_->statusText(3).contains(
         QStringLiteral("最新：2026096 期 2026/08/20 开奖  │  下期：2026097 期 2026/08/23 开奖")));
-    EXPECT_TRUE(screen->asked.isEmpty());
+    EXPECT_TRUE(screen_->asked.isEmpty());
 }
 
 // Every control the logic names reaches a control or a menu entry of the main window, and a name
 // the window lacks is reported instead of being dropped.
 TEST_F(MainWindowTest, EveryDeclaredRoleReachesAControl) {
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
-    ASSERT_TRUE(s->start());
-    for (const QString& name : role::all()) EXPECT_TRUE(screen->reaches(name)) << name.toStdString();
+    for (const QString& name : role::all()) EXPECT_TRUE(screen_->reaches(name)) << name.toStdString();
 
     static QStringList unknown;
     unknown.clear();
     const auto before = GuiScreen::setUnknownRoleHandler([](const QString& name) { unknown << name; });
-    screen->ui_Set(QStringLiteral("List_NoSuchControl"), QStringLiteral("enabled"), false);
-    screen->ui_Grid(QStringLiteral("TDBGrid_NoSuchGrid"), nullptr);
+    screen_->ui_Set(QStringLiteral("List_NoSuchControl"), QStringLiteral("enabled"), false);
+    screen_->ui_Grid(QStringLiteral("TDBGrid_NoSuchGrid"), nullptr);
     GuiScreen::setUnknownRoleHandler(before);
     EXPECT_EQ(unknown,
               QStringList({QStringLiteral("List_NoSuchControl"), QStringLiteral("TDBGrid_NoSuchGrid")}));
@@ -144,20 +114,16 @@ TEST_F(MainWindowTest, StaleHistoryOffersTheDownload) {
     // A list served on the loopback: the newest draws come back after they were lost.
     DrawListServer server;
     ASSERT_TRUE(server.start());
-    {
-        ScriptedScreen* screen = nullptr;
-        auto s = session(screen);
-        ASSERT_TRUE(s->start());
-        server.setPage(QStringLiteral("/ssq.txt"), format_DrawList(read_DrawRecords(store())));
-        store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号>=2026090"));
-        save_MirrorAddresses({server.url(QStringLiteral("/ssq.txt")), server.url(QStringLiteral("/ssq.txt")),
-                              server.url(QStringLiteral("/ssq.txt"))});
-        screen->answer = true;
-        s->window()->close();
-    }
+    server.setPage(QStringLiteral("/ssq.txt"), format_DrawList(read_DrawRecords(store())));
+    store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号>=2026090"));
+    const QString url = server.url(QStringLiteral("/ssq.txt"));
+    save_MirrorAddresses({url, url, url});
+    screen_->answer = true;
+    ASSERT_TRUE(exitProgram());
+
     Clock::setToday(QDate(2027, 3, 1));
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
+    LoginScreen* screen = nullptr;
+    auto s = makeSession(screen);
     screen->answer = true;
     ASSERT_TRUE(s->start());
     EXPECT_EQ(screen->asked, QStringList{msg::kStaleHistory});
@@ -170,76 +136,47 @@ TEST_F(MainWindowTest, StaleHistoryOffersTheDownload) {
     EXPECT_EQ(page->view(), HistoryView::Distribution);
     // Still stale in 2027: the list ends in 2026.
     EXPECT_TRUE(screen->statusText(1).startsWith(msg::kHistoryStale));
-
-    // A mirror that refuses: the five-line message, and the next download asks the next mirror.
-    server.stop();
-    screen->shown.clear();
-    shared().g_MirrorIndex = 0;
-    page->downloadDraws();
-    EXPECT_EQ(screen->shown, QStringList{msg::kDownloadFailed});
-    EXPECT_EQ(shared().g_MirrorIndex, 1);
 }
 
 TEST_F(MainWindowTest, ExitWritesThePackAndARestartFindsTheChanges) {
-    {
-        ScriptedScreen* screen = nullptr;
-        auto s = session(screen);
-        ASSERT_TRUE(s->start());
-        store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026096"));
-        s->window()->historyPage()->setMode(HistoryShowMode::Newest100);
-        EXPECT_EQ(screen->gridModel(role::TDBGridHistory)->rowCount(), 100);
+    store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026096"));
+    window_->historyPage()->setMode(HistoryShowMode::Newest100);
+    EXPECT_EQ(screen_->gridModel(role::TDBGridHistory)->rowCount(), 100);
+    // The exit asks first (its box: RunProgramClosesThroughTheRealConfirmBox).
+    screen_->answer = true;
+    ASSERT_TRUE(exitProgram());
+    EXPECT_TRUE(QFileInfo::exists(paths_.bakPack()));
 
-        screen->answer = true;
-        bool saved = false;
-        QObject::connect(s->window(), &FormMain::exited, [&](bool ok) { saved = ok; });
-        EXPECT_TRUE(s->window()->close());
-        EXPECT_TRUE(saved);
-        EXPECT_EQ(screen->asked.last(), msg::kConfirmExit);
-        EXPECT_TRUE(QFileInfo::exists(paths_.bakPack()));
-    }
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
-    ASSERT_TRUE(s->start());
+    startProgram();
     EXPECT_EQ(latest_QiHao(), 2026095);
-    CursorModel* model = screen->gridModel(role::TDBGridHistory);
+    CursorModel* model = screen_->gridModel(role::TDBGridHistory);
     EXPECT_EQ(model->rowCount(), 100);
     EXPECT_EQ(model->index(99, 0).data().toString(), QStringLiteral("2026095"));
-    EXPECT_TRUE(s->window()->findChild<QRadioButton*>(QStringLiteral("Option_historyShow(1)"))->isChecked());
+    EXPECT_TRUE(window_->findChild<QRadioButton*>(QStringLiteral("Option_historyShow(1)"))->isChecked());
     // Without the draw of the 20th the history is a draw behind on the 21st.
-    EXPECT_EQ(screen->statusText(1), msg::historyMissingText(1));
+    EXPECT_EQ(screen_->statusText(1), msg::historyMissingText(1));
 }
 
 TEST_F(MainWindowTest, StartsThatMustStopSayWhy) {
-    ScriptedScreen* first = nullptr;
-    auto running = session(first);
-    ASSERT_TRUE(running->start());
-    {
-        ScriptedScreen* second = nullptr;
-        auto s = session(second);
-        EXPECT_FALSE(s->start());
-        EXPECT_EQ(second->shown, QStringList{msg::kAlreadyRunning});
-    }
+    LoginScreen* second = nullptr;
+    auto s = makeSession(second);
+    EXPECT_FALSE(s->start());
+    EXPECT_EQ(second->shown, QStringList{msg::kAlreadyRunning});
     // The first instance keeps its screen and store.
-    EXPECT_EQ(&screen(), first);
+    EXPECT_EQ(&screen(), screen_);
     EXPECT_EQ(latest_QiHao(), 2026096);
-    running.reset();
+    session_.reset();
 
     ASSERT_TRUE(test::writeFile(paths_.dataPack(), "ab"));
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
+    s = makeSession(second);
     EXPECT_FALSE(s->start());
-    EXPECT_EQ(screen->shown, QStringList{msg::kDataPackUnreadable});
+    EXPECT_EQ(second->shown, QStringList{msg::kDataPackUnreadable});
 }
 
 TEST_F(MainWindowTest, CheckpointPacksOnlyAnIdleWindow) {
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
-    ASSERT_TRUE(s->start());
+    ProgramSession* s = session_.get();
     s->flow().setCheckpointInterval(0);
-    const auto packBytes = [&] {
-        QFile pack(paths_.dataPack());
-        return pack.open(QIODevice::ReadOnly) ? pack.readAll() : QByteArray();
-    };
+    const auto packBytes = [&] { return test::fileBytes(paths_.dataPack()); };
     s->checkpointIfIdle();
     const QByteArray before = packBytes();
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号>2026090"));
@@ -251,36 +188,30 @@ TEST_F(MainWindowTest, CheckpointPacksOnlyAnIdleWindow) {
     SaveOutcome duringPass = SaveOutcome::Saved;
     QTest::qWait(2 * GuiScreen::kPumpIntervalMs);
     QTimer::singleShot(0, [&] { duringPass = s->checkpointIfIdle(); });
-    screen->ui_Pump();
+    screen_->ui_Pump();
     EXPECT_EQ(duringPass, SaveOutcome::Busy);
     EXPECT_EQ(packBytes(), before);
 
     EXPECT_EQ(s->checkpointIfIdle(), SaveOutcome::Saved);
-    EXPECT_NE(packBytes(), before);
-    s.reset();  // the process dies: no exit sequence
-    auto again = session(screen);
-    ASSERT_TRUE(again->start());
-    EXPECT_EQ(latest_QiHao(), 2026090);
+    EXPECT_NE(packBytes(),
+              before);  // what the pack then holds: AppFlowTest.CheckpointKeepsTheWorkOfACrashedRun
 }
 
 TEST_F(MainWindowTest, NewestHundredWithFewerDrawsShowsThemAll) {
-    ScriptedScreen* screen = nullptr;
-    auto s = session(screen);
-    ASSERT_TRUE(s->start());
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号<2026047"));
-    s->window()->historyPage()->setMode(HistoryShowMode::Newest100);
-    EXPECT_EQ(screen->gridModel(role::TDBGridHistory)->rowCount(), 50);
+    window_->historyPage()->setMode(HistoryShowMode::Newest100);
+    EXPECT_EQ(screen_->gridModel(role::TDBGridHistory)->rowCount(), 50);
     EXPECT_EQ(read_HistoryShowMode(), HistoryShowMode::Newest100);
 
     store_Execute(QStringLiteral("DELETE FROM 历史记录"));
-    s->window()->historyPage()->setMode(HistoryShowMode::All);
-    EXPECT_EQ(screen->gridModel(role::TDBGridHistory)->rowCount(), 0);
+    window_->historyPage()->setMode(HistoryShowMode::All);
+    EXPECT_EQ(screen_->gridModel(role::TDBGridHistory)->rowCount(), 0);
     EXPECT_EQ(read_HistoryShowMode(), HistoryShowMode::All);
 }
 
 // The whole program with its real boxes, answered the way a player would: Escape first, which is
 // no, then yes.
-TEST_F(MainWindowTest, RunProgramClosesThroughTheRealConfirmBox) {
+TEST_F(FirstStartTest, RunProgramClosesThroughTheRealConfirmBox) {
     int boxes = 0;
     QStringList texts;
     QTimer player;
@@ -315,85 +246,20 @@ TEST_F(MainWindowTest, RunProgramClosesThroughTheRealConfirmBox) {
     EXPECT_TRUE(QFileInfo::exists(paths_.bakPack()));
 }
 
-TEST(GuiScreenTest, ProgressGridsAndRolesGoToTheirControls) {
-    QWidget window;
-    auto* busy = new QProgressBar(&window);
-    busy->setObjectName(QStringLiteral("ProgressBar_TouZu_Busy"));
-    auto* grid = new QTableView(&window);
-    grid->setObjectName(QStringLiteral("TDBGrid_RZ"));
-    QProgressBar fallback;
-    GuiScreen gui;
-    gui.setWindow(&window);
-    gui.setProgressBar(&fallback);
-
-    gui.ui_Progress(0, 500, 120, true);
-    EXPECT_EQ(busy->maximum(), 500);
-    EXPECT_EQ(busy->value(), 120);
-    EXPECT_EQ(fallback.value(), -1);  // untouched: the page's own bar is there
-
-    auto store = Store::open(QStringLiteral(":memory:"), true);
-    store->execute(QStringLiteral("CREATE TABLE t (期号 INTEGER, 开奖日期 REAL, 临时数据 REAL, 备注 TEXT)"));
-    store->execute(QStringLiteral("INSERT INTO t VALUES (2026096, ?, 7.0, NULL)"),
-                   {toDateValue(QDate(2026, 8, 20))});
-    gui.ui_Grid(QStringLiteral("TDBGrid_RZ"), store->query(QStringLiteral("select * from t")));
-    gui.ui_DressGrid(QStringLiteral("TDBGrid_RZ"), {QStringLiteral("期号"), QStringLiteral("日期")},
-                     {0, 1410, -1});
-    CursorModel* model = gui.gridModel(QStringLiteral("TDBGrid_RZ"));
-    ASSERT_NE(model, nullptr);
-    EXPECT_TRUE(grid->isColumnHidden(0));
-    EXPECT_EQ(grid->columnWidth(1), 94);
-    EXPECT_GT(grid->columnWidth(2), 0);
-    EXPECT_EQ(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("日期"));
-    EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), QStringLiteral("临时数据"));
-    EXPECT_EQ(model->index(0, 1).data().toString(), QStringLiteral("2026/08/20"));
-    EXPECT_EQ(model->index(0, 2).data().toString(), QStringLiteral("7"));
-    EXPECT_EQ(model->index(0, 3).data().toString(), QString());
-
-    gui.releaseGrids();
-    EXPECT_EQ(model->rowCount(), 0);
-
-    // A control of a secondary window, registered by hand.
-    QLabel other;
-    other.setObjectName(QStringLiteral("lblDescription"));
-    gui.registerRole(&other);
-    gui.ui_Set(QStringLiteral("lblDescription"), QStringLiteral("text"), QStringLiteral("ok"));
-    EXPECT_EQ(other.text(), QStringLiteral("ok"));
-}
-
-TEST(TimedTipTest, CountsDownAndClosesItself) {
-    QPointer<TimedTip> tip = new TimedTip(QStringLiteral("提示"), 2);
-    tip->show();
-    auto* ok = tip->findChild<QPushButton*>(QStringLiteral("cmdOK"));
-    EXPECT_EQ(ok->text(), QStringLiteral("知道了(2)"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tip && tip->secondsLeft() == 1; }, 1500));
-    EXPECT_EQ(ok->text(), QStringLiteral("知道了(1)"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tip.isNull(); }, 1500));
-}
-
-}  // namespace
-
-namespace {
-
-TEST_F(MainWindowTest, FirstRunModeAndLogin) {
+TEST_F(FirstStartTest, FirstRunModeAndLogin) {
     {
         // Leaving at the first-run question ends the start and writes nothing.
-        ScriptedScreen* screen = nullptr;
-        auto s = session(screen);
+        LoginScreen* screen = nullptr;
+        auto s = makeSession(screen);
         screen->mode = 0;
-        const QByteArray pack = [&] {
-            QFile f(paths_.dataPack());
-            f.open(QIODevice::ReadOnly);
-            return f.readAll();
-        }();
+        const QByteArray pack = test::fileBytes(paths_.dataPack());
         EXPECT_FALSE(s->start());
-        QFile f(paths_.dataPack());
-        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-        EXPECT_EQ(f.readAll(), pack);
+        EXPECT_EQ(test::fileBytes(paths_.dataPack()), pack);
     }
     {
         // Multi-user mode: the login names the user in the caption and shows the switch entry.
-        ScriptedScreen* screen = nullptr;
-        auto s = session(screen);
+        LoginScreen* screen = nullptr;
+        auto s = makeSession(screen);
         screen->mode = 2;
         screen->user = QStringLiteral("alice");
         screen->password = QStringLiteral("pw");
@@ -409,8 +275,8 @@ TEST_F(MainWindowTest, FirstRunModeAndLogin) {
     }
     {
         // The mode is asked once; alice finds her set again at the next start.
-        ScriptedScreen* screen = nullptr;
-        auto s = session(screen);
+        LoginScreen* screen = nullptr;
+        auto s = makeSession(screen);
         screen->mode = 0;  // would leave, if it were asked
         screen->user = QStringLiteral("alice");
         screen->password = QStringLiteral("pw");

@@ -1,67 +1,51 @@
 // The window shows each result where the player looks: the prize check's hits as numbers and its
 // report in view, a status line that outlives every command, the entry row whole on a small screen.
-#include <gtest/gtest.h>
 
 #include <QAction>
 #include <QDateEdit>
 #include <QDialog>
-#include <QDir>
-#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTableView>
-#include <QTest>
 
 #include "analysis/probability.h"
 #include "app/pipeline_commands.h"
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
-#include "history/history_queries.h"
 #include "results/prize_check.h"
 #include "screen/run_panel.h"
 #include "ui/history/history_page.h"
-#include "ui/shell/gui_screen.h"
 #include "widgets/cursor_model.h"
 
 namespace dovrex {
 namespace {
 
+// The window at 1366x768, as the pictures kept by keepPicture show it.
 class ResultsInViewTest : public StartedProgramTest<AnsweringScreen> {
   protected:
-    int gridColumn(const QString& field) const {
-        const auto cursor = ticketsPage_->model()->cursor();
-        for (int c = 0; c < cursor->fieldCount(); ++c)
-            if (cursor->fieldName(c) == field) return c;
-        return -1;
-    }
-    // DOVREX_SCREENSHOTS=<folder> keeps a picture of what the test looks at, the window at 1366x768.
-    void keepPicture(QWidget* w, const QString& name) {
-        const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS");
-        if (dir.isEmpty()) return;
+    void SetUp() override {
+        StartedProgramTest::SetUp();
         window_->resize(1366, 768);
-        window_->show();
-        QCoreApplication::processEvents();
-        w->grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
     }
+    int gridColumn(const QString& field) const { return columnOf(ticketsPage_->model(), field); }
 };
 
 TEST_F(ResultsInViewTest, PrizeCheckShowsHitCountsAsNumbersAndItsReportInView) {
-    window_->selectPage(TopPage::Tickets);
     // Tickets of 2026096 holding its drawn reds 01 and 04 ...
     pickRange(1, 9, kPickDrag);
     pickRange(101, 101, kPickDrag);
     screen_->typed << QStringLiteral("2026096");
-    QTest::mouseClick(ticketsPage_->command(kCmdInit), Qt::LeftButton);
+    clickCommand(kCmdInit);
     // ... and a log long enough to scroll, viewed at its end.
     for (int i = 0; i < 60; ++i) log_Append(QStringLiteral("第 %1 行").arg(i));
     QPlainTextEdit* log = ticketsPage_->log();
     ASSERT_GT(log->verticalScrollBar()->maximum(), 0);
     EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum());
 
-    QTest::mouseClick(ticketsPage_->command(kCmdPrizeCheck), Qt::LeftButton);
+    clickCommand(kCmdPrizeCheck);
     EXPECT_TRUE(screen_->shown.contains(msg::kCheckDone));
     // The report went in front of the log: the view shows it from its start.
     EXPECT_TRUE(log->toPlainText().startsWith(msg::kCheckReportHead));
@@ -86,8 +70,8 @@ TEST_F(ResultsInViewTest, StatusLineOutlivesAnalysisAndAFailedDownload) {
     // The analysis says it is done where it was started, in a tip over the window.
     EXPECT_FALSE(window_->findChildren<QDialog*>().isEmpty());
 
-    save_MirrorAddresses({QStringLiteral("http://127.0.0.1:9/x"), QStringLiteral("http://127.0.0.1:9/x"),
-                          QStringLiteral("http://127.0.0.1:9/x")});
+    const QString refused = QStringLiteral("http://127.0.0.1:9/x");  // nothing listens on port 9
+    save_MirrorAddresses({refused, refused, refused});
     window_->historyPage()->downloadDraws();
     EXPECT_TRUE(screen_->shown.contains(msg::kDownloadFailed));
     EXPECT_EQ(screen_->statusText(1), history);

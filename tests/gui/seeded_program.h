@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModel>
 #include <QDate>
+#include <QDir>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -19,6 +21,20 @@
 #include "ui/tickets/tickets_page.h"
 
 namespace dovrex {
+
+// The column of `model` headed `header`; -1 when there is none.
+inline int columnOf(const QAbstractItemModel* model, const QString& header) {
+    for (int c = 0; c < model->columnCount(); ++c)
+        if (model->headerData(c, Qt::Horizontal).toString() == header) return c;
+    return -1;
+}
+
+// DOVREX_SCREENSHOTS=<folder> keeps a picture of what a test looks at.
+inline void keepPicture(QWidget* w, const QString& name) {
+    const QString dir = qEnvironmentVariable("DOVREX_SCREENSHOTS");
+    QCoreApplication::processEvents();
+    if (!dir.isEmpty()) w->grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
+}
 
 // A program folder in a temporary folder, seeded from the build's default data, with "today" the
 // day after the newest shipped draw, and the process state as a new process has it. Sessions on it
@@ -58,11 +74,23 @@ class StartedProgramTest : public SeededProgramTest {
   protected:
     void SetUp() override {
         SeededProgramTest::SetUp();
+        startProgram();
+    }
+    // Starts the program on the folder: at SetUp, and again after exitProgram.
+    void startProgram() {
         session_ = makeSession(screen_);
         ASSERT_TRUE(session_->start());
         window_ = session_->window();
         ticketsPage_ = qobject_cast<TicketsPage*>(window_->page(TopPage::Tickets));
         ASSERT_NE(ticketsPage_, nullptr);
+    }
+    // Closes the window as the player does; true when it closed and the exit saved the work.
+    bool exitProgram() {
+        bool saved = false;
+        QObject::connect(window_, &FormMain::exited, [&](bool ok) { saved = ok; });
+        const bool closed = window_->close();
+        session_.reset();
+        return closed && saved;
     }
     // Presses Stop once the running pass's bar reaches `rows`, however fast the machine is;
     // `atPress` looks at the window at that moment. True once pressed.
@@ -81,6 +109,11 @@ class StartedProgramTest : public SeededProgramTest {
                     Qt::QueuedConnection);
             });
         return pressed;
+    }
+    // Turns to the 投注号码 page and clicks the command's button.
+    void clickCommand(int index) {
+        window_->selectPage(TopPage::Tickets);
+        QTest::mouseClick(ticketsPage_->command(index), Qt::LeftButton);
     }
     // Writes a pick value (1 drag, 2 banker) into the rows from..to of 过滤条件.
     static void pickRange(int from, int to, int value) {

@@ -1,27 +1,26 @@
-// The export and import dialogs, the drawn balls in the ticket grid and the random pick window.
+// The export and import dialogs, the window's screen with the ticket grid, the random pick window.
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
+#include <QProgressBar>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
-#include <QTest>
 #include <QTimer>
-#include <cstdio>
 
-#include "store/store.h"
+#include "gui/seeded_program.h"
 #include "support/test_support.h"
 #include "ui/shell/gui_screen.h"
 #include "ui/tickets/from_file_dialog.h"
 #include "ui/tickets/jixuan_window.h"
 #include "ui/tickets/to_file_dialog.h"
 #include "widgets/ball_cell_delegate.h"
+#include "widgets/cursor_model.h"
 
 namespace dovrex::test {
 namespace {
@@ -79,26 +78,28 @@ TEST(FromFileDialog, IssueBoxFollowsTheLayoutAndNeedsSevenDigits) {
     EXPECT_EQ(dialog.options().daoRuQiHao, QStringLiteral("2008118"));
 }
 
-class DrawnBallsTest : public FreshStoreTest {};
+// The window's screen on a window of its own, with the ticket grid.
+class GridScreenTest : public FreshStoreTest {
+  protected:
+    // The ticket grid, bound to `rows`.
+    QTableView* bindGrid(std::shared_ptr<Cursor> rows) {
+        auto* view = new QTableView(&window_);
+        view->setObjectName(QStringLiteral("TDBGrid_RZ"));
+        gui_.setWindow(&window_);
+        gui_.ui_Grid(QStringLiteral("TDBGrid_RZ"), std::move(rows));
+        return view;
+    }
+    QWidget window_;
+    GuiScreen gui_;
+};
 
-TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
+TEST_F(GridScreenTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
     addTicket(2008118, makeReds(4, 5, 6, 7, 8, 9));
-    QWidget window;
-    auto* view = new QTableView(&window);
-    view->setObjectName(QStringLiteral("TDBGrid_RZ"));
-    GuiScreen gui;
-    gui.setWindow(&window);
-    gui.ui_Grid(QStringLiteral("TDBGrid_RZ"), store().pagedQuery(QStringLiteral("select * from 日志表")));
-    gui.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), {4, 9, 16, 27, 31, 33}, 1);
+    QTableView* view = bindGrid(store().pagedQuery(QStringLiteral("select * from 日志表")));
+    gui_.ui_MarkDrawn(QStringLiteral("TDBGrid_RZ"), {4, 9, 16, 27, 31, 33}, 1);
 
     auto* model = view->model();
-    int red1 = -1, blue = -1, issue = -1;
-    for (int c = 0; c < model->columnCount(); ++c) {
-        const QString h = model->headerData(c, Qt::Horizontal).toString();
-        if (h == QStringLiteral("红球1")) red1 = c;
-        if (h == QStringLiteral("蓝球")) blue = c;
-        if (h == QStringLiteral("期号")) issue = c;
-    }
+    const int red1 = columnOf(model, QStringLiteral("红球1")), blue = columnOf(model, QStringLiteral("蓝球"));
     auto* reds = qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(red1));
     ASSERT_TRUE(reds);
     EXPECT_TRUE(reds->isBall(model->index(0, red1)));       // 4
@@ -106,14 +107,53 @@ TEST_F(DrawnBallsTest, DrawnNumbersShowAsBallsUntilTheGridIsRebound) {
     EXPECT_TRUE(reds->isBall(model->index(0, red1 + 5)));   // 9
     EXPECT_TRUE(
         qobject_cast<BallCellDelegate*>(view->itemDelegateForColumn(blue))->isBall(model->index(0, blue)));
-    EXPECT_EQ(view->itemDelegateForColumn(issue), nullptr);
+    EXPECT_EQ(view->itemDelegateForColumn(columnOf(model, QStringLiteral("期号"))), nullptr);
     EXPECT_GE(view->verticalHeader()->defaultSectionSize(), BallCellDelegate::kBallRowHeight);
     // It paints without trouble.
-    window.resize(900, 200);
+    window_.resize(900, 200);
     EXPECT_FALSE(view->grab().isNull());
 
-    gui.ui_Grid(QStringLiteral("TDBGrid_RZ"), store_Query(QStringLiteral("select * from 日志表")));
+    gui_.ui_Grid(QStringLiteral("TDBGrid_RZ"), store_Query(QStringLiteral("select * from 日志表")));
     EXPECT_EQ(view->itemDelegateForColumn(red1), nullptr);
+}
+
+TEST_F(GridScreenTest, ProgressGridsAndRolesGoToTheirControls) {
+    auto* busy = new QProgressBar(&window_);
+    busy->setObjectName(QStringLiteral("ProgressBar_TouZu_Busy"));
+    QProgressBar fallback;
+    gui_.setProgressBar(&fallback);
+    store().execute(QStringLiteral("CREATE TABLE t (期号 INTEGER, 开奖日期 REAL, 临时数据 REAL, 备注 TEXT)"));
+    store().execute(QStringLiteral("INSERT INTO t VALUES (2026096, ?, 7.0, NULL)"),
+                    {toDateValue(QDate(2026, 8, 20))});
+    QTableView* grid = bindGrid(store().query(QStringLiteral("select * from t")));
+
+    gui_.ui_Progress(0, 500, 120, true);
+    EXPECT_EQ(busy->maximum(), 500);
+    EXPECT_EQ(busy->value(), 120);
+    EXPECT_EQ(fallback.value(), -1);  // untouched: the page's own bar is there
+
+    gui_.ui_DressGrid(QStringLiteral("TDBGrid_RZ"), {QStringLiteral("期号"), QStringLiteral("日期")},
+                      {0, 1410, -1});
+    CursorModel* model = gui_.gridModel(QStringLiteral("TDBGrid_RZ"));
+    ASSERT_NE(model, nullptr);
+    EXPECT_TRUE(grid->isColumnHidden(0));
+    EXPECT_EQ(grid->columnWidth(1), 94);
+    EXPECT_GT(grid->columnWidth(2), 0);
+    EXPECT_EQ(model->headerData(1, Qt::Horizontal).toString(), QStringLiteral("日期"));
+    EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), QStringLiteral("临时数据"));
+    EXPECT_EQ(model->index(0, 1).data().toString(), QStringLiteral("2026/08/20"));
+    EXPECT_EQ(model->index(0, 2).data().toString(), QStringLiteral("7"));
+    EXPECT_EQ(model->index(0, 3).data().toString(), QString());
+
+    gui_.releaseGrids();
+    EXPECT_EQ(model->rowCount(), 0);
+
+    // A control of a secondary window, registered by hand.
+    QLabel other;
+    other.setObjectName(QStringLiteral("lblDescription"));
+    gui_.registerRole(&other);
+    gui_.ui_Set(QStringLiteral("lblDescription"), QStringLiteral("text"), QStringLiteral("ok"));
+    EXPECT_EQ(other.text(), QStringLiteral("ok"));
 }
 
 // Records the text each painted cell of one column showed, by row.
@@ -128,29 +168,14 @@ class PaintSpy : public QStyledItemDelegate {
     mutable QHash<int, QString> painted;
 };
 
-TEST_F(DrawnBallsTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPainted) {
+TEST_F(GridScreenTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPainted) {
     constexpr int kRows = 100000;
-    store_Execute(
-        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<100000) "
-                       "INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
-                       "SELECT i,2008118,1+i%28,2+i%28,3+i%28,4+i%28,5+i%28,6+i%28,1+i%16 FROM n"));
-    QWidget window;
-    auto* view = new QTableView(&window);
-    view->setObjectName(QStringLiteral("TDBGrid_RZ"));
-    GuiScreen gui;
-    gui.setWindow(&window);
-    QElapsedTimer clock;
-    clock.start();
-    gui.ui_Grid(
-        QStringLiteral("TDBGrid_RZ"),
-        store().pagedQuery(QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"),
-                           {2008118}));
-    const double bindMs = clock.nsecsElapsed() / 1e6;
+    addTickets(2008118, kRows);
+    QTableView* view = bindGrid(store().pagedQuery(
+        QStringLiteral("select * from 日志表 where 期号=? order by 期号 asc,序号 asc"), {2008118}));
     auto* model = view->model();
     ASSERT_EQ(model->rowCount(), kRows);
-    int serial = -1;
-    for (int c = 0; c < model->columnCount(); ++c)
-        if (model->headerData(c, Qt::Horizontal).toString() == QStringLiteral("序号")) serial = c;
+    const int serial = columnOf(model, QStringLiteral("序号"));
     ASSERT_GE(serial, 0);
     PaintSpy spy;
     view->setItemDelegateForColumn(serial, &spy);
@@ -159,29 +184,27 @@ TEST_F(DrawnBallsTest, HundredThousandTicketsScrollTopToBottomAndBackEveryRowPai
     // Short rows in a tall view keep the walk to a few hundred pages; every row is still painted.
     view->verticalHeader()->setMinimumSectionSize(1);
     view->verticalHeader()->setDefaultSectionSize(1);
-    window.resize(600, 1600);
+    window_.resize(600, 1600);
     view->resize(600, 1600);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
 
     QScrollBar* bar = view->verticalScrollBar();
     const int step = qMax(1, bar->pageStep());
-    double slowestMs = 0;
-    auto paintAt = [&](int value) {
-        clock.restart();
+    const auto expectEveryRowPainted = [&] {
+        ASSERT_EQ(spy.painted.size(), kRows);
+        for (int row = 0; row < kRows; ++row)
+            ASSERT_EQ(spy.painted.value(row), QString::number(row + 1)) << row;
+        spy.painted.clear();
+    };
+    const auto paintAt = [&](int value) {
         bar->setValue(value);
         view->viewport()->repaint();
-        slowestMs = qMax(slowestMs, clock.nsecsElapsed() / 1e6);
     };
     for (int v = 0; v < bar->maximum() + step; v += step) paintAt(qMin(v, bar->maximum()));
-    ASSERT_EQ(spy.painted.size(), kRows);
-    for (int row = 0; row < kRows; ++row) ASSERT_EQ(spy.painted.value(row), QString::number(row + 1)) << row;
-    spy.painted.clear();
+    expectEveryRowPainted();
     for (int v = bar->maximum(); v > -step; v -= step) paintAt(qMax(v, 0));
-    ASSERT_EQ(spy.painted.size(), kRows);
-    for (int row = 0; row < kRows; ++row) ASSERT_EQ(spy.painted.value(row), QString::number(row + 1)) << row;
-    std::printf("binding %d tickets: %.1f ms; %d rows a step, slowest step: %.1f ms\n", kRows, bindMs, step,
-                slowestMs);
+    expectEveryRowPainted();
     view->setItemDelegateForColumn(serial, nullptr);
 }
 

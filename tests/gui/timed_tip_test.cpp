@@ -10,7 +10,7 @@
 namespace dovrex::test {
 namespace {
 
-TEST(TimedTipTest, ClosingEarlyStopsTheCountdown) {
+TEST(TimedTipTest, CountsDownAndClosesItselfOrAtAClick) {
     QPointer<TimedTip> tip = new TimedTip(QStringLiteral("提示"));
     tip->show();
     auto* ok = tip->findChild<QPushButton*>(QStringLiteral("cmdOK"));
@@ -18,6 +18,14 @@ TEST(TimedTipTest, ClosingEarlyStopsTheCountdown) {
     EXPECT_EQ(tip->windowTitle(), QStringLiteral("信息提示"));
     QTest::mouseClick(ok, Qt::LeftButton);
     EXPECT_TRUE(QTest::qWaitFor([&] { return tip.isNull(); }, 500));
+
+    tip = new TimedTip(QStringLiteral("提示"), 2);
+    tip->show();
+    ok = tip->findChild<QPushButton*>(QStringLiteral("cmdOK"));
+    EXPECT_EQ(ok->text(), QStringLiteral("知道了(2)"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tip && tip->secondsLeft() == 1; }, 1500));
+    EXPECT_EQ(ok->text(), QStringLiteral("知道了(1)"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tip.isNull(); }, 1500));
 }
 
 TEST(TimedTipTest, PreparingTipCountsFiveSecondsAndCloses) {

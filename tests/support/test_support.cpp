@@ -117,6 +117,13 @@ void switchAllOff() {
     store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
 }
 
+void addTickets(IssueNumber issue, int count) {
+    store_Execute(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<?) "
+                                 "INSERT INTO 日志表 (序号,期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球) "
+                                 "SELECT i,?,1+i%28,2+i%28,3+i%28,4+i%28,5+i%28,6+i%28,1+i%16 FROM n"),
+                  {count, issue});
+}
+
 ProgramFolderTest::ProgramFolderTest() {
     makeFreshStoreFile(seedStore());
     makePack(seedStore(), paths().dataPack());

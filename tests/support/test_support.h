@@ -90,6 +90,8 @@ bool writeFile(const QString& path, const QByteArray& bytes);
 int addTicket(IssueNumber issue, const Reds& reds, int blue = 1);
 // Turns every condition switch and the history match off in the shared store.
 void switchAllOff();
+// Adds `count` tickets of `issue` to 日志表 of the shared store, 序号 1..count, each six reds in a run.
+void addTickets(IssueNumber issue, int count);
 
 class DovrexTest : public ::testing::Test {
   protected:

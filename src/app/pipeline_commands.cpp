@@ -1,7 +1,6 @@
 #include "app/pipeline_commands.h"
 
-#include <QDate>
-
+#include "domain/date_value.h"
 #include "filters/condition_store.h"
 #include "filters/filter_run.h"
 #include "history/history_queries.h"
@@ -75,7 +74,7 @@ void runCommand(int index) {
     switch (index) {
         case kCmdInit: {
             const QString answer = ui.ui_AskText(msg::kAskIssue, touZhuCommandTexts()[0].button,
-                                                 QString::number(next_QiHao(QDate::currentDate())));
+                                                 QString::number(next_QiHao(Clock::today())));
             if (answer.trimmed().isEmpty()) break;  // cancelled
             MenuDisabled menu(role::mnu_UserQiehuan);
             init_TouZhu(readIssue(answer));

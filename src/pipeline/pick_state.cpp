@@ -1,7 +1,6 @@
 #include "pipeline/pick_state.h"
 
-#include <QDate>
-
+#include "domain/date_value.h"
 #include "filters/condition_store.h"
 #include "history/history_queries.h"
 #include "pipeline/space_init.h"
@@ -181,7 +180,7 @@ bool check_XuanHao(bool speak) {
 
 bool tdbGrid_FenBu_MouseDown(IssueNumber rowIssue, int column, bool leftButton) {
     if (column < 1 || column > kRedCount + kBlueCount) return false;
-    if (rowIssue != next_QiHao(QDate::currentDate())) return false;
+    if (rowIssue != next_QiHao(Clock::today())) return false;
     const int id = column <= kRedCount ? column : kBlueBase + (column - kRedCount);
     const QString cellName = QStringLiteral("k") + twoDigits(column);
     auto row = store_Query(QStringLiteral("select * from 号码分布 where 期号=?"), {rowIssue});

@@ -141,7 +141,7 @@ QWidget* HistoryPage::buildEntryRow() {
     date_->setObjectName(QStringLiteral("DTPicker_KJ"));
     date_->setDisplayFormat(QStringLiteral("yyyy/MM/dd"));
     date_->setCalendarPopup(true);
-    date_->setDate(QDate::currentDate());
+    date_->setDate(Clock::today());
     date_->setMinimumWidth(date_->sizeHint().width());  // the whole date, whatever the window's width
     entryRow_->addWidget(date_);
 

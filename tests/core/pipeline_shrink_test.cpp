@@ -364,8 +364,8 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
     insert(set);
     shared().biaoJiQingLing = 1;
     const int plain = run_SuoShui(5, kIssue);
-    shared().shrinkOptimised = true;
-    shared().shrinkBudgetSeconds = 1;
+    set_ShrinkOptimised(true);
+    set_ShrinkBudgetSeconds(1);
     StopAtTheOptimiser stopping;
     for (bool stop : {false, true}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
@@ -424,12 +424,13 @@ TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
     const QString log = shared().operationLog;
     EXPECT_TRUE(log.contains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(int(after.size())) +
                              QStringLiteral(" 注")));
-    EXPECT_TRUE(log.contains(QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(to_QuanJiao(ones))));
+    EXPECT_TRUE(log.contains(
+        QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(to_QuanJiao(ones))));
     EXPECT_FALSE(log.contains(QStringLiteral("１１：")));
-    EXPECT_TRUE(log.endsWith(
-        QStringLiteral("１０：%1 注.\r\n").arg(to_QuanJiao(std::count_if(after.begin(), after.end(), [](const Row& r) {
-            return r.reds[6] == 10;
-        })))));
+    EXPECT_TRUE(log.endsWith(QStringLiteral("１０：%1 注.\r\n")
+                                 .arg(to_QuanJiao(std::count_if(after.begin(), after.end(), [](const Row& r) {
+                                     return r.reds[6] == 10;
+                                 })))));
 
     // No type chosen: the command asks for one and removes nothing.
     set_GuoLvTiaoJian(kShrinkTypeId, 0);

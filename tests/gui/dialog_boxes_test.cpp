@@ -16,6 +16,7 @@
 #include "gui/seeded_program.h"
 #include "history/draw_download.h"
 #include "pipeline/pick_state.h"
+#include "screen/ticket_page.h"
 #include "ui/history/history_page.h"
 #include "ui/shell/gui_screen.h"
 
@@ -31,6 +32,10 @@ class RealBoxScreen : public GuiScreen {
     int ui_ChooseUserMode() override { return 1; }
     QString ui_AskText(const QString&, const QString&, const QString& proposed) override {
         return typed.isEmpty() ? proposed : typed;
+    }
+    QString ui_AskChoice(const QString& prompt, const QString& title, const QStringList& items,
+                         int current) override {
+        return ui_AskText(prompt, title, items.value(current));
     }
 };
 
@@ -112,6 +117,7 @@ TEST_F(DialogBoxesTest, EachBoxHasItsTitleAndButtons) {
     ASSERT_EQ(boxes.size(), 1);
     EXPECT_EQ(boxes[0].buttons, kOkCancel);
 
+    screen_->typed = QString::number(get_BiaoGeQiHao());  // checked against their own issue, not drawn
     boxes = boxesOf([&] { clickCommand(kCmdPrizeCheck); });
     ASSERT_EQ(boxes.size(), 1);
     EXPECT_EQ(boxes[0].title, QStringLiteral("出错啦!"));

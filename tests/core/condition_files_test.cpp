@@ -125,7 +125,7 @@ TEST_F(ConditionFilesTest, ANonConditionFileIsRefusedWithoutHarm) {
     bytes.truncate(bytes.size() / 3);
     ASSERT_TRUE(test::writeFile(exportPath(), bytes));
     importConditionSet(exportPath());
-    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1291);
+    EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 过滤条件")), 1293);
 }
 
 TEST_F(ConditionFilesTest, AnyValueOfTheWrongTypeOrRangeRefusesTheWholeFile) {

@@ -389,6 +389,10 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
                                                    QStringLiteral(" 注，")))
             << stop;
         EXPECT_TRUE(shared().operationLog.endsWith(coverage_OfIssue(kIssue)));
+        // A stopped search says what it kept and why.
+        EXPECT_EQ(
+            shared().operationLog.contains(QStringLiteral("用户停止了优化，保留了停止前找到的最少注数")),
+            stop);
         EXPECT_TRUE(coverage_OfIssue(kIssue).startsWith(coverage)) << coverage_OfIssue(kIssue).toStdString();
         EXPECT_EQ(shared().tingZhi, 0);
     }

@@ -102,8 +102,8 @@ const bench::Register shrinkOptimised("shrink-opt", [] {
             for (int optimised : {0, 1}) {
                 const int n = expand(set.filtered);
                 Q_UNUSED(n);
-                dovrex::shared().shrinkOptimised = optimised != 0;
-                dovrex::shared().shrinkBudgetSeconds = budget;
+                dovrex::set_ShrinkOptimised(optimised != 0);
+                dovrex::set_ShrinkBudgetSeconds(budget);
                 QElapsedTimer timer;
                 timer.start();
                 counts[optimised] = dovrex::run_SuoShui(t, kIssue);
@@ -115,7 +115,7 @@ const bench::Register shrinkOptimised("shrink-opt", [] {
                                    : times[1] < budget * 1000.0 - 50 ? QStringLiteral("settled")
                                                                      : QStringLiteral("time limit");
             const QString bestAt = QString::number(state.shrinkBestAtMs / 1000.0, 'f', 1);
-            dovrex::shared().shrinkOptimised = false;
+            dovrex::set_ShrinkOptimised(false);
             const double saved = 100.0 * (counts[0] - counts[1]) / std::max(1, counts[0]);
             plainSum += counts[0];
             optimisedSum += counts[1];

@@ -178,7 +178,7 @@ int run(const QString& dir) {
     }
     set_GuoLvTiaoJian(kShrinkTypeId, 5);
     window->selectPage(TopPage::Tickets);
-    for (int command : {kCmdExport, kCmdImport, kCmdFilter})
+    for (int command : {kCmdExport, kCmdImport, kCmdFilter, kCmdPrizeCheck})
         p.windowOf([tickets, command] { QTest::mouseClick(tickets->command(command), Qt::LeftButton); },
                    QStringLiteral("tickets-command-%1").arg(command));
     p.windowOf([tickets] { QTest::mouseClick(tickets->command(kCmdShrink), Qt::LeftButton); },

@@ -220,7 +220,7 @@ bool history_Status() {
 
 bool downloadOfferDue(const AppPaths& paths) {
     CIniFile ini;
-    ini.SpecifyIni(paths.programDir + QStringLiteral("/dovrex.ini"));
+    ini.SpecifyIni(paths.settingsFile());
     const QString today = dateText(Clock::today());
     if (ini.ReadString(QStringLiteral("Download"), QStringLiteral("LastOffer"), QString()) == today)
         return false;

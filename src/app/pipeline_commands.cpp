@@ -103,7 +103,8 @@ void runCommand(int index) {
             if (export_HaoMa(get_BiaoGeQiHao()) == 0) ui.ui_Message(msg::kNothingToExport);
             break;
         case kCmdImport: {
-            const QString file = ui.ui_PickFile(QStringLiteral("文本文件 (*.txt)"), false);
+            // Where the last export went: exported tickets come back from there.
+            const QString file = ui.ui_PickFile(msg::kTextFileFilter, false, true, export_Folder());
             if (file.isEmpty()) break;
             const int imported = import_HaoMa(file);
             if (imported > 0) {  // otherwise the import said why nothing came in
@@ -114,10 +115,20 @@ void runCommand(int index) {
             load_TouZhuBiao(-1);
             break;
         }
-        case kCmdPrizeCheck:
-            if (const IssueNumber issue = gridIssueOrSay(); issue >= 1 && check_KaiJiang(issue) != 0)
-                ui.ui_Message(msg::kCheckDone);
+        case kCmdPrizeCheck: {
+            const IssueNumber issue = gridIssueOrSay();
+            if (issue < 1) break;
+            // Tickets bought for the next draw carry an issue not drawn yet: the player says which
+            // draw to check them against.
+            IssueNumber drawIssue = issue;
+            if (const DrawChoice choice = prize_DrawChoice(issue); !choice.items.isEmpty()) {
+                drawIssue = readIssue(
+                    ui.ui_AskChoice(msg::kAskDrawToCheck, msg::kCheckTitle, choice.items, choice.current));
+                if (drawIssue < 1) break;  // cancelled
+            }
+            if (check_KaiJiang(issue, drawIssue) != 0) ui.ui_Message(msg::kCheckDone);
             break;
+        }
         case kCmdDelete:
             if (ui.ui_Confirm(msg::kConfirmDelete, ConfirmButtons::OkCancel)) {
                 delete_TouZhu(0);

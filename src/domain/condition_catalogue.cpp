@@ -106,6 +106,7 @@ QList<QPair<int, int>> conditionIdRanges() {
         {1184, 1190},  // behind 和值's range, never read
         {kShrinkTypeId, kFilterToleranceId},
         {kSpaceModeId, kSpaceModeId},
+        {kShrinkOptimisedId, kShrinkBudgetId},
     };
     for (const ConditionEntry& c : kCatalogue)
         if (c.hasRows()) ranges.append({c.minId, c.maxId});
@@ -122,7 +123,11 @@ QList<int> switchNumbers() {
 }
 
 QList<QPair<int, int>> laterConditionRows() {
-    return {{34, 38}, {1171, 1190}, {kFilterToleranceId, kFilterToleranceId}, {kSpaceModeId, kSpaceModeId}};
+    return {{34, 38},
+            {1171, 1190},
+            {kFilterToleranceId, kFilterToleranceId},
+            {kSpaceModeId, kSpaceModeId},
+            {kShrinkOptimisedId, kShrinkBudgetId}};
 }
 
 }  // namespace dovrex

@@ -74,6 +74,12 @@ inline constexpr int kFilterToleranceId =
     3902;  // 容错值 of the whole filter run: conditions a ticket may fail
 inline constexpr int kFilterToleranceMax = 20;
 inline constexpr int kSpaceModeId = 3903;  // 1: 第1步 filters the whole expansion before writing (大底)
+// 优化缩水, kept beside the shrink type: on (1) or off, and its time limit in seconds (0 for the
+// default, as a store or file from before holds it).
+inline constexpr int kShrinkOptimisedId = 3904;
+inline constexpr int kShrinkBudgetId = 3905;
+inline constexpr int kShrinkBudgetDefault = 10;
+inline constexpr int kShrinkBudgetMax = 3600;
 // The parity patterns of 单双组合: seven rows each (reds 1..6, the blue) at 5001 + 10 * slot, slot 0
 // the previous draw's pattern, which the filter writes for the issue it filters.
 inline constexpr int kParityRowsFirstId = 5001;

@@ -70,6 +70,9 @@ bool conditionValueRange(int id, int& low, int& high) {
         case kFilterToleranceId:
             high = kFilterToleranceMax;
             return true;
+        case kShrinkBudgetId:
+            high = kShrinkBudgetMax;
+            return true;
         default:
             break;
     }

@@ -30,8 +30,9 @@ QString ticketFault(const Reds& reds, int blue, long long issue);
 QString drawFault(const Reds& reds, int blue, long long issue, const QDate& date);
 
 // The values a row of 过滤条件 may hold: picks 0..2 (none, drag, banker), parity patterns 0..2,
-// the shrink type 0 (none chosen) or 3..7, the tolerances in their ranges, the history display
-// mode 0..1, every other row (an allowed value) 0 or 1. False for an ID the program does not know.
+// the shrink type 0 (none chosen) or 3..7, the tolerances in their ranges, the optimised shrink's
+// time limit 0..kShrinkBudgetMax seconds, the history display mode 0..1, every other row (an allowed
+// value) 0 or 1. False for an ID the program does not know.
 bool conditionValueRange(int id, int& low, int& high);
 bool conditionValueFits(int id, long long value);
 // A switch of 过滤条件使用情况 is 0 or 1.

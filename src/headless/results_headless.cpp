@@ -67,10 +67,11 @@ bool headless_Import(HeadlessRunner& r, const HeadlessArgs& a) {
 }
 
 bool headless_Check(HeadlessRunner& r, const HeadlessArgs& a) {
-    int issue = 0;
+    int issue = 0, drawIssue = 0;  // the draw: the tickets' own issue unless a second word names one
     if (!r.requireStore() || !a.issueAt(r, 0, issue)) return false;
-    r.print(QStringLiteral("best %1").arg(check_KaiJiang(issue)));
-    for (const QString& line : prize_MoneyLines(prize_MoneyOfChecked(issue))) r.print(line);
+    if (a.words.size() > 1 && !a.issueAt(r, 1, drawIssue)) return false;
+    r.print(QStringLiteral("best %1").arg(check_KaiJiang(issue, drawIssue)));
+    for (const QString& line : prize_MoneyLines(prize_MoneyOfChecked(issue, drawIssue))) r.print(line);
     return true;
 }
 

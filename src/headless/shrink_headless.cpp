@@ -1,5 +1,6 @@
 #include "headless/shrink_headless.h"
 
+#include "filters/condition_store.h"
 #include "headless/headless_runner.h"
 #include "pipeline/distribution_report.h"
 #include "pipeline/selection.h"
@@ -23,6 +24,20 @@ QString keptLine(int kept) {
     return QStringLiteral("kept %1 bound %2").arg(kept).arg(s.shrinkBound) +
            (s.shrinkOptimal ? QStringLiteral(" optimal") : QString());
 }
+
+// shrink-opt brings its own 优化缩水 settings for one shrink; the player's are back after it.
+struct KeepShrinkSettings {
+    const bool on = shrink_Optimised();
+    const int seconds = get_GuoLvTiaoJian(kShrinkBudgetId);
+    ~KeepShrinkSettings() {
+        try {
+            set_ShrinkOptimised(on);
+            set_GuoLvTiaoJian(kShrinkBudgetId, seconds);
+        } catch (...) {
+            // A store that failed under the shrink has already said so.
+        }
+    }
+};
 
 int ticketCount(int issue) {
     return store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
@@ -49,18 +64,19 @@ bool headless_ShrinkOptimised(HeadlessRunner& r, const HeadlessArgs& a) {
     int next = 1;
     if (a.words.size() > 1 && (a.words.size() > 2 || a.words[1].size() < 7)) {
         if (!a.intAt(r, 1, seconds)) return false;
-        if (seconds < 1 || seconds > 3600) return r.fail(QStringLiteral("seconds are 1..3600"));
+        if (seconds < 1 || seconds > kShrinkBudgetMax)
+            return r.fail(QStringLiteral("seconds are 1..%1").arg(kShrinkBudgetMax));
         next = 2;
     }
     if (!a.issueAt(r, next, issue)) return false;
     SharedState& s = shared();
-    const bool wasOn = s.shrinkOptimised;
-    const int wasSeconds = s.shrinkBudgetSeconds;
-    s.shrinkOptimised = true;
-    s.shrinkBudgetSeconds = seconds;
-    const int kept = run_SuoShui(t, issue);
-    s.shrinkOptimised = wasOn;
-    s.shrinkBudgetSeconds = wasSeconds;
+    int kept = 0;
+    {
+        KeepShrinkSettings keep;
+        set_ShrinkOptimised(true);
+        set_ShrinkBudgetSeconds(seconds);
+        kept = run_SuoShui(t, issue);
+    }
     show_HaoMaFenBu(issue);
     s.tingZhi = 0;
     r.print(keptLine(kept));

@@ -80,7 +80,7 @@ QString optimiseScan(ShrinkScan& scan, const std::vector<std::uint64_t>& masks, 
     SharedState& s = shared();
     Screen& ui = screen();
     const CoverProblem problem = coverProblemOf(masks, marks, t, keptWhole);
-    const int budgetMs = std::clamp(s.shrinkBudgetSeconds, 1, 3600) * 1000;
+    const int budgetMs = shrink_BudgetSeconds() * 1000;
     ui.ui_Set(role::LabelJinduAll, QStringLiteral("text"), QStringLiteral("优化中"));
     ui.ui_Progress(0, budgetMs, 0, true);
     const OptimiseResult result = optimise_Cover(problem, scan.kept, budgetMs, [&](const CoverProgress& p) {
@@ -317,7 +317,7 @@ int run_SuoShui(int t, IssueNumber issue) {
         showRemoved(int(scan.removed.size()));
         s.shrinkBound = 0;
         s.shrinkOptimal = false;
-        if (!scan.stopped && s.shrinkOptimised)
+        if (!scan.stopped && shrink_Optimised())
             optimised = optimiseScan(scan, masks, marks, t, keptWhole);
         else if (!scan.stopped)
             boundScan(scan, masks, marks, t, keptWhole);
@@ -359,6 +359,23 @@ void Option_ShuoSuiLeiXing_Click(int index) {
 
 void Check_auto_Click(bool checked) {
     set_ShiYongQingKuang(kSmartSwitch, checked ? 1 : 0);
+}
+
+bool shrink_Optimised() {
+    return get_GuoLvTiaoJian(kShrinkOptimisedId) == 1;
+}
+
+void set_ShrinkOptimised(bool on) {
+    set_GuoLvTiaoJian(kShrinkOptimisedId, on ? 1 : 0);
+}
+
+int shrink_BudgetSeconds() {
+    const int seconds = get_GuoLvTiaoJian(kShrinkBudgetId);
+    return seconds < 1 ? kShrinkBudgetDefault : std::min(seconds, kShrinkBudgetMax);
+}
+
+void set_ShrinkBudgetSeconds(int seconds) {
+    set_GuoLvTiaoJian(kShrinkBudgetId, std::clamp(seconds, 1, kShrinkBudgetMax));
 }
 
 QString TimerSuosuijinxingzong_Timer() {

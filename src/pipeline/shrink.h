@@ -60,6 +60,14 @@ QString coverage_OfIssue(IssueNumber issue);
 void Option_ShuoSuiLeiXing_Click(int index);
 void Check_auto_Click(bool checked);
 
+// 优化缩水: after the plain scan, a search for a smaller set with the same guarantee within a time
+// limit. Both live in 过滤条件 beside the shrink type, so that they last and travel with condition
+// files; a limit of 0 reads as the default.
+bool shrink_Optimised();
+void set_ShrinkOptimised(bool on);
+int shrink_BudgetSeconds();
+void set_ShrinkBudgetSeconds(int seconds);
+
 // TimerSuosuijinxingzong: each tick moves the bar shown in LabelJindu while a shrink has removed
 // nothing yet. Returns the text shown.
 QString TimerSuosuijinxingzong_Timer();

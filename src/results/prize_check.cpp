@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "domain/date_value.h"
 #include "domain/record_checks.h"
 #include "pipeline/ticket_rows.h"
 #include "screen/control_roles.h"
@@ -17,6 +18,15 @@ namespace {
 
 DrawnNumbers& drawn() {
     return shared().drawn;
+}
+
+// "第 ２００８１１８ 期开奖：０１ ０２ ０３ ０４ ０５ ０６ + ０７": the draw the report is about,
+// full-width like the tallies below it.
+QString drawLine(const DrawnNumbers& d) {
+    QStringList reds;
+    for (int i = 1; i <= kRedsPerTicket; ++i) reds << twoDigits(d.reds[size_t(i)]);
+    return to_QuanJiao(
+        QStringLiteral("第 %1 期开奖：%2 + %3").arg(d.issue).arg(reds.join(u' '), twoDigits(d.blue)));
 }
 
 }  // namespace
@@ -65,14 +75,14 @@ PrizeMoney prize_Money(IssueNumber issue, const std::array<int, 7>& tickets, int
     return money;
 }
 
-PrizeMoney prize_MoneyOfChecked(IssueNumber issue) {
+PrizeMoney prize_MoneyOfChecked(IssueNumber issue, IssueNumber drawIssue) {
     std::array<int, 7> tickets{};
     int count = 0;
     for (auto c = store_Query(QStringLiteral("SELECT 红球中, 蓝球中 FROM 日志表 WHERE 期号=?"), {issue});
          !c->eof(); c->moveNext(), ++count)
         ++tickets[size_t(prize_Tier(c->intValue(0), c->intValue(1)))];
     tickets[0] = 0;
-    return prize_Money(issue, tickets, count);
+    return prize_Money(drawIssue > 0 ? drawIssue : issue, tickets, count);
 }
 
 QStringList prize_MoneyLines(const PrizeMoney& money) {
@@ -96,22 +106,37 @@ const DrawnNumbers& prize_DrawnNumbers() {
     return drawn();
 }
 
-int check_KaiJiang(IssueNumber issue) {
+DrawChoice prize_DrawChoice(IssueNumber issue) {
+    DrawChoice choice;
+    for (auto c = store_Query(QStringLiteral("SELECT 期号, 开奖日期 FROM 历史记录 ORDER BY 期号 DESC"));
+         !c->eof(); c->moveNext()) {
+        const IssueNumber drawIssue = c->intValue(0);
+        if (drawIssue == issue) choice.current = int(choice.items.size());
+        choice.items << QStringLiteral("%1 期  %2").arg(drawIssue).arg(dateText(c->value(1).toDouble()));
+    }
+    return choice;
+}
+
+int check_KaiJiang(IssueNumber issue, IssueNumber drawIssue) {
     Screen& ui = screen();
-    if (issue > 0 && !issueCanExist(issue)) {
-        ui.ui_Message(issueFault(issue), MessageKind::Warning);
-        return 0;
+    if (drawIssue < 1) drawIssue = issue;
+    for (const IssueNumber i : {issue, drawIssue}) {
+        if (i > 0 && !issueCanExist(i)) {
+            ui.ui_Message(issueFault(i), MessageKind::Warning);
+            return 0;
+        }
     }
     auto draw = store_Query(
         QStringLiteral("SELECT 期号,红球1,红球2,红球3,红球4,红球5,红球6,蓝球 FROM 历史记录  WHERE 期号=?"),
-        {issue});
+        {drawIssue});
     TicketQuery byId;
     byId.key = QStringLiteral("ID");
     byId.orderBy = QStringLiteral("序号");
     const std::vector<StoredTicket> tickets = read_StoredTickets(byId, issue);
     if (draw->recordCount() == 0 || tickets.empty()) {
         if (issue > 0)
-            ui.ui_Message(msg::noDrawToCheck(issue), MessageKind::Error, msg::kNoDrawToCheckTitle);
+            ui.ui_Message(msg::noDrawToCheck(draw->recordCount() == 0 ? drawIssue : issue),
+                          MessageKind::Error, msg::kNoDrawToCheckTitle);
         else
             ui.ui_Message(msg::kNothingToCheck);
         return 0;
@@ -120,7 +145,7 @@ int check_KaiJiang(IssueNumber issue) {
     bool redDrawn[kRedCount + 1] = {};
     bool blueDrawn[kBlueCount + 1] = {};
     DrawnNumbers d;
-    d.issue = issue;
+    d.issue = drawIssue;
     for (int i = 1; i <= kRedsPerTicket; ++i) {
         const int n = draw->intValue(i);
         d.reds[size_t(i)] = n;
@@ -154,12 +179,12 @@ int check_KaiJiang(IssueNumber issue) {
         }
     }
 
-    QString report = msg::kCheckReportHead + kCrLf2;
+    QString report = msg::kCheckReportHead + kCrLf2 + drawLine(d) + kCrLf2;
     for (int tier = 1; tier <= 6; ++tier)
         report += prize_TierText(tier) + to_QuanJiao(tally[size_t(tier)]) + QStringLiteral(" 注") + kCrLf2;
     std::array<int, 7> winners{};
     for (int tier = 1; tier <= 6; ++tier) winners[size_t(tier)] = tally[size_t(tier)];
-    for (const QString& line : prize_MoneyLines(prize_Money(issue, winners, int(tickets.size()))))
+    for (const QString& line : prize_MoneyLines(prize_Money(drawIssue, winners, int(tickets.size()))))
         report += line + kCrLf2;
     log_CaoZuo(report, true);
 

@@ -76,7 +76,7 @@ ReplaySettings replay_DefaultSettings() {
     ReplaySettings s;
     const int t = get_GuoLvTiaoJian(kShrinkTypeId);
     s.shrink.t = t >= 3 && t <= 6 ? t : 7;
-    s.shrink.optimised = shared().shrinkOptimised;
+    s.shrink.optimised = shrink_Optimised();
     return s;
 }
 

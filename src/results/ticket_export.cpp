@@ -8,6 +8,7 @@
 #include "screen/prepared.h"
 #include "screen/run_panel.h"
 #include "screen/shared_state.h"
+#include "store/ini_file.h"
 
 namespace dovrex {
 
@@ -32,6 +33,40 @@ QString daoChu_Folder() {
     if (!shared().paths.programDir.isEmpty()) return shared().paths.programDir;
     if (shared().g_Store) return QFileInfo(shared().g_Store->path()).absolutePath();
     return QDir::currentPath();
+}
+
+namespace {
+// Where the last export's folder is kept: the settings file of the program folder; a bare store has
+// none, and its session remembers the folder on its own.
+const QString kExportSection = QStringLiteral("Export");
+const QString kFolderKey = QStringLiteral("LastFolder");
+constexpr int kPathMax = 4096;
+
+QString lastExportFolder() {
+    const AppPaths& paths = shared().paths;
+    if (paths.programDir.isEmpty()) return shared().lastExportFolder;
+    CIniFile ini;
+    ini.SpecifyIni(paths.settingsFile());
+    return ini.ReadString(kExportSection, kFolderKey, QString(), kPathMax);
+}
+}  // namespace
+
+QString export_Folder() {
+    for (const QString& folder : {lastExportFolder(), shared().paths.documentsDir})
+        if (!folder.isEmpty() && QFileInfo(folder).isDir()) return folder;
+    return daoChu_Folder();
+}
+
+void set_ExportFolder(const QString& folder) {
+    const AppPaths& paths = shared().paths;
+    if (paths.programDir.isEmpty()) {
+        shared().lastExportFolder = folder;
+        return;
+    }
+    // A settings file that cannot be written costs the next export its proposal, nothing more.
+    CIniFile ini;
+    ini.SpecifyIni(paths.settingsFile());
+    ini.WriteString(kExportSection, kFolderKey, folder);
 }
 
 QString export_Line(const TicketExportOptions& options, int serial, IssueNumber issue, const Reds& reds,
@@ -125,11 +160,14 @@ int export_HaoMa(IssueNumber issue, const QString& fileName) {
     TicketExportOptions options = export_LastOptions();
     if (!ui.ui_ToFile(options)) return -1;
     export_LastOptions() = options;
+    const QString path =
+        ui.ui_PickFile(msg::kTextFileFilter, true, true, QDir(export_Folder()).filePath(fileName));
+    if (path.isEmpty()) return -1;
 
     const int total =
         store().scalar(QStringLiteral("select count(*) from 日志表 where 期号=?"), {issue}).toInt();
-    const QString path = QDir(daoChu_Folder()).filePath(fileName);
     QString text;
+    bool written = false;
     int count = 0;
     {
         RunPanel panel(total);
@@ -144,14 +182,19 @@ int export_HaoMa(IssueNumber issue, const QString& fileName) {
             ui.ui_Pump();
         });
         panel.show(count);
-        // A file that cannot be written leaves the old one; the clipboard still gets the text.
-        write_WenJian(path, text);
+        written = write_WenJian(path, text);  // a file that cannot be written keeps its old text
     }
-    log_Append(msg::kExportLogged);
+    if (!written) {
+        ui.ui_Message(msg::exportNotWritten(path), MessageKind::Warning);
+        log_Append(msg::exportNotWritten(path));
+        return -1;
+    }
+    set_ExportFolder(QFileInfo(path).absolutePath());
+    log_Append(msg::exportLogged(path));
     if (count >= 1) {
-        const QString written = read_WenJian(path);
-        ui.ui_Clipboard(written.isEmpty() ? text : written);
-        ui.ui_Message(msg::exportDone(count));
+        const QString fromFile = read_WenJian(path);
+        ui.ui_Clipboard(fromFile.isEmpty() ? text : fromFile);
+        ui.ui_Message(msg::exportDone(count, path));
         ui.ui_OpenFile(path);
     }
     return count;
@@ -161,11 +204,17 @@ void jiXuan_Export(const JiXuanHao& hao) {
     const QString text = jiXuan_Text(hao);
     if (text.isEmpty()) return;
     Screen& ui = screen();
-    const QString path = QDir(daoChu_Folder()).filePath(kDaoChuFileName);
-    write_WenJian(path, text);
+    const QString path =
+        ui.ui_PickFile(msg::kTextFileFilter, true, true, QDir(export_Folder()).filePath(kDaoChuFileName));
+    if (path.isEmpty()) return;
+    if (!write_WenJian(path, text)) {
+        ui.ui_Message(msg::exportNotWritten(path), MessageKind::Warning);
+        return;
+    }
+    set_ExportFolder(QFileInfo(path).absolutePath());
     const QString written = read_WenJian(path);
     ui.ui_Clipboard(written.isEmpty() ? text : written);
-    ui.ui_Message(msg::kJiXuanExported);
+    ui.ui_Message(msg::jiXuanExported(path));
     ui.ui_OpenFile(path);
 }
 

@@ -13,9 +13,14 @@ namespace dovrex {
 // The file every export writes, in the program folder, overwritten each time.
 inline const QString kDaoChuFileName = QStringLiteral("dovrexDaocu.txt");
 
-// The folder the export file goes to: the program folder, or the store's own folder when the
-// program runs on a bare store.
+// The program folder, or the store's own folder when the program runs on a bare store: where exports
+// go when the player has no documents folder.
 QString daoChu_Folder();
+
+// The folder an export proposes and an import opens in: the folder of the last export (kept in the
+// settings file, so across starts), else the player's documents folder, else daoChu_Folder().
+QString export_Folder();
+void set_ExportFolder(const QString& folder);
 
 // One line of the export for a ticket, as written. The blanks behind 序号 and 期号 are part of the
 // text that the red separator replaces, so 1,,,,,,,2008118,01,02,03,04,05,06+07 is the line for the
@@ -41,9 +46,10 @@ QString export_SeparatorText(const QString& item);
 // The dialog's choices of the last export: the next one opens on them.
 TicketExportOptions& export_LastOptions();
 
-// export_HaoMa: asks frmToFile, writes the tickets of `issue` to `fileName` in the export folder,
-// copies the text to the clipboard and opens the file in the user's editor. Returns the ticket count,
-// or -1 when the dialog was cancelled (the file is left as it was).
+// export_HaoMa: asks frmToFile, then where to save (proposing `fileName` in export_Folder()), writes
+// the tickets of `issue` there, logs the path, copies the text to the clipboard and opens the file in
+// the user's editor. Returns the ticket count, or -1 when either dialog was cancelled or the file
+// could not be written (which is said; an old file stays as it was).
 int export_HaoMa(IssueNumber issue, const QString& fileName = kDaoChuFileName);
 
 // Writes text as UTF-8 with the platform's line ends; false when the file cannot be written.
@@ -51,20 +57,33 @@ bool write_WenJian(const QString& path, const QString& text);
 // The whole text of a file written by write_WenJian (empty when it cannot be read).
 QString read_WenJian(const QString& path);
 
-// cmmJXdaocu_Click: writes the text to the export file, copies it to the clipboard, says so and opens
-// the file in the user's editor. Nothing happens when no ticket is complete.
+// cmmJXdaocu_Click: asks where to save as export_HaoMa does, writes the text there, copies it to the
+// clipboard, says so with the path and opens the file in the user's editor. Nothing happens when no
+// ticket is complete or the dialog is cancelled.
 void jiXuan_Export(const JiXuanHao& hao);
 
 namespace msg {
-inline const QString kJiXuanExported =
-    QStringLiteral("导出完成！\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");
+inline QString jiXuanExported(const QString& path) {
+    return QStringLiteral("导出完成！已保存到：%1\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！")
+        .arg(path);
+}
 inline const QString kSetSeparators = QStringLiteral("请在下面设置具体的分隔符！");
-inline const QString kExportLogged =
-    QStringLiteral("号码导出完成．\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");
+inline const QString kTextFileFilter = QStringLiteral("文本文件 (*.txt)");
 inline const QString kNothingToExport = QStringLiteral("上面表格中还没有号码！");
-inline QString exportDone(int count) {
-    return QStringLiteral("导出完成,总共: %1 注。\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！")
-        .arg(count);
+inline QString exportLogged(const QString& path) {
+    return QStringLiteral("号码导出完成，已保存到：\r\n") + path +
+           QStringLiteral("\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！");
+}
+inline QString exportDone(int count, const QString& path) {
+    return QStringLiteral(
+               "导出完成,总共: %1 "
+               "注。\r\n\r\n已保存到：%2\r\n\r\n已复制到粘贴板,可通过Ctrl+V粘贴到需要的地方！")
+        .arg(count)
+        .arg(path);
+}
+inline QString exportNotWritten(const QString& path) {
+    return QStringLiteral("无法写入文件：\r\n") + path +
+           QStringLiteral("\r\n\r\n号码没有导出，请换一个文件夹再试。");
 }
 }  // namespace msg
 

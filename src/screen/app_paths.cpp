@@ -36,6 +36,9 @@ QString AppPaths::lockFile() const {
 QString AppPaths::helpPage() const {
     return programDir + QStringLiteral("/dovrexhelp/dovrexHelp.html");
 }
+QString AppPaths::settingsFile() const {
+    return programDir + QStringLiteral("/dovrex.ini");
+}
 
 AppPaths AppPaths::standard(bool create) {
     AppPaths p;
@@ -43,6 +46,7 @@ AppPaths AppPaths::standard(bool create) {
     if (p.programDir.isEmpty()) p.programDir = QDir::homePath() + QStringLiteral("/.local/share/dovrex");
     if (create) QDir().mkpath(p.programDir);
     p.tempDir = tempDirFor(p.programDir);
+    p.documentsDir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (create) {
         QDir().mkpath(p.programDir);
         QDir().mkpath(p.tempDir);

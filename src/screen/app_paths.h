@@ -9,6 +9,9 @@ namespace dovrex {
 struct AppPaths {
     QString programDir;
     QString tempDir;
+    // Where the player's own files go unless told otherwise (exports): the documents folder of an
+    // installed program; empty for a folder given by hand, whose files stay in the program folder.
+    QString documentsDir;
 
     QString dataPack() const;       // <program>/dovrex.dat
     QString bakDir() const;         // <program>/Bak
@@ -19,6 +22,7 @@ struct AppPaths {
     QString compactTarget() const;  // <temp>/Temp_fu.mdb
     QString lockFile() const;       // <program>/dovrex.lock
     QString helpPage() const;       // <program>/dovrexhelp/dovrexHelp.html
+    QString settingsFile() const;   // <program>/dovrex.ini
 
     // The per-user folders of an installed program, made when `create`.
     static AppPaths standard(bool create = true);

@@ -36,13 +36,22 @@ class Screen {
                             const QString& title = {}) = 0;
     // A one-line input box; an empty reply means cancel.
     virtual QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) = 0;
+    // A choice among `items`, `current` proposed: the item chosen, empty for cancel. A screen without
+    // a list of its own asks for the text, proposing the current item.
+    virtual QString ui_AskChoice(const QString& prompt, const QString& title, const QStringList& items,
+                                 int current) {
+        return ui_AskText(prompt, title, items.value(current));
+    }
     // The three-panel status line, panels 1..3.
     virtual void ui_Status(int panel, const QString& text) = 0;
     // The progress bar of the running pass.
     virtual void ui_Progress(int min, int max, int value, bool visible) = 0;
     // A file dialog; empty when cancelled. filter as "文本文件 (*.txt)".
     // askOverwrite false: the caller asks its own question about a file that exists.
-    virtual QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true) = 0;
+    // start: the folder the dialog opens in, or the file a save proposes; empty for the dialog's own
+    // last folder.
+    virtual QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true,
+                                const QString& start = {}) = 0;
     // Rebinds the named grid to a row set (null clears it).
     virtual void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) = 0;
     // Lets pending events run during a long pass. Implementations may throttle by time.
@@ -93,7 +102,7 @@ class NullScreen : public Screen {
     QString ui_AskText(const QString&, const QString&, const QString&) override { return {}; }
     void ui_Status(int, const QString&) override {}
     void ui_Progress(int, int, int, bool) override {}
-    QString ui_PickFile(const QString&, bool, bool) override { return {}; }
+    QString ui_PickFile(const QString&, bool, bool, const QString&) override { return {}; }
     void ui_Grid(const QString&, std::shared_ptr<Cursor>) override {}
     void ui_Pump() override {}
 };

@@ -1,5 +1,7 @@
 #include "screen/scripted_screen.h"
 
+#include <QFileInfo>
+
 #include "screen/shared_state.h"
 #include "store/store.h"
 
@@ -75,10 +77,12 @@ void ScriptedScreen::ui_Progress(int min, int max, int value, bool visible) {
                    .arg(visible ? QStringLiteral("shown") : QStringLiteral("hidden")));
 }
 
-QString ScriptedScreen::ui_PickFile(const QString& filter, bool save, bool) {
-    const QString answer = files_.isEmpty() ? QString() : files_.dequeue();
-    record(QStringLiteral("FILE %1 %2 -> %3")
-               .arg(save ? QStringLiteral("save") : QStringLiteral("open"), filter, answer));
+QString ScriptedScreen::ui_PickFile(const QString& filter, bool save, bool, const QString& start) {
+    const bool proposed = save && !start.isEmpty() && !QFileInfo(start).isDir();
+    const QString answer = !files_.isEmpty() ? files_.dequeue() : proposed ? start : QString();
+    record(QStringLiteral("FILE %1 %2%3 -> %4")
+               .arg(save ? QStringLiteral("save") : QStringLiteral("open"), filter,
+                    start.isEmpty() ? QString() : QStringLiteral(" in ") + start, answer));
     return answer;
 }
 

@@ -15,7 +15,7 @@ namespace dovrex {
 // line of text ("MESSAGE <text>", "CONFIRM <text> -> yes", "STATUS 1 <text>", ...), kept in order
 // and handed to an optional listener as it happens. Questions are answered from queues filled in
 // advance; an empty queue gives the answer a user pressing Enter would give: yes, the proposed
-// text, no file.
+// text, the file a save dialog proposes, else no file.
 class ScriptedScreen : public Screen {
   public:
     void ui_Message(const QString& text, MessageKind kind = MessageKind::Information,
@@ -25,7 +25,8 @@ class ScriptedScreen : public Screen {
     QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) override;
     void ui_Status(int panel, const QString& text) override;
     void ui_Progress(int min, int max, int value, bool visible) override;
-    QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true) override;
+    QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true,
+                        const QString& start = {}) override;
     void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) override;
     void ui_Pump() override;
     void ui_Log(const QString& wholeText) override;

@@ -103,12 +103,10 @@ struct SharedState {
     DrawnNumbers drawn;
     // The export options last confirmed in frmToFile.
     TicketExportOptions exportOptions;
+    // The folder of the last export when there is no program folder to keep it in (a bare store).
+    QString lastExportFolder;
     // Frame of the moving bar a shrink shows until its first removal (TimerSuosuijinxingzong).
     int suoShuiTimerAt = 0;
-    // 优化缩水: after the plain scan, a search for a smaller set with the same guarantee, within a
-    // time budget.
-    bool shrinkOptimised = false;
-    int shrinkBudgetSeconds = 10;
     // The tickets the last shrink started from (as ball masks), for the coverage report on demand.
     IssueNumber shrinkOriginalIssue = 0;
     std::vector<std::uint64_t> shrinkOriginal;

@@ -61,6 +61,7 @@ const Line kScript[] = {
     {"answer no", ""},
     {"import %program/dovrexDaocu.txt", "imported 1"},
     {"check 2026097", "best 2"},
+    {"check 2026097 2026096", "best "},
     {"merge", "left 1"},
     {"command 6", "MESSAGE 删除记录完成！"},
     {"delete 2026097", ""},
@@ -96,18 +97,20 @@ TEST_F(DovrexTest, EveryHeadlessCommandRunsOnce) {
     HeadlessRunner runner([&printed](const QString& line) { printed << line; });
     QSet<QString> ran;
     for (const Line& line : kScript) {
-        const QString command = QString::fromUtf8(line.command)
-                                    .replace(QStringLiteral("%program"), paths().programDir)
-                                    .replace(QStringLiteral("%temp"), paths().tempDir)
-                                    .replace(QStringLiteral("%bare"), tempPath(QStringLiteral("bare.dat")))
-                                    .replace(QStringLiteral("%notices"),
-                                             QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/notices_page1.json"));
+        const QString command =
+            QString::fromUtf8(line.command)
+                .replace(QStringLiteral("%program"), paths().programDir)
+                .replace(QStringLiteral("%temp"), paths().tempDir)
+                .replace(QStringLiteral("%bare"), tempPath(QStringLiteral("bare.dat")))
+                .replace(QStringLiteral("%notices"),
+                         QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/notices_page1.json"));
         printed.clear();
         ran << command.section(u' ', 0, 0);
         EXPECT_TRUE(runner.runLine(command)) << printed.join(u'\n').toStdString();
         const QString wanted = QString::fromUtf8(line.printed);
         if (!wanted.isEmpty())
-            EXPECT_TRUE(std::any_of(printed.begin(), printed.end(), [&](const QString& p) { return p.startsWith(wanted); }))
+            EXPECT_TRUE(std::any_of(printed.begin(), printed.end(),
+                                    [&](const QString& p) { return p.startsWith(wanted); }))
                 << line.command << " printed:\n"
                 << printed.join(u'\n').left(2000).toStdString();
     }

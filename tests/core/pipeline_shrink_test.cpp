@@ -319,8 +319,8 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
     load(set);
     shared().biaoJiQingLing = 1;
     const int plain = run_SuoShui(5, kIssue);
-    shared().shrinkOptimised = true;
-    shared().shrinkBudgetSeconds = 1;
+    set_ShrinkOptimised(true);
+    set_ShrinkBudgetSeconds(1);
     StopAtTheOptimiser stopping;
     for (bool stop : {false, true}) {
         load(set);
@@ -340,6 +340,8 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
             logContains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(kept) + QStringLiteral(" 注，")))
             << stop;
         EXPECT_TRUE(logEndsWith(coverage_OfIssue(kIssue)));
+        // A stopped search says what it kept and why.
+        EXPECT_EQ(logContains(QStringLiteral("用户停止了优化，保留了停止前找到的最少注数")), stop);
         EXPECT_TRUE(coverage_OfIssue(kIssue).startsWith(coverage)) << coverage_OfIssue(kIssue).toStdString();
         EXPECT_EQ(shared().tingZhi, 0);
     }

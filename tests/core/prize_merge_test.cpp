@@ -47,7 +47,8 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
         EXPECT_EQ(hits(i + 1), std::make_pair(cases[i].redHits, cases[i].blueHit)) << i;
     EXPECT_EQ(hits(other), std::make_pair(0, 0));  // another issue is not checked
     const QString report = QStringLiteral(
-        "开奖核对结果如下——\r\n\r\n一等奖： ０ 注\r\n\r\n二等奖： １ 注\r\n\r\n三等奖： １ 注\r\n\r\n"
+        "开奖核对结果如下——\r\n\r\n第 ２００８１１８ 期开奖：０４ ０９ １６ ２７ ３１ ３３ + ０１\r\n\r\n"
+        "一等奖： ０ 注\r\n\r\n二等奖： １ 注\r\n\r\n三等奖： １ 注\r\n\r\n"
         "四等奖： ０ 注\r\n\r\n五等奖： ２ 注\r\n\r\n六等奖： １ 注\r\n\r\n"
         "二等奖： 1 注 × 奖金未知\r\n\r\n三等奖： 1 注 × 3000 元 = 3000 元\r\n\r\n"
         "五等奖： 2 注 × 10 元 = 20 元\r\n\r\n六等奖： 1 注 × 5 元 = 5 元\r\n\r\n"
@@ -185,8 +186,7 @@ TEST_F(CheckMergeTest, RandomPickExportGivesOneLineATicket) {
     const QString path = QDir(paths().programDir).filePath(kDaoChuFileName);
     EXPECT_EQ(QString::fromUtf8(fileBytes(path)).split(u'\n').size(), 3);
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("OPENFILE ") + path));
-    EXPECT_EQ(ui().messages(),
-              QStringList{msg::kJiXuanExported.split(QStringLiteral("\r\n")).join(QStringLiteral("\\n"))});
+    EXPECT_EQ(ui().messages(), QStringList{ScriptedScreen::oneLine(msg::jiXuanExported(path))});
     // Nothing drawn: nothing happens.
     ui().clear();
     jiXuan_Export(JiXuanHao{});

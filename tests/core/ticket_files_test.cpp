@@ -173,10 +173,9 @@ TEST_F(TicketFilesTest, ExportWritesFileClipboardAndBlankLineAfterEachFifth) {
     EXPECT_TRUE(lines[5].isEmpty());
     EXPECT_TRUE(lines[8].isEmpty());
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("CLIPBOARD ") + ScriptedScreen::oneLine(text)));
-    EXPECT_TRUE(
-        ui().messages().contains(msg::exportDone(7).replace(QStringLiteral("\r\n"), QStringLiteral("\\n"))));
+    EXPECT_TRUE(ui().messages().contains(ScriptedScreen::oneLine(msg::exportDone(7, exportPath()))));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("OPENFILE ") + exportPath()));
-    EXPECT_TRUE(shared().operationLog.endsWith(msg::kExportLogged));
+    EXPECT_TRUE(shared().operationLog.endsWith(msg::exportLogged(exportPath())));
     // The next export opens on these choices.
     EXPECT_TRUE(export_LastOptions().daoChuXuanXiang[3]);
 }

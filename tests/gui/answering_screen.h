@@ -18,7 +18,7 @@ class AnsweringScreen : public GuiScreen {
     bool answer = true;
     QStringList typed;  // the replies to input boxes in turn; then `reply`, or the proposed text
     QString reply;
-    QString file;  // what every file dialog chooses
+    QString file;  // what every file dialog chooses; unset, a save takes the file it proposes
 
     void ui_Message(const QString& text, MessageKind, const QString& title) override {
         shown << text;
@@ -34,7 +34,13 @@ class AnsweringScreen : public GuiScreen {
         if (!typed.isEmpty()) return typed.takeFirst();
         return reply.isNull() ? proposed : reply;
     }
-    QString ui_PickFile(const QString&, bool, bool) override { return file; }
+    QString ui_AskChoice(const QString& prompt, const QString& title, const QStringList& items,
+                         int current) override {
+        return ui_AskText(prompt, title, items.value(current));
+    }
+    QString ui_PickFile(const QString&, bool save, bool, const QString& start) override {
+        return file.isEmpty() && save ? start : file;
+    }
     int ui_ChooseUserMode() override { return 1; }
 };
 

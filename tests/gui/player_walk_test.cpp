@@ -84,7 +84,6 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
     set_ShiYongQingKuang(10, 1);
     set_GuoLvFanWei(3640, 3649, 0);
     set_GuoLvFanWei(3642, 3644, 1);
-    screen_->typed << QString::number(kIssue);
     clickCommand(kCmdFilter);
     const std::vector<Ticket> filtered = ticketsOf(kIssue);
     ASSERT_FALSE(filtered.empty());

@@ -41,8 +41,8 @@ TEST_F(ShrinkSettingsTest, ControlsWriteAtOnceAndPresetsReachTheSliders) {
     EXPECT_FALSE(budget->isEnabled());
     named<QCheckBox>(frame, QStringLiteral("Check_youhua"))->click();
     budget->setValue(25);
-    EXPECT_TRUE(shared().shrinkOptimised);
-    EXPECT_EQ(shared().shrinkBudgetSeconds, 25);
+    EXPECT_TRUE(shrink_Optimised());
+    EXPECT_EQ(shrink_BudgetSeconds(), 25);
 
     named<QPushButton>(frame, QStringLiteral("cmmQZfenpei(0)"))->click();  // 偏重大号
     EXPECT_EQ(frame.slider(33)->value(), 33);

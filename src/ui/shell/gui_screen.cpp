@@ -224,6 +224,19 @@ QString GuiScreen::ui_AskText(const QString& prompt, const QString& title, const
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }
 
+QString GuiScreen::ui_AskChoice(const QString& prompt, const QString& title, const QStringList& items,
+                                int current) {
+    QInputDialog dialog(window_);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setComboBoxItems(items);
+    dialog.setComboBoxEditable(false);
+    dialog.setTextValue(items.value(current));
+    dialog.setOkButtonText(QStringLiteral("确定"));
+    dialog.setCancelButtonText(QStringLiteral("取消"));
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+}
+
 void GuiScreen::ui_Status(int panel, const QString& text) {
     if (panel < 1 || panel > 3 || !panels_[panel - 1]) return;
     panels_[panel - 1]->setText(text);
@@ -243,8 +256,8 @@ void GuiScreen::ui_Progress(int min, int max, int value, bool visible) {
     bar->setVisible(visible);
 }
 
-QString GuiScreen::ui_PickFile(const QString& filter, bool save, bool askOverwrite) {
-    const QString start = lastDir_.isEmpty() ? QDir::homePath() : lastDir_;
+QString GuiScreen::ui_PickFile(const QString& filter, bool save, bool askOverwrite, const QString& proposed) {
+    const QString start = !proposed.isEmpty() ? proposed : lastDir_.isEmpty() ? QDir::homePath() : lastDir_;
     const QFileDialog::Options options =
         askOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
     const QString path =

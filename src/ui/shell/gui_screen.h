@@ -60,9 +60,12 @@ class GuiScreen : public QObject, public Screen {
     bool ui_Confirm(const QString& text, ConfirmButtons buttons = ConfirmButtons::YesNo,
                     const QString& title = {}) override;
     QString ui_AskText(const QString& prompt, const QString& title, const QString& defaultText) override;
+    QString ui_AskChoice(const QString& prompt, const QString& title, const QStringList& items,
+                         int current) override;
     void ui_Status(int panel, const QString& text) override;
     void ui_Progress(int min, int max, int value, bool visible) override;
-    QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true) override;
+    QString ui_PickFile(const QString& filter, bool save, bool askOverwrite = true,
+                        const QString& start = {}) override;
     void ui_Grid(const QString& name, std::shared_ptr<Cursor> cursor) override;
     void ui_Pump() override;
 

@@ -68,7 +68,7 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
         QStringLiteral("先按普通方法缩水，再在限定的时间内寻找注数更少、保证相同的号码组合。"
                        "按“停止”时保留已找到的最好结果。"));
     budget_ = new QSpinBox(this);
-    budget_->setRange(1, 600);
+    budget_->setRange(1, kShrinkBudgetMax);
     budget_->setSuffix(QStringLiteral(" 秒"));
     budget_->setPrefix(QStringLiteral("时限 "));
     if (withButtons) {
@@ -76,11 +76,11 @@ ShrinkSettings::ShrinkSettings(bool withButtons, QWidget* parent) : QFrame(paren
         budget_->setObjectName(QStringLiteral("Spin_youhuaShiXian"));
     }
     connect(optimised_, &QCheckBox::toggled, this, [this](bool on) {
-        if (!loading_) shared().shrinkOptimised = on;
+        if (!loading_) set_ShrinkOptimised(on);
         budget_->setEnabled(on);
     });
     connect(budget_, &QSpinBox::valueChanged, this, [this](int seconds) {
-        if (!loading_) shared().shrinkBudgetSeconds = seconds;
+        if (!loading_) set_ShrinkBudgetSeconds(seconds);
     });
     optimisedRow->addWidget(optimised_);
     optimisedRow->addWidget(budget_);
@@ -160,9 +160,9 @@ void ShrinkSettings::reload() {
         options_[size_t(i)]->setAutoExclusive(true);
     }
     auto_->setChecked(get_ShiYongQingKuang(kSmartSwitch) == 1);
-    optimised_->setChecked(shared().shrinkOptimised);
-    budget_->setValue(shared().shrinkBudgetSeconds);
-    budget_->setEnabled(shared().shrinkOptimised);
+    optimised_->setChecked(shrink_Optimised());
+    budget_->setValue(shrink_BudgetSeconds());
+    budget_->setEnabled(shrink_Optimised());
     loading_ = false;
     loadWeights();
 }

@@ -95,8 +95,7 @@ ToFileDialog::ToFileDialog(const TicketExportOptions& options, QWidget* parent) 
     layout->addLayout(form);
     connect(presets_, &QComboBox::activated, this, &ToFileDialog::choosePreset);
 
-    auto* note =
-        new QLabel(QStringLiteral("导出的号码写入程序文件夹中的 dovrexDaocu.txt，并复制到粘贴板。"), this);
+    auto* note = new QLabel(QStringLiteral("确定后选择保存的位置；导出的号码同时复制到粘贴板。"), this);
     note->setWordWrap(true);
     layout->addWidget(note);
     layout->addWidget(okCancel(this));

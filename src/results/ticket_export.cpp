@@ -69,6 +69,23 @@ void set_ExportFolder(const QString& folder) {
     ini.WriteString(kExportSection, kFolderKey, folder);
 }
 
+namespace {
+// The file an export goes to: asked, proposed in the export folder; empty when cancelled.
+QString askExportPath(const QString& fileName) {
+    return screen().ui_PickFile(msg::kTextFileFilter, true, true, QDir(export_Folder()).filePath(fileName));
+}
+
+// A written export handed to the player: the clipboard gets what the file holds (the text itself if
+// it reads back empty), then the message, then the file opens.
+void handOverExport(const QString& path, const QString& text, const QString& message) {
+    Screen& ui = screen();
+    const QString fromFile = read_WenJian(path);
+    ui.ui_Clipboard(fromFile.isEmpty() ? text : fromFile);
+    ui.ui_Message(message);
+    ui.ui_OpenFile(path);
+}
+}  // namespace
+
 QString export_Line(const TicketExportOptions& options, int serial, IssueNumber issue, const Reds& reds,
                     int blue) {
     const auto& on = options.daoChuXuanXiang;
@@ -160,8 +177,7 @@ int export_HaoMa(IssueNumber issue, const QString& fileName) {
     TicketExportOptions options = export_LastOptions();
     if (!ui.ui_ToFile(options)) return -1;
     export_LastOptions() = options;
-    const QString path =
-        ui.ui_PickFile(msg::kTextFileFilter, true, true, QDir(export_Folder()).filePath(fileName));
+    const QString path = askExportPath(fileName);
     if (path.isEmpty()) return -1;
 
     const int total =
@@ -191,31 +207,21 @@ int export_HaoMa(IssueNumber issue, const QString& fileName) {
     }
     set_ExportFolder(QFileInfo(path).absolutePath());
     log_Append(msg::exportLogged(path));
-    if (count >= 1) {
-        const QString fromFile = read_WenJian(path);
-        ui.ui_Clipboard(fromFile.isEmpty() ? text : fromFile);
-        ui.ui_Message(msg::exportDone(count, path));
-        ui.ui_OpenFile(path);
-    }
+    if (count >= 1) handOverExport(path, text, msg::exportDone(count, path));
     return count;
 }
 
 void jiXuan_Export(const JiXuanHao& hao) {
     const QString text = jiXuan_Text(hao);
     if (text.isEmpty()) return;
-    Screen& ui = screen();
-    const QString path =
-        ui.ui_PickFile(msg::kTextFileFilter, true, true, QDir(export_Folder()).filePath(kDaoChuFileName));
+    const QString path = askExportPath(kDaoChuFileName);
     if (path.isEmpty()) return;
     if (!write_WenJian(path, text)) {
-        ui.ui_Message(msg::exportNotWritten(path), MessageKind::Warning);
+        screen().ui_Message(msg::exportNotWritten(path), MessageKind::Warning);
         return;
     }
     set_ExportFolder(QFileInfo(path).absolutePath());
-    const QString written = read_WenJian(path);
-    ui.ui_Clipboard(written.isEmpty() ? text : written);
-    ui.ui_Message(msg::jiXuanExported(path));
-    ui.ui_OpenFile(path);
+    handOverExport(path, text, msg::jiXuanExported(path));
 }
 
 }  // namespace dovrex

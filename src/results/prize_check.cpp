@@ -23,10 +23,7 @@ DrawnNumbers& drawn() {
 // "第 ２００８１１８ 期开奖：０１ ０２ ０３ ０４ ０５ ０６ + ０７": the draw the report is about,
 // full-width like the tallies below it.
 QString drawLine(const DrawnNumbers& d) {
-    QStringList reds;
-    for (int i = 1; i <= kRedsPerTicket; ++i) reds << twoDigits(d.reds[size_t(i)]);
-    return to_QuanJiao(
-        QStringLiteral("第 %1 期开奖：%2 + %3").arg(d.issue).arg(reds.join(u' '), twoDigits(d.blue)));
+    return to_QuanJiao(QStringLiteral("第 %1 期开奖：%2").arg(d.issue).arg(ballsText(d.reds, d.blue)));
 }
 
 }  // namespace

@@ -135,9 +135,8 @@ TEST_F(CalendarWindows, BirthChartWindowMakesTheTicket) {
 
     w.button(4)->click();
     EXPECT_TRUE(w.resultText().startsWith("小知识："));
-    EXPECT_TRUE(w.resultText().contains("寅月——从立春到惊蛰"));
-    EXPECT_TRUE(w.resultText().contains("子时（23：00—12：59）"));
-    EXPECT_TRUE(w.resultText().contains("亥时（21：00－22：59）"));
+    for (const char* part : {"寅月——从立春到惊蛰", "子时（23：00—12：59）", "亥时（21：00－22：59）"})
+        EXPECT_TRUE(w.resultText().contains(part)) << part;
 }
 
 TEST_F(CalendarWindows, LuckyNumberChooserFillsTheTablesOnceAndCloses) {

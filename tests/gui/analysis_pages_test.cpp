@@ -107,8 +107,7 @@ TEST_F(AnalysisPagesTest, GroupOptionsWriteEachTickAtOnce) {
     table->item(0, 0)->setCheckState(Qt::Unchecked);
     const FenXiZu member = readAnalysisGroups();
     EXPECT_TRUE(member[33][8]);
-    EXPECT_FALSE(member[1][1]);
-    EXPECT_EQ(fenXiBiao_Captions(false).value(8), QStringLiteral("33"));
+    EXPECT_FALSE(member[1][1]);  // what the groups then make: AnalysisTables.GroupsSortTheRedsOfEachDraw
 }
 
 TEST(JinDuPanelTest, ShowsTheStateAndStopsOnce) {

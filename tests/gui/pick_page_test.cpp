@@ -86,7 +86,7 @@ TEST_F(PickPageTest, ClicksWriteThePickRowsAtOnce) {
 
 // Picks written elsewhere (a condition file, another user's set, the distribution grid) show once
 // the logic says the picks changed.
-TEST_F(PickPageTest, RepaintsPicksWrittenElsewhere) {
+TEST_F(PickPageTest, RepaintsPicksAndMarksWrittenElsewhere) {
     pickRange(1, 6, kPickDrag);
     set_GuoLvTiaoJian(105, kPickBanker);
     screen_->ui_RefreshPicks();
@@ -94,9 +94,8 @@ TEST_F(PickPageTest, RepaintsPicksWrittenElsewhere) {
     EXPECT_EQ(pickPage_->button(105)->pick(), kPickBanker);
     for (int n = 101; n <= 116; ++n) EXPECT_EQ(pickPage_->button(n)->isEnabled(), n == 105) << n;
     EXPECT_TRUE(tipText().contains(QStringLiteral("所选号码组合共： １  注")));
-}
 
-TEST_F(PickPageTest, MarkedNumbersAreStruckThroughAndAskFirst) {
+    // Numbers the analysis marks are struck through and ask first.
     gaiLvBiaoJi().red[9] = true;
     gaiLvBiaoJi().blue[3] = true;
     gaiLvBiaoJi().issue = 2026097;

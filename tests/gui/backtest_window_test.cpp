@@ -40,8 +40,7 @@ TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
     window->run();
     const BacktestResult& r = window->result();
     EXPECT_EQ(r.draws.size(), 100);
-    EXPECT_EQ(r.tolerance, 2);
-    EXPECT_EQ(r.survived, 100);  // one condition can never fail more than two
+    EXPECT_EQ(r.tolerance, 2);  // what it finds: BacktestTest
     QTableWidget *draws = nullptr, *conditions = nullptr;
     for (auto* t : window->findChildren<QTableWidget*>()) (t->columnCount() == 3 ? draws : conditions) = t;
     ASSERT_TRUE(draws && conditions);

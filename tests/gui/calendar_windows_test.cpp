@@ -27,7 +27,7 @@ class CalendarWindows : public ::testing::Test {
     void TearDown() override { Clock::useSystemClock(); }
 };
 
-TEST_F(CalendarWindows, StepsKeepTheDayAndStopAtTheEndsOfTheRange) {
+TEST_F(CalendarWindows, StepsKeepTheDayAndTheRangeHoldsItsEnds) {
     CnCalendar c;
     EXPECT_EQ(c.value(), QDate(2024, 6, 1));  // starts on today
     c.setValue(QDate(2024, 1, 31));
@@ -55,10 +55,8 @@ TEST_F(CalendarWindows, StepsKeepTheDayAndStopAtTheEndsOfTheRange) {
     c.stopRepeat();
     EXPECT_FALSE(c.repeating());
     EXPECT_EQ(c.value(), QDate(1902, 5, 5));
-}
 
-TEST_F(CalendarWindows, DatesOutsideTheRangeAreReplacedByTheSelectedOne) {
-    CnCalendar c;
+    // Dates outside the range are replaced by the selected one.
     c.setValue(QDate(2024, 9, 17));
     c.setValue(QDate(2101, 1, 1));
     c.setValue(QDate(1900, 6, 1));
@@ -135,9 +133,8 @@ TEST_F(CalendarWindows, BirthChartWindowMakesTheTicket) {
 
     w.button(4)->click();
     EXPECT_TRUE(w.resultText().startsWith("小知识："));
-    EXPECT_TRUE(w.resultText().contains("寅月——从立春到惊蛰"));
-    EXPECT_TRUE(w.resultText().contains("子时（23：00—12：59）"));
-    EXPECT_TRUE(w.resultText().contains("亥时（21：00－22：59）"));
+    for (const char* part : {"寅月——从立春到惊蛰", "子时（23：00—12：59）", "亥时（21：00－22：59）"})
+        EXPECT_TRUE(w.resultText().contains(part)) << part;
 }
 
 TEST_F(CalendarWindows, LuckyNumberChooserFillsTheTablesOnceAndCloses) {

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <functional>
 
 #include "app/app_activate.h"
 #include "filters/condition_store.h"
@@ -38,8 +39,11 @@ QMap<QString, int> conditionRows() {
     return rows;
 }
 
-// The rows whose values differ, as "key=new" joined by blanks.
-QString changed(const QMap<QString, int>& before, const QMap<QString, int>& after) {
+// The rows of both condition tables that `act` changed, as "key=new" joined by blanks.
+QString writes(const std::function<void()>& act) {
+    const QMap<QString, int> before = conditionRows();
+    act();
+    const QMap<QString, int> after = conditionRows();
     QStringList out;
     for (auto it = after.begin(); it != after.end(); ++it)
         if (before.value(it.key(), -1) != it.value())
@@ -62,61 +66,59 @@ TEST_F(ConditionPagesGuiTest, ListTickWritesOneRowAndRefillWritesNone) {
     ASSERT_EQ(list->count(), 28);
     EXPECT_EQ(list->item(3)->text(), QStringLiteral("跨度=8"));
 
-    auto before = conditionRows();
-    clickLine(list, 3);
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3308=1"));
+    EXPECT_EQ(writes([&] { clickLine(list, 3); }), QStringLiteral("ID 3308=1"));
     EXPECT_EQ(page->tip()->text(), QStringLiteral("当前取值阅览：[８]"));
-
-    before = conditionRows();
-    clickLine(list, 20);
-    clickLine(list, 21);
-    clickLine(list, 3);  // untick
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3308=0 ID 3325=1 ID 3326=1"));
+    EXPECT_EQ(writes([&] {
+                  for (int row : {20, 21, 3}) clickLine(list, row);  // 3 unticks
+              }),
+              QStringLiteral("ID 3308=0 ID 3325=1 ID 3326=1"));
     EXPECT_EQ(page->tip()->text(), QStringLiteral("当前取值阅览：[２５-２６]"));
-
-    before = conditionRows();
-    page->switchBox()->click();
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("switch 4=1"));
+    EXPECT_EQ(writes([&] { page->switchBox()->click(); }), QStringLiteral("switch 4=1"));
 
     // Filling again writes nothing; a new page shows what was ticked.
-    before = conditionRows();
-    page->reload();
-    page->hide();
-    page->show();
-    auto again = std::make_unique<ConditionListPage>(5);
-    again->show();
-    EXPECT_EQ(changed(before, conditionRows()), QString());
+    std::unique_ptr<ConditionListPage> again;
+    EXPECT_EQ(writes([&] {
+                  page->reload();
+                  page->hide();
+                  page->show();
+                  again = std::make_unique<ConditionListPage>(5);
+                  again->show();
+              }),
+              QString());
     EXPECT_TRUE(again->switchBox()->isChecked());
     for (int row = 0; row < again->list()->count(); ++row)
         EXPECT_EQ(again->list()->isTicked(row), row == 20 || row == 21) << row;
 }
 
+// Each kind of list page writes its own rows: a key list (连号), List_TiaojianElse, a count pair.
 TEST_F(ConditionPagesGuiTest, KeyListsAndCountPairsWriteTheirOwnRows) {
     auto lianHao = std::make_unique<ConditionListPage>(7);
     lianHao->show();
-    auto before = conditionRows();
-    clickLine(lianHao->list(), 5);  // 连号=3+2: the line's index is the value
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3455=1"));
+    // 连号=3+2: the line's index is the value.
+    EXPECT_EQ(writes([&] { clickLine(lianHao->list(), 5); }), QStringLiteral("ID 3455=1"));
     EXPECT_EQ(lianHao->tip()->text(), QStringLiteral("当前取值阅览：（3+2）"));
 
-    auto tail = std::make_unique<ConditionListPage>(21);  // 头数形式, List_TiaojianElse
+    auto tail = std::make_unique<ConditionListPage>(21);  // 头数形式
     tail->show();
     EXPECT_EQ(tail->list()->objectName(), QStringLiteral("List_TiaojianElse"));
-    before = conditionRows();
-    clickLine(tail->list(), 8);
-    tail->switchBox()->click();
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 4078=1 switch 42=1"));
+    EXPECT_EQ(writes([&] {
+                  clickLine(tail->list(), 8);
+                  tail->switchBox()->click();
+              }),
+              QStringLiteral("ID 4078=1 switch 42=1"));
 
     auto sizes = std::make_unique<CountListsPage>(12);  // 大数个数 / 小数个数
     sizes->show();
     ASSERT_EQ(sizes->lists().size(), 2);
-    before = conditionRows();
-    clickLine(sizes->lists()[1], 2);
-    sizes->switches()[1]->click();
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3672=1 switch 13=1"));
+    EXPECT_EQ(writes([&] {
+                  clickLine(sizes->lists()[1], 2);
+                  sizes->switches()[1]->click();
+              }),
+              QStringLiteral("ID 3672=1 switch 13=1"));
     EXPECT_GT(sizes->grid()->model()->rowCount(), 3000);
 }
 
+// What the report lines and the history range say: ConditionPagesTest.ReportTellsOffFromOn...
 TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistoryRange) {
     // Positions: a tick flips the number's cell; the switch is usable only with a tick.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 第2位=0"));
@@ -127,12 +129,13 @@ TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistor
     EXPECT_EQ(test::intScalar(QStringLiteral("select count(*) from 号码特性 where 第2位<>0")), 1);
     EXPECT_EQ(test::intScalar(QStringLiteral("select 第2位 from 号码特性 where 号码=5")), 1);
     EXPECT_TRUE(positions->positionSwitch(2)->isEnabled());
-    auto before = conditionRows();
-    positions->tolerance()->button(2)->click();
-    positions->patternSwitch(3)->click();
-    positions->patternCombo(3, 7)->setCurrentIndex(2);
-    emit positions->patternCombo(3, 7)->activated(2);
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 3901=2 ID 5037=2 switch 73=1"));
+    EXPECT_EQ(writes([&] {
+                  positions->tolerance()->button(2)->click();
+                  positions->patternSwitch(3)->click();
+                  positions->patternCombo(3, 7)->setCurrentIndex(2);
+                  emit positions->patternCombo(3, 7)->activated(2);
+              }),
+              QStringLiteral("ID 3901=2 ID 5037=2 switch 73=1"));
     EXPECT_FALSE(positions->patternCombo(0, 1)->isEnabled());
 
     // Custom groups: members, counts and the switch, which is usable only with a count.
@@ -143,16 +146,15 @@ TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistor
     groups->numbers()->button(7)->click();
     EXPECT_EQ(test::intScalar(QStringLiteral("select 自定义组12 from 号码特性 where 号码=7")), 1);
     EXPECT_FALSE(groups->useBox()->isEnabled());
-    before = conditionRows();
-    clickLine(groups->counts(), 1);
-    ASSERT_TRUE(groups->useBox()->isEnabled());
-    groups->useBox()->click();
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("ID 4511=1 switch 52=1"));
-    EXPECT_EQ(groups->groups()->item(11)->text(),
-              QStringLiteral("自定义组12 ——号码：（０７） 允许开出个数（１个,）"));
+    EXPECT_EQ(writes([&] {
+                  clickLine(groups->counts(), 1);
+                  ASSERT_TRUE(groups->useBox()->isEnabled());
+                  groups->useBox()->click();
+              }),
+              QStringLiteral("ID 4511=1 switch 52=1"));
+    EXPECT_TRUE(groups->groups()->item(11)->text().contains(QStringLiteral("（０７）")));
     groups->empty(false);
-    EXPECT_EQ(groups->groups()->item(11)->text(),
-              QStringLiteral("自定义组12 ——（ 无 号 码 ）（条 件 未 设 置）"));
+    EXPECT_TRUE(groups->groups()->item(11)->text().contains(QStringLiteral("无 号 码")));
 
     // History match: a long range forces the match to 6.
     auto history = std::make_unique<HistoryMatchPage>();
@@ -168,12 +170,12 @@ TEST_F(ConditionPagesGuiTest, EditingPagesWriteNumbersPatternsGroupsAndTheHistor
     history->match()->setCurrentIndex(3);
     emit history->match()->activated(3);
     history->useBox()->click();
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 使用状态 from 历史数据过滤")), 1);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 最小值 from 历史数据过滤")), 2026093);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 最大值 from 历史数据过滤")), 2026095);
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 匹配值 from 历史数据过滤")), 4);
+    EXPECT_EQ(test::scalar(
+                  QStringLiteral("select 使用状态||' '||最小值||' '||最大值||' '||匹配值 from 历史数据过滤")),
+              QStringLiteral("1 2026093 2026095 4"));
 }
 
+// The recount itself: DerivedColumnsTest.IntervalsRecountedAfterTheyChange.
 TEST_F(ConditionPagesGuiTest, IntervalsRecountTheHistoryWhenThePageIsLeft) {
     auto page = std::make_unique<IntervalPage>();
     page->show();
@@ -184,10 +186,9 @@ TEST_F(ConditionPagesGuiTest, IntervalsRecountTheHistoryWhenThePageIsLeft) {
     EXPECT_FALSE(ui().messages().contains(recount));
     page->hide();
     EXPECT_TRUE(ui().messages().contains(recount));
-    // 2026096 drew 01 04 16 22 26 31: 01, 26 and 31 are now in interval 4.
-    EXPECT_EQ(test::intScalar(QStringLiteral("select 区间4 from 历史记录 where 期号=2026096")), 3);
 }
 
+// What the range texts write: ConditionPagesTest.QuickSettingsWriteRangesFromText.
 TEST_F(ConditionPagesGuiTest, QuickSettingsCheckAndWriteEveryRowAndHandOverTheOtherPages) {
     QuickSettingsWindow window(nullptr);
     const int span = test::intScalar(QStringLiteral("select 编号 from 快速设置 where 条件名称='跨度'"));
@@ -195,13 +196,7 @@ TEST_F(ConditionPagesGuiTest, QuickSettingsCheckAndWriteEveryRowAndHandOverTheOt
     window.rangeText(span)->setText(QStringLiteral("【1－5】[7]"));
     EXPECT_TRUE(window.submit());
     EXPECT_EQ(window.rangeText(span)->text(), QStringLiteral("[1-5],[7]"));
-    EXPECT_EQ(test::intScalar(
-                  QStringLiteral("select count(*) from 过滤条件 where ID>=3300 and ID<=3340 and VALUE=1")),
-              6);
-
-    auto before = conditionRows();
-    window.useBox(span)->click();
-    EXPECT_EQ(changed(before, conditionRows()), QStringLiteral("switch 4=1"));
+    EXPECT_EQ(writes([&] { window.useBox(span)->click(); }), QStringLiteral("switch 4=1"));
 
     EXPECT_EQ(window.page(), 0);
     EXPECT_FALSE(window.useBox(window.rowCount() - 1)->isVisibleTo(&window));

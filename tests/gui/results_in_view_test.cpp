@@ -61,8 +61,7 @@ TEST_F(ResultsInViewTest, PrizeCheckShowsHitCountsAsNumbersAndItsReportInView) {
 
 TEST_F(ResultsInViewTest, StatusLineOutlivesAnalysisAndAFailedDownload) {
     const QString history = screen_->statusText(1), draws = screen_->statusText(3);
-    ASSERT_FALSE(history.isEmpty());
-    EXPECT_TRUE(draws.contains(QStringLiteral("最新：2026096 期 2026/08/20 开奖")));
+    ASSERT_FALSE(history.isEmpty() || draws.isEmpty());  // what they say: MainWindowTest.StartShows...
 
     cmd_FX_Click();
     EXPECT_EQ(screen_->statusText(1), history);

@@ -44,18 +44,6 @@ TEST_F(FilterTest, RangeValuesOfQuotedTickets) {
     EXPECT_EQ(valueOf(u"filter_JianJuMax", shuffled), 9);
 }
 
-TEST_F(FilterTest, RangeFilterKeepsOnlyAllowedValues) {
-    addTickets({kOneToSix, makeReds(1, 2, 3, 4, 5, 33), makeReds(10, 11, 12, 13, 14, 15)});
-    allow(3305, 3305);  // 跨度 5 only
-    on(4);
-    EXPECT_EQ(runFilter(u"filter_KuaDu"), 2);
-    EXPECT_EQ(redsLeft(), (std::vector<Reds>{kOneToSix, makeReds(10, 11, 12, 13, 14, 15)}));
-    EXPECT_EQ(tickets(kIssue)[1].serial, 2);
-    EXPECT_TRUE(logEndsWith(u"[ 跨 度 ]过滤后余：２ 注"));
-}
-
-// --- count filters ---
-
 TEST_F(FilterTest, CountsAndTheirComplements) {
     // A store whose 低尾码 is not the complement of 高尾码: the low-tail count ignores it.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 低尾码=0"));

@@ -144,18 +144,6 @@ TEST_F(FilterRunTest, RejectAllEmptiesTheTable) {
                                 QStringLiteral("\r\n\r\n[ 和 值 ]过滤正在进行中．．．"))));
 }
 
-TEST_F(FilterRunTest, SurvivorsAreRenumberedInTheirOrder) {
-    expand();
-    const auto everyThird = [](int v) { return v % 3 == 0; };
-    allowSums(everyThird);
-    const std::vector<int> kept = idsWithSum(everyThird);
-    run_GuoLv(kIssue);
-    expectTickets(kept);
-    EXPECT_TRUE(logEndsWith(QStringLiteral("\r\n\r\n[ 和 值 ]过滤后余：") + wide(kept.size()) +
-                            QStringLiteral(" 注\r\n\r\n全部条件过滤完成,余：") + wide(kept.size()) +
-                            QStringLiteral(" 注")));
-}
-
 TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
     expand();
     const auto even = [](int v) { return v % 2 == 0; };

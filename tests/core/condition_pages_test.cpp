@@ -57,10 +57,7 @@ TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndTickThroughTheSharedArray) {
     EXPECT_EQ(loaded[171], -7);
 
     // Lines of the count pages, the intervals and the shapes.
-    const auto counts = conditionLists(13);
-    ASSERT_EQ(counts.size(), 2);
-    EXPECT_EQ(counts[1].caption, QStringLiteral("使用“低尾码个数”过滤"));
-    EXPECT_EQ(conditionLists(10)[0].caption, QStringLiteral("使用“ＡＣ值”过滤"));
+    EXPECT_EQ(conditionLists(13).size(), 2);
     // 和值 runs from the least sum of six reds (1+2+..+6) to the greatest (28+..+33).
     EXPECT_EQ(conditionLists(2)[0].lines.first().text, QStringLiteral("和值=21"));
     EXPECT_EQ(conditionLists(2)[0].lines.last().text, QStringLiteral("和值=183"));

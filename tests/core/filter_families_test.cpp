@@ -44,18 +44,6 @@ TEST_F(FilterTest, RangeValuesOfQuotedTickets) {
     EXPECT_EQ(valueOf(u"filter_JianJuMax", shuffled), 9);
 }
 
-TEST_F(FilterTest, RangeFilterKeepsOnlyAllowedValues) {
-    addTickets({kOneToSix, makeReds(1, 2, 3, 4, 5, 33), makeReds(10, 11, 12, 13, 14, 15)});
-    allow(3305, 3305);  // 跨度 5 only
-    on(4);
-    EXPECT_EQ(runFilter(u"filter_KuaDu"), 2);
-    EXPECT_EQ(redsLeft(), (std::vector<Reds>{kOneToSix, makeReds(10, 11, 12, 13, 14, 15)}));
-    EXPECT_EQ(tickets(kIssue)[1].serial, 2);
-    EXPECT_TRUE(logEndsWith(u"[ 跨 度 ]过滤后余：２ 注"));
-}
-
-// --- count filters ---
-
 TEST_F(FilterTest, CountsAndTheirComplements) {
     // A store whose 低尾码 is not the complement of 高尾码: the low-tail count ignores it.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 低尾码=0"));
@@ -101,10 +89,6 @@ TEST_F(FilterTest, CustomGroupCountsAndStop) {
     EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
     EXPECT_TRUE(logEndsWith(u"[自定义组12]过滤后余：１ 注"));
-    // On with no count allowed: everything goes.
-    allow(4510, 4519, 0);
-    EXPECT_EQ(runFilter(u"filter_ZiDingYiZu", 12), 0);
-    EXPECT_TRUE(tickets(kIssue).empty());
 }
 
 // --- shape filters ---
@@ -132,13 +116,6 @@ TEST_F(FilterTest, ShapeKeysAndTheirQuirks) {
     // A head shape without a key (five groups, only a changed store has them) reads index 0.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 头4=1, 头3=0 WHERE 号码=33"));
     EXPECT_EQ(valueOf(u"filter_TouShuXingShi", makeReds(1, 10, 20, 30, 31, 33)), 0);  // (2, 5)
-
-    // A shape outside the key table's bounds is a fault of the store, not a ticket that passes.
-    store_Execute(QStringLiteral("UPDATE 号码特性 SET 尾0=1"));
-    addTickets({kOneToSix});
-    on(37);
-    EXPECT_THROW(runFilter(u"filter_WeiShuXingShi"), StoreError);
-    EXPECT_EQ(tickets(kIssue).size(), 2u);
 }
 
 // --- history-relative filters ---
@@ -220,23 +197,10 @@ TEST_F(HistoryFilterTest, TemperatureCountsEarlierDrawsAndReadsStaleEntries) {
     EXPECT_EQ(redsLeft(), std::vector<Reds>{hot});
 }
 
-TEST_F(HistoryFilterTest, MatchAgainstARangeOfDraws) {
-    const std::vector<Reds> mine{makeReds(1, 2, 3, 4, 5, 6), makeReds(1, 2, 3, 10, 20, 31),
-                                 makeReds(8, 9, 10, 11, 12, 13), makeReds(1, 2, 21, 22, 23, 24)};
-    // At 6: only equal reds go; the issue's own draw is out of reach.
-    addTickets(mine);
-    writeHistoryMatch({true, 2008100, 2008200, 6});
-    EXPECT_EQ(runFilter(u"filter_LiShi"), 3);
-    EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[1], mine[2], mine[3]}));
-    EXPECT_EQ(tickets(kIssue)[2].serial, 3);
-    EXPECT_TRUE(logEndsWith(u"[历史数据过滤]过滤后余：３ 注"));
-
-    // Below 6: a ticket sharing 3 or more reds with any draw of the range goes.
-    writeHistoryMatch({true, 2008115, 2008116, 3});
-    EXPECT_EQ(runFilter(u"filter_LiShi"), 2);
-    EXPECT_EQ(redsLeft(), (std::vector<Reds>{mine[2], mine[3]}));
-
-    // Low above high: nothing is compared, nothing goes, and the log says 0.
+// Low above high: nothing is compared, nothing goes, and the log says 0 (the verdicts inside a
+// range are in the table below).
+TEST_F(HistoryFilterTest, ARangeWithLowAboveHighRemovesNothing) {
+    addTickets({makeReds(1, 2, 3, 4, 5, 6), makeReds(8, 9, 10, 11, 12, 13)});
     writeHistoryMatch({true, 2008117, 2008115, 3});
     EXPECT_EQ(runFilter(u"filter_LiShi"), 0);
     EXPECT_EQ(tickets(kIssue).size(), 2u);
@@ -386,7 +350,6 @@ TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     EXPECT_TRUE(makeGroupPreset(2, QStringLiteral("偶数号码")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("---")));
-    EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
 
     // No draws: the draw items say so and change nothing.
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期旧码(复码)")));

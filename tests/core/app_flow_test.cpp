@@ -75,10 +75,11 @@ class AppFlowTest : public ProgramFolderTest {
             ASSERT_TRUE(flow.saveAndClose());
         }
     }
+    static int markNow() { return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")); }
     int markAfterStart() {
         AppFlow flow(paths());
         EXPECT_EQ(flow.start(), StartOutcome::Ready);
-        return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000"));
+        return markNow();
     }
     int markInPack(const QString& packFile) {
         const QString out = tempPath(QStringLiteral("look.dat"));
@@ -197,7 +198,7 @@ TEST_F(AppFlowTest, SoundBakIsOfferedWhenThePackIsDamaged) {
         ui().answerConfirm(true);
         AppFlow flow(paths());
         ASSERT_EQ(flow.start(), StartOutcome::Ready);
-        EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 7);
+        EXPECT_EQ(markNow(), 7);
         // The good pack takes the damaged one's place at once, and the damaged one never becomes Bak.
         EXPECT_EQ(fileBytes(paths().dataPack()), bak);
         mark(9);
@@ -259,7 +260,7 @@ TEST_F(AppFlowTest, CheckpointKeepsTheWorkOfACrashedRun) {
     }  // the process dies here
     AppFlow flow(paths());
     ASSERT_EQ(flow.start(), StartOutcome::Ready);
-    EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 4);
+    EXPECT_EQ(markNow(), 4);
     EXPECT_TRUE(store().tableExists(QStringLiteral("临时表")));
 }
 
@@ -277,7 +278,7 @@ TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
                   QStringLiteral("程序正在运行,不允许同时打开多个!!!"));
     }
     EXPECT_EQ(fileBytes(paths().workStore()), work);
-    EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 9);
+    EXPECT_EQ(markNow(), 9);
     // The first one leaves; now a start succeeds.
     ASSERT_TRUE(first->saveAndClose());
     first.reset();
@@ -314,7 +315,7 @@ TEST_F(AppFlowTest, MissingWorkStoreIsRecoveredFromTheCopyIfThereIsOne) {
     ASSERT_EQ(flow.app_Initialize(), StartOutcome::Ready);
     QFile::remove(paths().workStore());
     ASSERT_EQ(flow.openStore(), StartOutcome::Ready);
-    EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 44);
+    EXPECT_EQ(markNow(), 44);
     flow.abandon();
     QFile::remove(paths().workStore());
     QFile::remove(paths().workStoreCopy());
@@ -336,7 +337,7 @@ TEST_F(AppFlowTest, OversizedStoreIsCopiedOverThePackAndStillStarts) {
     {
         AppFlow flow(paths());
         ASSERT_EQ(flow.start(), StartOutcome::Ready);
-        EXPECT_EQ(intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")), 0);
+        EXPECT_EQ(markNow(), 0);
         mark(13);
         ASSERT_TRUE(flow.saveAndClose());
     }

@@ -66,14 +66,12 @@ class AppFlowTest : public ProgramFolderTest {
             ->scalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000"))
             .toInt();
     }
-    // Starts, sets the mark, and leaves either cleanly or not at all.
-    void runOnce(int value, bool cleanExit) {
+    // Starts, sets the mark, and leaves cleanly.
+    void runOnce(int value) {
         AppFlow flow(paths());
         ASSERT_EQ(flow.start(), StartOutcome::Ready);
         mark(value);
-        if (cleanExit) {
-            ASSERT_TRUE(flow.saveAndClose());
-        }
+        ASSERT_TRUE(flow.saveAndClose());
     }
     static int markNow() { return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")); }
     int markAfterStart() {
@@ -117,7 +115,7 @@ TEST_F(AppFlowTest, ChangeSurvivesACleanExit) {
     EXPECT_EQ(QDir(paths().programDir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
               (QStringList{QStringLiteral("Bak"), kDataFileName, QStringLiteral("dovrex.lock")}));
     EXPECT_EQ(QDir(paths().bakDir()).entryList(QDir::Files | QDir::Hidden), QStringList{kDataFileName});
-    runOnce(6, true);
+    runOnce(6);
     EXPECT_EQ(markInPack(paths().bakPack()), 5);
     // A run that changed nothing leaves both generations as they are.
     const QByteArray bak = fileBytes(paths().bakPack()), pack = fileBytes(paths().dataPack());
@@ -181,8 +179,8 @@ TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
 }
 
 TEST_F(AppFlowTest, SoundBakIsOfferedWhenThePackIsDamaged) {
-    runOnce(7, true);
-    runOnce(8, true);  // Bak holds 7
+    runOnce(7);
+    runOnce(8);  // Bak holds 7
     const QByteArray bak = fileBytes(paths().bakPack());
     const QByteArray damaged = damagedPack();
     writeFile(paths().dataPack(), damaged);
@@ -217,7 +215,7 @@ TEST_F(AppFlowTest, SoundBakIsOfferedWhenThePackIsDamaged) {
 }
 
 TEST_F(AppFlowTest, DamagedWorkStoreIsNeverPackedOverAGoodPack) {
-    runOnce(7, true);
+    runOnce(7);
     const QByteArray pack = fileBytes(paths().dataPack()), bak = fileBytes(paths().bakPack());
     AppFlow flow(paths());
     ASSERT_EQ(flow.start(), StartOutcome::Ready);
@@ -303,7 +301,7 @@ TEST_F(AppFlowTest, WorkingCopyFolderFollowsTheProgramFolder) {
 }
 
 TEST_F(AppFlowTest, MissingWorkStoreIsRecoveredFromTheCopyIfThereIsOne) {
-    runOnce(3, true);  // leaves a compaction copy in the temporary folder
+    runOnce(3);  // leaves a compaction copy in the temporary folder
     ASSERT_TRUE(QFileInfo::exists(paths().workStoreCopy()));
     // The copy holds what the last start found; make it tell.
     {

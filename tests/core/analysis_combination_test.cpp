@@ -87,14 +87,6 @@ class ShortHistoryCombinationOmission : public test::FreshStoreTest {};
 
 TEST_F(CombinationOmission, PairsAgreeWithARecount) {
     checkAgainstRecount(2, 528, false);
-    auto c = store_Query(QStringLiteral("select Haoma from TBLyilouZhuhe"));
-    c->moveFirst();
-    EXPECT_EQ(c->value(0).toString(), QStringLiteral("01,02"));
-    c->moveNext();
-    EXPECT_EQ(c->value(0).toString(), QStringLiteral("01,03"));
-    c->moveLast();
-    EXPECT_EQ(c->value(0).toString(), QStringLiteral("32,33"));
-
     // The window's order: most overdue first.
     auto view = openCombinationOmissionTable();
     int prevQs = INT_MAX, prevPre = INT_MAX;

@@ -32,12 +32,8 @@ QDateTime at(int y, int m, int d, int h, int mi) {
 }  // namespace
 
 TEST_F(BaziPick, ReportOfABirth) {
-    BaziState s;
+    BaziState s;  // its pillars and the report's head: FixedBirthsGiveFixedTickets
     pick(at(1990, 5, 17, 8, 30), &s);
-    EXPECT_EQ(s.baZiZi.size(), 8);
-    EXPECT_TRUE(s.baZiZi.startsWith("庚午"));
-    EXPECT_TRUE(
-        report.startsWith("出生日期时间：\r\n1990/05/17 08:30\r\n\r\n生辰八字(年月日时)：\r\n\r\n庚午 "));
     EXPECT_TRUE(report.contains("庚午年生——土命（路旁土）\r\n\r\n八字五行——\r\n\r\n金—— "));
     EXPECT_EQ(s.wuXingHe[1] + s.wuXingHe[2] + s.wuXingHe[3] + s.wuXingHe[4] + s.wuXingHe[5], 800);
     EXPECT_TRUE(report.contains(QString(54, '_') +
@@ -63,10 +59,7 @@ TEST_F(BaziPick, EveryTicketIsWellFormed) {
 }
 
 TEST_F(BaziPick, NumberingWrapsPastTheTableStart) {
-    BaziState s;
-    make_BaziReport(at(1990, 5, 17, 8, 30), QDate(2010, 6, 1), QString(), s);  // 庚寅, position 27
-    EXPECT_EQ(JiaZiBiao[27].fanXu, 1);
-    EXPECT_EQ(JiaZiBiao[60].fanXu, 28);
+    BaziState s;  // 2010 is 庚寅, position 27
     const QString r = make_BaziReport(at(1990, 5, 17, 8, 30), QDate(2010, 6, 1), QString(), s);
     EXPECT_TRUE(r.contains("27(金)\r\n28(水) 29(水) ")) << r.right(80).toStdString();
     EXPECT_TRUE(r.endsWith("33(火) "));

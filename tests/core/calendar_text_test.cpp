@@ -34,12 +34,10 @@ TEST(CalendarText, CellTextPrefersTermsThenFestivals) {
     // 白露 2022 fell at 23:32 on 7 September (a year of 12 rows); the formula has it the day after.
     EXPECT_EQ(calendarCellText(QDate(2022, 9, 7)), "白露");
     EXPECT_EQ(calendarCellText(QDate(2022, 9, 8)), "十三");
-    EXPECT_EQ(calendarCellText(QDate(2024, 2, 10)), "春节");
-    EXPECT_EQ(calendarCellText(QDate(2024, 2, 9)), "除夕");
-    EXPECT_EQ(calendarCellText(QDate(2024, 2, 14)), "情人节");
-    EXPECT_EQ(calendarCellText(QDate(2024, 3, 10)), "二月");
-    EXPECT_EQ(calendarCellText(QDate(2023, 3, 22)), "闰二月");
-    EXPECT_EQ(calendarCellText(QDate(2024, 3, 11)), "初二");
+    const std::pair<QDate, const char*> cells[] = {{{2024, 2, 10}, "春节"},   {{2024, 2, 9}, "除夕"},
+                                                   {{2024, 2, 14}, "情人节"}, {{2024, 3, 10}, "二月"},
+                                                   {{2023, 3, 22}, "闰二月"}, {{2024, 3, 11}, "初二"}};
+    for (const auto& [day, text] : cells) EXPECT_EQ(calendarCellText(day), text) << text;
     EXPECT_TRUE(isRiLiSpecialDay(QDate(2024, 10, 1)));
     EXPECT_FALSE(isRiLiSpecialDay(QDate(2024, 10, 2)));
 }

@@ -24,26 +24,29 @@ TicketExportOptions exportOptions(const char* switches, const QString& red, cons
 }
 
 TEST(ExportLine, LayoutsOfEachSwitchAndSeparator) {
-    const QString blank = QStringLiteral(" ");
-    EXPECT_EQ(export_Line(exportOptions("0010", blank, QStringLiteral("+")), 1, kIssue, kReds, 7),
-              QStringLiteral("01 02 03 04 05 06+07"));
-    EXPECT_EQ(
-        export_Line(exportOptions("0010", QStringLiteral(","), QStringLiteral("|")), 1, kIssue, kReds, 7),
-        QStringLiteral("01,02,03,04,05,06|07"));
-    // The red separator replaces the blanks behind 序号 and 期号 too.
-    EXPECT_EQ(
-        export_Line(exportOptions("1111", QStringLiteral(","), QStringLiteral("+")), 1, kIssue, kReds, 7),
-        QStringLiteral("1,,,,,,,2008118,01,02,03,04,05,06+07"));
-    EXPECT_EQ(export_Line(exportOptions("0010", blank, blank), 1, kIssue, kReds, 7),
-              QStringLiteral("01 02 03 04 05 06 07"));
-    // Without 号码 the blanks stay and the line is trimmed.
-    EXPECT_EQ(
-        export_Line(exportOptions("1100", QStringLiteral(","), QStringLiteral("+")), 12, kIssue, kReds, 7),
-        QStringLiteral("12      2008118"));
-    EXPECT_EQ(export_Line(exportOptions("0000", blank, blank), 12, kIssue, kReds, 7), QString());
-    EXPECT_EQ(export_Line(exportOptions("1010", QStringLiteral("，"), QStringLiteral("；")), 123456789,
-                          kIssue, kReds, 16),
-              QStringLiteral("12345678901，02，03，04，05，06；16"));  // no room left for a blank
+    struct Case {
+        const char* switches;
+        const char16_t *red, *blue;
+        int serial, ball;
+        const char16_t* line;
+    };
+    const Case cases[] = {
+        {"0010", u" ", u"+", 1, 7, u"01 02 03 04 05 06+07"},
+        {"0010", u",", u"|", 1, 7, u"01,02,03,04,05,06|07"},
+        // The red separator replaces the blanks behind 序号 and 期号 too.
+        {"1111", u",", u"+", 1, 7, u"1,,,,,,,2008118,01,02,03,04,05,06+07"},
+        {"0010", u" ", u" ", 1, 7, u"01 02 03 04 05 06 07"},
+        // Without 号码 the blanks stay and the line is trimmed.
+        {"1100", u",", u"+", 12, 7, u"12      2008118"},
+        {"0000", u" ", u" ", 12, 7, u""},
+        {"1010", u"，", u"；", 123456789, 16, u"12345678901，02，03，04，05，06；16"},  // no room for a blank
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(
+            export_Line(exportOptions(c.switches, QString::fromUtf16(c.red), QString::fromUtf16(c.blue)),
+                        c.serial, kIssue, kReds, c.ball),
+            QString::fromUtf16(c.line))
+            << c.switches;
     // The free preset leaves the separators as typed; the list's "空格" stands for a blank.
     TicketExportOptions o = exportOptions("0010", QStringLiteral("#"), QStringLiteral("y"));
     EXPECT_FALSE(export_ApplyPreset(export_PresetItems()[2], o));
@@ -61,54 +64,39 @@ Parsed parse(const QString& line, int layout) {
     return p;
 }
 
+// Lines shaped as the export writes them are read back in ExportThenImportGivesTheSameTickets.
 TEST(ImportLine, ExamplesOfEachLayout) {
-    auto p = parse(QStringLiteral("01 02 03 04 05 06+07"), 0);
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.t.reds, kReds);
-    EXPECT_EQ(p.t.blue, 7);
-    EXPECT_EQ(p.t.issue, 0);
-    // "|" is no separator: 06|07 reads 6 and the blue stays 0.
-    EXPECT_FALSE(parse(QStringLiteral("01,02,03,04,05,06|07"), 0).ok);
-    p = parse(QStringLiteral("2008118 01 02 03 04 05 06 07"), 1);
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.t.issue, 2008118);
-    EXPECT_EQ(p.t.blue, 7);
+    EXPECT_EQ(parse(QStringLiteral("01 02 03 04 05 06+07"), 0).t.issue, 0);
     EXPECT_FALSE(parse(QStringLiteral("200811 01 02 03 04 05 06 07"), 1).ok);  // no 7-digit run
     EXPECT_FALSE(parse(QStringLiteral("0000000 01 02 03 04 05 06 07"), 1).ok);
-    // The serial field is dropped whatever the run of separators behind it.
-    for (const QString line :
-         {QStringLiteral("1       01 02 03 04 05 06+07"), QStringLiteral("1,,,,,,,01,02,03,04,05,06+07"),
-          QStringLiteral("77520   01-02-03-04-05-06-07")}) {
-        p = parse(line, 2);
-        EXPECT_TRUE(p.ok) << line.toStdString();
-        EXPECT_EQ(p.t.reds, kReds);
-    }
+    // The serial field is dropped whatever the separators behind it.
+    auto p = parse(QStringLiteral("77520   01-02-03-04-05-06-07"), 2);
+    ASSERT_TRUE(p.ok);
+    EXPECT_EQ(p.t.reds, kReds);
     // The export with every switch and "," keeps its issue behind a comma: no layout reads it.
     for (int layout = 0; layout <= 2; ++layout)
         EXPECT_FALSE(parse(QStringLiteral("1,,,,,,,2008118,01,02,03,04,05,06+07"), layout).ok) << layout;
 }
 
 TEST(ImportLine, RangesLengthsAndSeparators) {
-    EXPECT_FALSE(parse(QStringLiteral("01 02 03 04 05 34+07"), 0).ok);
-    EXPECT_FALSE(parse(QStringLiteral("01 02 03 04 05 06+17"), 0).ok);
-    EXPECT_FALSE(parse(QStringLiteral("00 02 03 04 05 06+16"), 0).ok);
-    EXPECT_TRUE(parse(QStringLiteral("33 32 31 30 29 28+16"), 0).ok);
-    // Thirteen characters of valid numbers are too short; blanks around do not count.
-    EXPECT_FALSE(parse(QStringLiteral("   1 2 3 4 5 6 7   "), 0).ok);
-    EXPECT_TRUE(parse(QStringLiteral("1 2 3 4 5 6 7  9 9"), 0).ok);
+    // Thirteen characters of valid numbers are too short; blanks around do not count. Letters
+    // between numbers are skipped up to the next digit; a missing seventh number rejects. Tabs are
+    // no separators; a number far out of range reads as its value.
+    const std::pair<const char16_t*, bool> cases[] = {
+        {u"01 02 03 04 05 34+07", false},       {u"01 02 03 04 05 06+17", false},
+        {u"00 02 03 04 05 06+16", false},       {u"33 32 31 30 29 28+16", true},
+        {u"   1 2 3 4 5 6 7   ", false},        {u"1 2 3 4 5 6 7  9 9", true},
+        {u"01 01 01 01 01 01 01", true},        {u"01,a02,b03,c04,d05,e06,f07", true},
+        {u"01 02 03 04 05 06 blue", false},     {u"红球 01 02 03 04 05 06 07", false},
+        {u"01\t02\t03\t04\t05\t06\t07", false}, {u"99999999999999999999999 02 03 04 05 06 07", false},
+    };
+    for (const auto& [line, ok] : cases)
+        EXPECT_EQ(parse(QString::fromUtf16(line), 0).ok, ok) << QString::fromUtf16(line).toStdString();
     // Full-width comma, ideographic space, minus and plus are separators; order and repeats stay.
     auto p = parse(QStringLiteral("06，05　04-03+02 01 16"), 0);
     ASSERT_TRUE(p.ok);
     EXPECT_EQ(p.t.reds, makeReds(6, 5, 4, 3, 2, 1));
-    EXPECT_TRUE(parse(QStringLiteral("01 01 01 01 01 01 01"), 0).ok);
-    // Letters between numbers are skipped up to the next digit; a missing seventh number rejects.
-    EXPECT_TRUE(parse(QStringLiteral("01,a02,b03,c04,d05,e06,f07"), 0).ok);
-    EXPECT_FALSE(parse(QStringLiteral("01 02 03 04 05 06 blue"), 0).ok);
-    EXPECT_FALSE(parse(QStringLiteral("红球 01 02 03 04 05 06 07"), 0).ok);
-    // Tabs are no separators.
-    EXPECT_FALSE(parse(QStringLiteral("01\t02\t03\t04\t05\t06\t07"), 0).ok);
-    // A number far out of range, or with an exponent, reads as its value.
-    EXPECT_FALSE(parse(QStringLiteral("99999999999999999999999 02 03 04 05 06 07"), 0).ok);
+    // An exponent reads as its value.
     p = parse(QStringLiteral("1e1,02,03,04,05,06,07"), 0);
     ASSERT_TRUE(p.ok);
     EXPECT_EQ(p.t.reds[1], 10);

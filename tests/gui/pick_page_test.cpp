@@ -122,21 +122,17 @@ TEST_F(PickPageTest, RepaintsPicksAndMarksWrittenElsewhere) {
 TEST_F(PickPageTest, KeyboardReachesEveryNumber) {
     QApplication::setActiveWindow(window_);
     pickPage_->button(1)->setFocus();
-    QTest::keyClick(pickPage_->button(1), Qt::Key_Right);
-    EXPECT_TRUE(pickPage_->button(2)->hasFocus());
-    QTest::keyClick(pickPage_->button(2), Qt::Key_Space);
-    EXPECT_EQ(get_GuoLvTiaoJian(2), kPickDrag);
-    QTest::keyClick(pickPage_->button(2), Qt::Key_Down);
-    EXPECT_TRUE(pickPage_->button(13)->hasFocus());
-    QTest::keyClick(pickPage_->button(13), Qt::Key_Down);
-    QTest::keyClick(pickPage_->button(24), Qt::Key_Down);
-    EXPECT_TRUE(pickPage_->button(102)->hasFocus());  // under red 24: blue 02
-    QTest::keyClick(pickPage_->button(102), Qt::Key_Up);
-    EXPECT_TRUE(pickPage_->button(24)->hasFocus());
-    QTest::keyClick(pickPage_->button(24), Qt::Key_Left);
-    EXPECT_TRUE(pickPage_->button(23)->hasFocus());
-    QTest::keyClick(pickPage_->button(23), Qt::Key_Tab);
-    EXPECT_TRUE(pickPage_->button(24)->hasFocus());
+    // Each key pressed on `from` moves the focus to `to`; under red 24 sits blue 02.
+    // clang-format off
+    const struct { int from; Qt::Key key; int to; } moves[] = {
+        {1, Qt::Key_Right, 2}, {2, Qt::Key_Space, 2}, {2, Qt::Key_Down, 13}, {13, Qt::Key_Down, 24},
+        {24, Qt::Key_Down, 102}, {102, Qt::Key_Up, 24}, {24, Qt::Key_Left, 23}, {23, Qt::Key_Tab, 24}};
+    // clang-format on
+    for (const auto& m : moves) {
+        QTest::keyClick(pickPage_->button(m.from), m.key);
+        EXPECT_TRUE(pickPage_->button(m.to)->hasFocus()) << m.from << " -> " << m.to;
+    }
+    EXPECT_EQ(get_GuoLvTiaoJian(2), kPickDrag);  // the space picked it
 }
 
 TEST_F(PickPageTest, InitThroughTheButtonFillsTheGrid) {
@@ -184,13 +180,17 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     ASSERT_NE(userSwitch, nullptr);
     userSwitch->setVisible(true);  // as in multi-user mode: a hidden action never reads enabled
     auto* bar = window_->findChild<QProgressBar*>(QStringLiteral("ProgressBar_TouZu_Busy"));
-    bool restingDuringRun = false, panelShown = false;
+    // The command bar, the menu entry and the user switch: resting while a pass runs.
+    const auto commandsEnabled = [&] {
+        return QList<bool>{ticketsPage_->commandBar()->isEnabled(), menuEntry(kCmdInit)->isEnabled(),
+                           userSwitch->isEnabled()};
+    };
+    QList<bool> enabledDuringRun;
+    bool panelShown = false;
     int rowsAtPress = -1;
     QElapsedTimer sincePress;
-    // Pressed once the pass is a few thousand rows in, however fast the machine is.
     pressStopAt(5000, [&] {
-        restingDuringRun = !ticketsPage_->commandBar()->isEnabled() && !menuEntry(kCmdInit)->isEnabled() &&
-                           !userSwitch->isEnabled();
+        enabledDuringRun = commandsEnabled();
         panelShown = ticketsPage_->stopFrame()->isVisible() && bar->maximum() == 77520;
         rowsAtPress = bar->value();
         sincePress.start();
@@ -202,7 +202,7 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
 
     std::printf("[ stop ] Stop pressed near row %d of 77520, run ended %.1f ms after the press\n",
                 rowsAtPress, delay);
-    EXPECT_TRUE(restingDuringRun);
+    EXPECT_EQ(enabledDuringRun, QList<bool>({false, false, false}));
     EXPECT_TRUE(panelShown);
     // Taken back whole (the rule: InterruptedInitTest): the old tickets as they were, the head and the
     // log saying so.
@@ -212,9 +212,7 @@ TEST_F(PickPageTest, StopEndsTheInitialisationPromptly) {
     EXPECT_TRUE(ticketsPage_->log()->toPlainText().endsWith(msg::kInitStopped));
     EXPECT_EQ(shared().tingZhi, 0);
     EXPECT_TRUE(screen_->shown.filter(QStringLiteral("初始化选号完成")).isEmpty());
-    EXPECT_TRUE(ticketsPage_->commandBar()->isEnabled());
-    EXPECT_TRUE(menuEntry(kCmdInit)->isEnabled());
-    EXPECT_TRUE(userSwitch->isEnabled());
+    EXPECT_EQ(commandsEnabled(), QList<bool>({true, true, true}));
     EXPECT_TRUE(ticketsPage_->stopFrame()->isHidden());
 
     // With the Stop panel down, progress of other passes goes to the status line's bar.

@@ -118,17 +118,13 @@ TEST_F(NongLi, Names) {
 }
 
 TEST_F(NongLi, JiaZiTable) {
+    // 金 木 水 火 土
+    const auto elements = [](const JiaZiRecord& r) { return QList<int>{r.jin, r.mu, r.shui, r.huo, r.tu}; };
     const JiaZiRecord& bingYin = JiaZiBiao[3];
-    EXPECT_EQ(bingYin.ganZhi, "丙寅");
-    EXPECT_EQ(bingYin.naYin, "炉中火");
-    EXPECT_EQ(bingYin.naYinWuXing, "火");
-    EXPECT_EQ(bingYin.shengXiao, "虎");
-    EXPECT_EQ(bingYin.huo, 125);
-    EXPECT_EQ(bingYin.mu, 60);
-    EXPECT_EQ(bingYin.tu, 15);
-    EXPECT_EQ(bingYin.jin + bingYin.shui, 0);
-    EXPECT_EQ(JiaZiBiao[1].shui, 100);  // 甲子: 木 100 from 甲, 水 100 from 癸
-    EXPECT_EQ(JiaZiBiao[1].mu, 100);
+    EXPECT_EQ(QStringList({bingYin.ganZhi, bingYin.naYin, bingYin.naYinWuXing, bingYin.shengXiao}),
+              QStringList({"丙寅", "炉中火", "火", "虎"}));
+    EXPECT_EQ(elements(bingYin), QList<int>({0, 60, 0, 125, 15}));
+    EXPECT_EQ(elements(JiaZiBiao[1]), QList<int>({0, 100, 100, 0, 0}));  // 甲子: 木 from 甲, 水 from 癸
     EXPECT_EQ(JiaZiBiao[60].ganZhi, "癸亥");
     for (int i = 1; i <= 60; ++i) {
         const JiaZiRecord& r = JiaZiBiao[i];
@@ -138,11 +134,8 @@ TEST_F(NongLi, JiaZiTable) {
     }
 
     set_JiaZiFanXu("甲辰");  // position 41
-    EXPECT_EQ(JiaZiBiao[41].fanXu, 1);
-    EXPECT_EQ(JiaZiBiao[40].fanXu, 2);
-    EXPECT_EQ(JiaZiBiao[1].fanXu, 41);
-    EXPECT_EQ(JiaZiBiao[60].fanXu, 42);
-    EXPECT_EQ(JiaZiBiao[42].fanXu, 60);
+    for (const auto& [i, fanXu] : {std::pair{41, 1}, {40, 2}, {1, 41}, {60, 42}, {42, 60}})
+        EXPECT_EQ(JiaZiBiao[i].fanXu, fanXu) << i;
     set_JiaZiFanXu("不是");
     EXPECT_EQ(JiaZiBiao[41].fanXu, 1);
 }
@@ -215,19 +208,14 @@ TEST_F(NongLi, Festivals) {
 }
 
 TEST_F(NongLi, MonthGrid) {
-    build_MonthGrid(2024, 2);  // Thursday the first, 29 days
-    for (int i = 0; i < 4; ++i) EXPECT_EQ(RiLiGeZi[i], 0);
-    EXPECT_EQ(RiLiGeZi[4], 1);
-    EXPECT_EQ(RiLiGeZi[32], 29);
-    for (int i = 33; i < 37; ++i) EXPECT_EQ(RiLiGeZi[i], 0);
-
-    build_MonthGrid(2023, 7);  // Saturday the first, 31 days: the grid is full to its last cell
-    EXPECT_EQ(RiLiGeZi[5], 0);
-    EXPECT_EQ(RiLiGeZi[6], 1);
-    EXPECT_EQ(RiLiGeZi[36], 31);
-
-    build_MonthGrid(2026, 2);  // Sunday the first
-    EXPECT_EQ(RiLiGeZi[0], 1);
-    EXPECT_EQ(RiLiGeZi[27], 28);
-    EXPECT_EQ(RiLiGeZi[28], 0);
+    // The cell of the first (Sunday is cell 0) and the month's length: 2023/07 fills the last cell.
+    const struct {
+        int year, month, first, days;
+    } months[] = {{2024, 2, 4, 29}, {2023, 7, 6, 31}, {2026, 2, 0, 28}};
+    for (const auto& m : months) {
+        build_MonthGrid(m.year, m.month);
+        for (int i = 0; i < 37; ++i)
+            EXPECT_EQ(RiLiGeZi[size_t(i)], i >= m.first && i < m.first + m.days ? i - m.first + 1 : 0)
+                << m.year << '/' << m.month << " cell " << i;
+    }
 }

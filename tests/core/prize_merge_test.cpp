@@ -56,8 +56,7 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     EXPECT_EQ(shared().operationLog, report);
     EXPECT_EQ(ui().messages(), QStringList{msg::kCheckDone});
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("DRAWN TDBGrid_RZ 04 09 16 27 31 33 + 01")));
-    EXPECT_EQ(prize_DrawnNumbers().issue, kIssue);
-    EXPECT_EQ(prize_DrawnNumbers().blue, 1);
+    EXPECT_EQ(std::pair(prize_DrawnNumbers().issue, prize_DrawnNumbers().blue), std::pair(kIssue, 1));
 
     // Checking again gives the same columns and the report twice.
     EXPECT_EQ(check_KaiJiang(kIssue), 6);
@@ -67,11 +66,9 @@ TEST_F(CheckMergeTest, CheckWritesHitsReportsTiersAndMarksTheGrid) {
     // Once the draw's notice is in, tier 2 has its prize; a blank tier 1 stays unknown.
     store_Execute(QStringLiteral("INSERT INTO 奖级奖金 VALUES (?, 1, 0, NULL), (?, 2, 97, 201346)"),
                   {kIssue, kIssue});
-    const PrizeMoney money = prize_MoneyOfChecked(kIssue);
-    EXPECT_EQ(money.prize[1], -1);
-    EXPECT_EQ(money.total, 201346 + 3025);
-    EXPECT_FALSE(money.unknown);
-    EXPECT_EQ(money.cost, 12);
+    const PrizeMoney money = prize_MoneyOfChecked(kIssue);  // {tier 1, total, unknown, cost}
+    EXPECT_EQ(std::tuple(money.prize[1], money.total, money.unknown, money.cost),
+              std::tuple(-1, 201346 + 3025, false, 12));
     // Tier 1 from the notice like the others.
     addTicket(kIssue, makeReds(4, 9, 16, 27, 31, 33), 1);
     store_Execute(QStringLiteral("UPDATE 奖级奖金 SET 注数=3, 奖金=6821493 WHERE 奖级=1"));
@@ -135,13 +132,9 @@ TEST_F(CheckMergeTest, MergeStoppedKeepsTheWalksDone) {
 }
 
 TEST(RandomPick, CountOfTheAnswer) {
-    EXPECT_EQ(jiXuan_ZhuShu(QStringLiteral("9")), 5);
-    EXPECT_EQ(jiXuan_ZhuShu(QStringLiteral("3")), 3);
-    EXPECT_EQ(jiXuan_ZhuShu(QStringLiteral(" 2.7 ")), 2);
-    EXPECT_EQ(jiXuan_ZhuShu(QStringLiteral("4注")), 4);
-    for (const QString none :
-         {QStringLiteral("0"), QString(), QStringLiteral("abc"), QStringLiteral("-3"), QStringLiteral("0.5")})
-        EXPECT_EQ(jiXuan_ZhuShu(none), 0) << none.toStdString();
+    const std::pair<QString, int> answers[] = {{"9", 5}, {"3", 3},   {" 2.7 ", 2}, {"4注", 4}, {"0", 0},
+                                               {{}, 0},  {"abc", 0}, {"-3", 0},    {"0.5", 0}};
+    for (const auto& [text, count] : answers) EXPECT_EQ(jiXuan_ZhuShu(text), count) << text.toStdString();
 }
 
 TEST(RandomPick, BallsComeOneByOneWithoutRepeatInATicket) {

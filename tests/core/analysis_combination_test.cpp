@@ -65,10 +65,10 @@ void checkAgainstRecount(int size, int groups, bool rareGroups) {
         const QString name = c->value(QStringLiteral("Haoma")).toString();
         const Expected& e = expected.at(name);
         SCOPED_TRACE(name.toStdString());
-        ASSERT_EQ(c->intValue(QStringLiteral("YilouTotal")), e.total);
-        ASSERT_EQ(c->intValue(QStringLiteral("YilouQS")), e.qs);
-        ASSERT_EQ(c->intValue(QStringLiteral("YilouPre")), e.pre);
-        ASSERT_EQ(c->intValue(QStringLiteral("YilouLongest")), e.longest);
+        const auto column = [&](const char* name) { return c->intValue(QLatin1String(name)); };
+        ASSERT_EQ(
+            (QList<int>{column("YilouTotal"), column("YilouQS"), column("YilouPre"), column("YilouLongest")}),
+            (QList<int>{e.total, e.qs, e.pre, e.longest}));
         ASSERT_DOUBLE_EQ(c->value(QStringLiteral("YilouAvg")).toDouble(), e.avg);
         neverDrawn += e.total == 0;
         drawnNewest += e.total > 0 && e.qs == 0;
@@ -134,14 +134,12 @@ TEST(JinDuPanel, BoundsValueAndStop) {
     EXPECT_EQ(p.barMaximum(), 100);
     p.setMinJindu(-10);
     p.setMaxJindu(-5);
-    EXPECT_EQ(p.barMinimum(), -10);
-    EXPECT_EQ(p.barMaximum(), -5);
+    EXPECT_EQ(std::pair(p.barMinimum(), p.barMaximum()), std::pair(-10, -5));
     p.setMaxJindu(50);
     p.setValueJindu(80);
     EXPECT_EQ(p.ValueJindu(), 80);
     EXPECT_EQ(p.shownValue(), 50);
-    EXPECT_EQ(p.labelJindu(), QStringLiteral("50"));
-    EXPECT_EQ(p.labelJinduAll(), QStringLiteral("50"));
+    EXPECT_EQ(QStringList({p.labelJindu(), p.labelJinduAll()}), QStringList({"50", "50"}));
     p.setValueJindu(-20);
     EXPECT_EQ(p.shownValue(), -10);
 

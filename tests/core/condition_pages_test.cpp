@@ -38,8 +38,7 @@ TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndTickThroughTheSharedArray) {
     set_ConditionLine(lists[0].lines[5], true);
     EXPECT_EQ(get_GuoLvTiaoJian(3455), 1);
     QList<bool> ticks = loadListTicks(lists[0]);
-    EXPECT_EQ(ticks.count(true), 1);
-    EXPECT_TRUE(ticks[5]);
+    EXPECT_EQ(std::pair(ticks.count(true), ticks.indexOf(true)), std::pair(qsizetype(1), qsizetype(5)));
     set_ConditionLine(lists[0].lines[5], false);
     EXPECT_EQ(get_GuoLvTiaoJian(3455), 0);
 
@@ -53,8 +52,7 @@ TEST_F(ConditionPagesTest, ListsWriteTheirRowsAndTickThroughTheSharedArray) {
     EXPECT_EQ(ticks.size(), 151);
     EXPECT_TRUE(ticks.last());
     EXPECT_EQ(ticks.count(true), 1);
-    EXPECT_EQ(loaded[170], 1);
-    EXPECT_EQ(loaded[171], -7);
+    EXPECT_EQ(std::pair(loaded[170], loaded[171]), std::pair(1, -7));
 
     // Lines of the count pages, the intervals and the shapes.
     EXPECT_EQ(conditionLists(13).size(), 2);
@@ -85,8 +83,7 @@ TEST_F(ConditionPagesTest, RangeTextsPrintRunsOfAllowedValues) {
     set_GuoLvTiaoJian(1040, 1);
     set_GuoLvTiaoJian(1183, 1);
     EXPECT_EQ(text_FanWei(1), QStringLiteral("[２０-３０] , [４０] , [１８３]"));
-    EXPECT_EQ(text_FanWei(2), QString());
-    EXPECT_EQ(text_FanWei(6), QString());
+    for (int page : {2, 6}) EXPECT_EQ(text_FanWei(page), QString()) << page;
     set_GuoLvTiaoJian(4180, 1);
     EXPECT_EQ(text_FanWei(25), QStringLiteral("[０]"));
     EXPECT_EQ(text_DanShuang({0, 1, 2, 1, 0, 2, 1}), QStringLiteral("双单*单双*单"));
@@ -181,8 +178,7 @@ TEST_F(ConditionPagesTest, QuickSettingsWriteRangesFromText) {
     EXPECT_EQ(text_KuaiSuFanWei(ac), QStringLiteral("[28-30]"));
     texts[span] = QStringLiteral("[2147483647][1-2147483647]");
     ASSERT_TRUE(apply_KuaiSu(texts));
-    EXPECT_EQ(get_GuoLvTiaoJian(3300), 0);
-    EXPECT_EQ(get_GuoLvTiaoJian(3301), 1);
+    EXPECT_EQ(std::pair(get_GuoLvTiaoJian(3300), get_GuoLvTiaoJian(3301)), std::pair(0, 1));
 }
 
 }  // namespace

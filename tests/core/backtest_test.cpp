@@ -84,11 +84,8 @@ TEST_F(BacktestTest, TheConditionTableCountsRunsOfMissesAndTheCsvCarriesABom) {
         longest = std::max(longest, run);
         if (!ok) since = int(r.draws.size()) - 1 - i;
     }
-    EXPECT_EQ(c.passed, passed);
-    EXPECT_EQ(c.total, 30);
-    EXPECT_EQ(c.longestMissRun, longest);
-    EXPECT_EQ(c.sinceLastMiss, since);
-    EXPECT_EQ(r.survived, passed);
+    EXPECT_EQ(std::tuple(c.passed, c.total, c.longestMissRun, c.sinceLastMiss, r.survived),
+              std::tuple(passed, 30, longest, since, passed));
     const QByteArray csv = backtest_ConditionsCsv(r);
     EXPECT_TRUE(csv.startsWith("\xEF\xBB\xBF"));
     EXPECT_TRUE(QString::fromUtf8(csv).contains(QStringLiteral("通过率")));

@@ -12,9 +12,6 @@ namespace {
 
 class HeadlessTest : public ProgramFolderTest {
   protected:
-    static QStringList run(const QString& script, int expectedCode = 0) {
-        return runHeadless(script, expectedCode);
-    }
     QString folder() const {
         return QStringLiteral("open-folder %1 %2\n").arg(paths().programDir, paths().tempDir);
     }
@@ -24,18 +21,20 @@ TEST_F(HeadlessTest, ThePackFollowsTheWorkAtCheckpoints) {
     // None of these runs exits: each ends as after a crash.
     const QString set = QStringLiteral("sql UPDATE 过滤条件 SET VALUE=%1 WHERE ID=2\n");
     const auto valueAfterStart = [&] {
-        return run(folder() + QStringLiteral("sql select VALUE from 过滤条件 where ID=2\n")).last().toInt();
+        return runHeadless(folder() + QStringLiteral("sql select VALUE from 过滤条件 where ID=2\n"))
+            .last()
+            .toInt();
     };
     // The first change is packed when the command ends, the next only a whole interval later.
-    run(folder() + QStringLiteral("checkpoint every 3600\n") + set.arg(5) + set.arg(6));
+    runHeadless(folder() + QStringLiteral("checkpoint every 3600\n") + set.arg(5) + set.arg(6));
     EXPECT_EQ(valueAfterStart(), 5);
     // `checkpoint` packs at once.
-    run(folder() + QStringLiteral("checkpoint every 3600\n") + set.arg(7) + set.arg(8) +
-        QStringLiteral("checkpoint\n"));
+    runHeadless(folder() + QStringLiteral("checkpoint every 3600\n") + set.arg(7) + set.arg(8) +
+                QStringLiteral("checkpoint\n"));
     EXPECT_EQ(valueAfterStart(), 8);
     // A store that could not start again is never packed: the pack stays as it was.
     const QByteArray saved = fileBytes(paths().dataPack());
-    const QStringList out = run(folder() + QStringLiteral("sql DELETE FROM BallColor\nsave\n"), 1);
+    const QStringList out = runHeadless(folder() + QStringLiteral("sql DELETE FROM BallColor\nsave\n"), 1);
     EXPECT_TRUE(out.contains(QStringLiteral("ERROR ") + msg::kPackStoreDamaged));
     EXPECT_EQ(fileBytes(paths().dataPack()), saved);
 }
@@ -55,17 +54,17 @@ TEST_F(HeadlessTest, FailuresStopTheScript) {
         {QStringLiteral("open-folder %1/nothing-here\n").arg(paths().programDir), QStringLiteral("FAILED")},
     };
     for (const auto& [script, failure] : cases) {
-        const QStringList out = run(script + QStringLiteral("help\n"), 1);
+        const QStringList out = runHeadless(script + QStringLiteral("help\n"), 1);
         EXPECT_TRUE(out.last().startsWith(failure)) << out.join(u'\n').toStdString();
     }
-    EXPECT_TRUE(run(QStringLiteral("open-folder %1/nothing-here\n").arg(paths().programDir), 1)
+    EXPECT_TRUE(runHeadless(QStringLiteral("open-folder %1/nothing-here\n").arg(paths().programDir), 1)
                     .contains(QStringLiteral("ERROR 数据文件无法打开，请重新下载来安装！")));
 }
 
 TEST_F(HeadlessTest, BareStoreAnswersAndStop) {
     // An exit stopping the script and saving a folder: HeadlessCloseTest.
     const QStringList out =
-        run(QStringLiteral("open-store %1\nsql UPDATE 用户模式 SET 模式=2\nexit\n").arg(seedStore()));
+        runHeadless(QStringLiteral("open-store %1\nsql UPDATE 用户模式 SET 模式=2\nexit\n").arg(seedStore()));
     EXPECT_TRUE(out.contains(QStringLiteral("changed 1")));
     EXPECT_EQ(shared().screen, &ui());  // the runner gave the screen back
     EXPECT_EQ(Store::open(seedStore())->scalar(QStringLiteral("select 模式 from 用户模式")).toInt(), 2);
@@ -80,8 +79,7 @@ TEST_F(HeadlessTest, BareStoreAnswersAndStop) {
               QStringLiteral("张三"));
     EXPECT_FALSE(screen().ui_Confirm(QStringLiteral("继续？")));
     screen().ui_Pump();
-    EXPECT_EQ(shared().tingZhi, 0);
-    screen().ui_Pump();
+    screen().ui_Pump();  // when the stop comes: ScriptedScreenAnswersRecordsAndStops
     EXPECT_EQ(shared().tingZhi, 1);
     EXPECT_EQ(lines.mid(lines.size() - 3),
               (QStringList{QStringLiteral("ASK 用户名： | 登录 |  -> 张三"),
@@ -115,15 +113,15 @@ TEST_P(HeadlessCloseTest, CloseDuringAPassStopsItAndSavesItsWork) {
                            QString::fromUtf8(pass.command)
                                .replace(QStringLiteral("%1"), server.url(QStringLiteral("/list.txt"))) +
                            QStringLiteral("\nsql this line is never reached\n");
-    const QStringList out = run(script);
+    const QStringList out = runHeadless(script);
     EXPECT_EQ(out.filter(QStringLiteral("CLOSE after ")).size(), 1);
     EXPECT_TRUE(out.contains(QStringLiteral("CONFIRM 确认要退出吗？ -> yes")));
     EXPECT_FALSE(out.contains(QStringLiteral("> sql this line is never reached")));
 
-    const QStringList again = run(folder() + QStringLiteral("sql ") + QString::fromUtf8(pass.count) + u'\n');
+    const QStringList again =
+        runHeadless(folder() + QStringLiteral("sql ") + QString::fromUtf8(pass.count) + u'\n');
     const int kept = again.last().toInt();
-    EXPECT_GT(kept, 0);
-    EXPECT_LT(kept, pass.whole);
+    EXPECT_TRUE(kept > 0 && kept < pass.whole) << kept;
 }
 
 INSTANTIATE_TEST_SUITE_P(Passes, HeadlessCloseTest,

@@ -134,10 +134,9 @@ TEST_F(HistoryQueriesTest, PrizeTableComesFromTheNoticeOrTheFixedPrizes) {
     store_Execute(insert, {2, 152, 167436});
     store_Execute(insert, {6, 9141225, 5});
     const QString text = prizeTableText(2026096);
-    EXPECT_TRUE(text.contains(QStringLiteral("一等奖：8 注 6821493 元"))) << text.toStdString();
-    EXPECT_TRUE(text.contains(QStringLiteral("二等奖：152 注 167436 元")));
-    EXPECT_TRUE(text.contains(QStringLiteral("三等奖：3000 元")));
-    EXPECT_TRUE(text.contains(QStringLiteral("六等奖：9141225 注 5 元")));
+    for (const char* tier : {"一等奖：8 注 6821493 元", "二等奖：152 注 167436 元", "三等奖：3000 元",
+                             "六等奖：9141225 注 5 元"})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(tier))) << text.toStdString();
 }
 
 }  // namespace

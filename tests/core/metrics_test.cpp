@@ -12,27 +12,23 @@ Reds R(int a, int b, int c, int d, int e, int f) {
 }
 
 TEST(Metrics, SpanGapAcAndRunsOfWorkedDraws) {
-    const Reds r = R(2, 8, 12, 13, 17, 26);
-    EXPECT_EQ(calc_JianJuMax(r), 9);
-    EXPECT_EQ(calc_AC(r), 7);  // 12 distinct differences
-    EXPECT_EQ(calc_KuaDu(r), 24);
-    EXPECT_EQ(calc_LianHaoMax(r), 1);  // 12 13
+    // {gap, AC, span, runs}: 12 distinct differences give AC 7; 12 13 is the one run.
+    const auto measures = [](const Reds& r) {
+        return std::tuple(calc_JianJuMax(r), calc_AC(r), calc_KuaDu(r), calc_LianHaoMax(r));
+    };
+    EXPECT_EQ(measures(R(2, 8, 12, 13, 17, 26)), std::tuple(9, 7, 24, 1));
     for (int first : {1, 14, 28}) {
         const Reds six = R(first, first + 1, first + 2, first + 3, first + 4, first + 5);
-        EXPECT_EQ(calc_LianHaoMax(six), 10) << first;
+        EXPECT_EQ(measures(six), std::tuple(1, 0, 5, 10)) << first;
         EXPECT_EQ(lianHaoText(calc_LianHaoMax(six)), QStringLiteral("6"));
-        EXPECT_EQ(calc_KuaDu(six), 5);
-        EXPECT_EQ(calc_JianJuMax(six), 1);
-        EXPECT_EQ(calc_AC(six), 0);
     }
     const Reds odd = R(1, 3, 5, 7, 9, 11);
     EXPECT_EQ(calc_LianHaoMax(odd), 0);
     EXPECT_EQ(calc_AC(odd), 0);  // differences 2 4 6 8 10
     EXPECT_EQ(calc_AC(R(1, 2, 4, 8, 13, 33)), 10);
     // The gap follows the given order; a number out of range fails.
-    EXPECT_EQ(calc_JianJuMax(R(1, 33, 2, 3, 4, 5)), 32);
-    EXPECT_EQ(calc_JianJuMax(R(33, 1, 2, 3, 4, 5)), 32);
-    EXPECT_EQ(calc_JianJuMax(R(5, 4, 3, 2, 1, 33)), 32);
+    for (const Reds& r : {R(1, 33, 2, 3, 4, 5), R(33, 1, 2, 3, 4, 5), R(5, 4, 3, 2, 1, 33)})
+        EXPECT_EQ(calc_JianJuMax(r), 32) << r[1];
     EXPECT_EQ(calc_KuaDu(R(5, 4, 3, 2, 1, 33)), 32);
     EXPECT_THROW(calc_AC(R(1, 2, 3, 4, 5, 34)), std::out_of_range);
 }
@@ -110,10 +106,8 @@ TEST(GameText, FullWidthDigitsAndRounding) {
     EXPECT_EQ(to_QuanJiao(QStringLiteral("第2026001期 共12注")),
               QStringLiteral("第２０２６００１期 共１２注"));
     EXPECT_EQ(to_QuanJiao(-305), QStringLiteral("-３０５"));
-    EXPECT_EQ(roundHalfEven(2.5), 2);
-    EXPECT_EQ(roundHalfEven(3.5), 4);
-    EXPECT_EQ(roundHalfEven(-2.5), -2);
-    EXPECT_EQ(roundHalfEven(2.51), 3);
+    for (const auto& [x, rounded] : {std::pair{2.5, 2}, {3.5, 4}, {-2.5, -2}, {2.51, 3}})
+        EXPECT_EQ(roundHalfEven(x), rounded) << x;
     EXPECT_EQ(twoDigits(7), QStringLiteral("07"));
 }
 

@@ -76,10 +76,9 @@ TEST_F(ReplayTest, EachDrawIsWhatThePipelineOnTheTableLeavesAndPays) {
         check_KaiJiang(issue);
         const PrizeMoney money = prize_MoneyOfChecked(issue);
         const ReplayDraw& d = r.draws[0];
-        EXPECT_EQ(d.tickets, int(played.tickets.size()));
-        EXPECT_EQ(d.tiers, money.tickets) << "trial " << trial;
-        EXPECT_EQ(d.won, money.total);
-        EXPECT_EQ(d.cost, money.cost);
+        EXPECT_EQ(std::tuple(d.tickets, d.tiers, d.won, d.cost),
+                  std::tuple(int(played.tickets.size()), money.tickets, money.total, money.cost))
+            << "trial " << trial;
         won += d.won > 0;
     }
     EXPECT_GT(shrunk, 3);
@@ -143,12 +142,11 @@ TEST(ReplayRandomPlayer, IsRepeatableAndMeetsTheExactExpectation) {
         replay_RandomPlayer(r, 7, 200);
         replay_RandomPlayer(again, 7, 200);
         replay_RandomPlayer(other, 8, 200);
-        EXPECT_EQ(r.randomMean, again.randomMean);
-        EXPECT_EQ(r.draws.back().randomHigh, again.draws.back().randomHigh);
+        EXPECT_EQ(std::pair(r.randomMean, r.draws.back().randomHigh),
+                  std::pair(again.randomMean, again.draws.back().randomHigh));
         EXPECT_NE(r.randomMean, other.randomMean);
         EXPECT_NEAR(r.expectedReturn, 8617950.0 / kAllTickets / kTicketPrice, 1e-12);
-        EXPECT_LE(r.randomLow, r.expectedReturn);
-        EXPECT_GE(r.randomHigh, r.expectedReturn);
+        EXPECT_TRUE(r.randomLow <= r.expectedReturn && r.expectedReturn <= r.randomHigh);
         // The mean of 200 players strays from the expectation by about a thirtieth of the band.
         EXPECT_NEAR(r.randomMean, r.expectedReturn, (r.randomHigh - r.randomLow) / 8) << c.tickets;
     }

@@ -18,8 +18,7 @@ TEST_F(ConditionEditingTest, PendingCommandsRunOnceWhenTheMainWindowComesBack) {
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("PAGE ")),
               QStringList{QStringLiteral("PAGE 过滤条件 16")});
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("REFRESH tables")).size(), 1);
-    EXPECT_EQ(shared().g_PendingCommand, 0);
-    EXPECT_FALSE(shared().g_TablesDirty);
+    EXPECT_EQ(std::pair(shared().g_PendingCommand, shared().g_TablesDirty), std::pair(0, false));
 
     // Restore defaults runs where it was left, then the pages show the restored rows.
     set_GuoLvTiaoJian(3301, 1);
@@ -52,23 +51,19 @@ TEST_F(ConditionEditingTest, NumberColumnsGroupsAndHistoryMatch) {
     EXPECT_EQ(quJianHaoMa(1), QStringLiteral("０１ ０２ ０３ ０４ ０５ ０６ ０７ ３０"));
     set_ShiYongQingKuang(17, 1);
     clearIntervalPartition();
-    EXPECT_EQ(quJianHaoMa(2), QString());
-    EXPECT_EQ(get_ShiYongQingKuang(17), 0);
+    EXPECT_EQ(std::pair(quJianHaoMa(2), get_ShiYongQingKuang(17)), std::pair(QString(), 0));
     EXPECT_EQ(ui().messages().last(),
               QStringLiteral("请注意，重新划分区间后需要重新设置“区间过滤”的过滤条件。"));
 
     // A custom group: members, counts, alias, and emptying it puts all three back.
-    EXPECT_EQ(customGroupBase(12), 4510);
-    EXPECT_EQ(customGroupSwitch(12), 52);
+    EXPECT_EQ(std::pair(customGroupBase(12), customGroupSwitch(12)), std::pair(4510, 52));
     toggleNumberTrait(customGroupColumn(12), 5);
     set_GuoLvTiaoJian(4512, 1);
     EXPECT_FALSE(renameCustomGroup(12, QString()));
     EXPECT_TRUE(renameCustomGroup(12, QStringLiteral("我的组")));
-    EXPECT_EQ(zdyAlias(12), QStringLiteral("我的组"));
-    EXPECT_EQ(zdyAllowedCounts(12), 1);
+    EXPECT_EQ(std::pair(zdyAlias(12), zdyAllowedCounts(12)), std::pair(QStringLiteral("我的组"), 1));
     clearCustomGroup(12);
-    EXPECT_EQ(zdyAlias(12), QStringLiteral("自定义组12"));
-    EXPECT_EQ(zdyAllowedCounts(12), 0);
+    EXPECT_EQ(std::pair(zdyAlias(12), zdyAllowedCounts(12)), std::pair(QStringLiteral("自定义组12"), 0));
     EXPECT_FALSE(haoMaTeXing(customGroupColumn(12))[5]);
 
     // The previous draw's parity is read, not written; an empty history has none.

@@ -34,10 +34,7 @@ TEST_F(ConditionRangesTest, TheSumsChartFitsItsFrame) {
     QList<TrendRow> rows = trendRows(sum, kTrendPeriods);
     ASSERT_EQ(rows.size(), kTrendPeriods);
     rows.last().column = 183 - sum.first;
-    TrendMetrics m;
-    m.charW = 7;
-    m.charH = 15;
-    m.width = 1040;
+    const TrendMetrics m{.charW = 7, .charH = 15, .width = 1040};
     const double height = 590;
     const TrendChart c =
         draw_TrendFitted(sum, rows, kTrendPeriods, m, height, QStringLiteral("范围"), {59, 60});
@@ -76,8 +73,7 @@ TEST_F(ConditionRangesTest, TheSumsChartFitsItsFrame) {
                 break;
         }
     }
-    EXPECT_EQ(marks, kTrendPeriods);
-    EXPECT_EQ(joins, kTrendPeriods - 1);
+    EXPECT_EQ(std::pair(marks, joins), std::pair(kTrendPeriods, kTrendPeriods - 1));
 }
 
 }  // namespace

@@ -65,20 +65,18 @@ TEST(DrawSources, NoticesCarryTheirDatesBallsAndPrizeTiers) {
     ASSERT_EQ(page.draws.size(), 3);
     EXPECT_EQ(page.pageCount, 2);
     const DrawRecord& d = page.draws[2];
-    EXPECT_EQ(dateText(d.date), QStringLiteral("2026/08/20"));
-    EXPECT_EQ(d.reds, makeReds(1, 4, 16, 22, 26, 31));
-    EXPECT_EQ(d.blue, 4);
+    EXPECT_EQ(std::tuple(dateText(d.date), d.reds, d.blue),
+              std::tuple(QStringLiteral("2026/08/20"), makeReds(1, 4, 16, 22, 26, 31), 4));
     ASSERT_EQ(page.prizes.size(), 18);  // tiers 1..6 of each draw; the seventh entry is not a tier
-    // Issue, tier and prize as stored: DownloadTest.TheOfficialNoticesArePaged...
-    EXPECT_EQ(page.prizes[12].winners, 8);  // 2026096, tier 1
-    EXPECT_EQ(page.prizes[0].winners, 0);
+    // [12] is 2026096's tier 1; issue, tier and prize as stored: DownloadTest.TheOfficialNoticesArePaged...
+    EXPECT_EQ(std::tuple(page.prizes[12].winners, page.prizes[0].winners), std::tuple(8, 0));
 
     // The text list gives the same draw from a five-digit issue and a date without separators.
     const SourceDraws list = read_TextList(QStringDecoder("GB18030")(testData("text_list_desc_gb18030.txt")));
     ASSERT_FALSE(list.draws.isEmpty());
     EXPECT_EQ(dateText(list.draws[0].date), QStringLiteral("2026/08/25"));
-    EXPECT_EQ(list.draws[0].reds, page.draws[0].reds);
-    EXPECT_EQ(list.draws[0].blue, page.draws[0].blue);
+    EXPECT_EQ(std::pair(list.draws[0].reds, list.draws[0].blue),
+              std::pair(page.draws[0].reds, page.draws[0].blue));
 }
 
 // The ranges are the record check's (RecordChecks); a reader only has to go through it.

@@ -26,9 +26,8 @@ TEST_F(PlayerResultsTest, TheHistoryFilterFollowsTheNewestDraw) {
     writeHistoryMatch({true, 2008117, kDrawn, 6});
     addDraw(2008119, QStringLiteral("2008/10/14"), makeReds(7, 8, 9, 10, 11, 12), 3);
     follow_NewestDraw(kDrawn);
-    LiShiGuoLv s = readHistoryMatch();
-    EXPECT_EQ(s.low, kDrawn);  // still two draws, ending at the newest
-    EXPECT_EQ(s.high, 2008119);
+    const LiShiGuoLv s = readHistoryMatch();
+    EXPECT_EQ(std::pair(s.low, s.high), std::pair(kDrawn, 2008119));  // still two draws, ending at the newest
 
     // A range that ends before the newest draw is the player's own and stays.
     writeHistoryMatch({true, 2008117, kDrawn, 6});

@@ -7,42 +7,31 @@ namespace {
 
 // A page of 1000 x 1400 with a 60 title band and a 40 foot band: 65 lines of 20; lines 200 wide
 // with a gap of 30: 4 columns (4 x 200 + 3 x 30 = 890).
-PrintArea area() {
-    PrintArea a;
-    a.width = 1000;
-    a.height = 1400;
-    a.headerHeight = 60;
-    a.footerHeight = 40;
-    a.lineHeight = 20;
-    a.lineWidth = 200;
-    a.columnGap = 30;
-    return a;
-}
+// {width, height, header band, foot band, line height, line width, column gap}
+const PrintArea kArea{1000, 1400, 60, 40, 20, 200, 30};
 
-bool operator==(PrintSlot a, PrintSlot b) {
-    return a.column == b.column && a.line == b.line;
+// Where each of `tickets` stands, as {column, line}.
+using Slots = std::vector<std::pair<int, int>>;
+Slots slotsOf(const PrintLayout& layout, std::initializer_list<int> tickets) {
+    Slots out;
+    for (int t : tickets) out.emplace_back(layout.slot(t).column, layout.slot(t).line);
+    return out;
 }
 
 TEST(PrintLayout, TicketsFillColumnsDownThenAcrossAndThePagesCount) {
-    const PrintLayout layout = layout_Print(area(), false);
-    EXPECT_EQ(layout.linesPerColumn, 65);
-    EXPECT_EQ(layout.columns, 4);
+    const PrintLayout layout = layout_Print(kArea, false);
+    EXPECT_EQ(std::pair(layout.linesPerColumn, layout.columns), std::pair(65, 4));
     ASSERT_EQ(layout.ticketsPerPage(), 260);
     // The tickets of 20 red drags and 2 blues: 298 full pages and 40 on the last.
-    EXPECT_EQ(layout.pageCount(77520), 299);
+    for (const auto& [tickets, pages] : {std::pair{77520, 299}, {260, 1}, {261, 2}, {0, 0}})
+        EXPECT_EQ(layout.pageCount(tickets), pages) << tickets;
     EXPECT_EQ(layout.firstTicket(299), 77480);
-    EXPECT_EQ(layout.ticketsOnPage(299, 77520), 40);
-    EXPECT_EQ(layout.ticketsOnPage(1, 77520), 260);
-    EXPECT_EQ(layout.ticketsOnPage(300, 77520), 0);
-    EXPECT_EQ(layout.pageCount(260), 1);
-    EXPECT_EQ(layout.pageCount(261), 2);
-    EXPECT_EQ(layout.pageCount(0), 0);
-    EXPECT_TRUE(layout.slot(64) == (PrintSlot{0, 64}));
-    EXPECT_TRUE(layout.slot(65) == (PrintSlot{1, 0}));
-    EXPECT_TRUE(layout.slot(259) == (PrintSlot{3, 64}));
+    for (const auto& [page, tickets] : {std::pair{299, 40}, {1, 260}, {300, 0}})
+        EXPECT_EQ(layout.ticketsOnPage(page, 77520), tickets) << page;
+    EXPECT_EQ(slotsOf(layout, {64, 65, 259}), (Slots{{0, 64}, {1, 0}, {3, 64}}));
 
     // The last column needs no gap behind it.
-    PrintArea tight = area();
+    PrintArea tight = kArea;
     tight.width = 890;
     EXPECT_EQ(layout_Print(tight, false).columns, 4);
     tight.width = 889;
@@ -51,19 +40,14 @@ TEST(PrintLayout, TicketsFillColumnsDownThenAcrossAndThePagesCount) {
     tight.lineWidth = 2000;
     tight.height = 90;
     const PrintLayout least = layout_Print(tight, true);
-    EXPECT_EQ(least.columns, 1);
-    EXPECT_EQ(least.linesPerColumn, 1);
-    EXPECT_EQ(least.pageCount(3), 3);
+    EXPECT_EQ(std::tuple(least.columns, least.linesPerColumn, least.pageCount(3)), std::tuple(1, 1, 3));
 }
 
 TEST(PrintLayout, BlankLineAfterEveryFifthTicketOfAColumn) {
-    const PrintLayout layout = layout_Print(area(), true);
+    const PrintLayout layout = layout_Print(kArea, true);
     // 65 lines: ten groups of five and their blanks, then five more.
     ASSERT_EQ(layout.ticketsPerColumn(), 55);
-    EXPECT_TRUE(layout.slot(4) == (PrintSlot{0, 4}));
-    EXPECT_TRUE(layout.slot(5) == (PrintSlot{0, 6}));
-    EXPECT_TRUE(layout.slot(54) == (PrintSlot{0, 64}));
-    EXPECT_TRUE(layout.slot(55) == (PrintSlot{1, 0}));
+    EXPECT_EQ(slotsOf(layout, {4, 5, 54, 55}), (Slots{{0, 4}, {0, 6}, {0, 64}, {1, 0}}));
     EXPECT_EQ(layout.pageCount(77520), 353);  // 220 a page
 }
 

@@ -14,9 +14,8 @@ TEST_F(TrendChartTest, TabsReadTheirColumnAndPlaceEachDrawInItsColumn) {
     EXPECT_EQ(sum.columns, 183 - 21 + 1);  // every sum six reds can make
     const QList<TrendRow> rows = trendRows(sum, kTrendPeriods);
     ASSERT_EQ(rows.size(), 100);
-    EXPECT_EQ(rows.last().issue, 2026096);
-    EXPECT_EQ(rows.last().value, QStringLiteral("100"));
-    EXPECT_EQ(rows.last().column, 100 - 21);
+    EXPECT_EQ(std::tuple(rows.last().issue, rows.last().value, rows.last().column),
+              std::tuple(2026096, QStringLiteral("100"), 100 - 21));
 
     const TrendSpec tail = trendSpecOfTab(QStringLiteral("和值尾"));
     EXPECT_EQ(trendRows(tail, 1).last().column, 0);  // 100 ends in 0: the first column
@@ -39,10 +38,7 @@ TEST_F(TrendChartTest, TabsReadTheirColumnAndPlaceEachDrawInItsColumn) {
 
 TEST_F(TrendChartTest, GeometryAndOrderOfTheDrawing) {
     const TrendSpec ac = trendSpecOfTab(QStringLiteral("AC值"));
-    TrendMetrics m;
-    m.charW = 10;
-    m.charH = 20;
-    m.width = 1000;
+    const TrendMetrics m{.charW = 10, .charH = 20, .width = 1000};
     // The frame alone: no row, no mark, no condition line.
     const TrendChart head = draw_TrendBody(ac, trendRows(ac, 100), 0, m, QStringLiteral("x"), {});
     EXPECT_DOUBLE_EQ(head.height, 100);
@@ -81,8 +77,7 @@ TEST_F(TrendChartTest, GeometryAndOrderOfTheDrawing) {
     EXPECT_DOUBLE_EQ(firstMark->y, 40 + 0.8 * r);
     EXPECT_DOUBLE_EQ(join->x, x0 + 6);
     EXPECT_DOUBLE_EQ(join->y2, 60 + 6);
-    EXPECT_EQ(marks, 2);
-    EXPECT_EQ(joins, 1);
+    EXPECT_EQ(std::pair(marks, joins), std::pair(2, 1));
 }
 
 }  // namespace

@@ -43,18 +43,16 @@ TEST(CalendarText, CellTextPrefersTermsThenFestivals) {
 }
 
 TEST(CalendarText, StepsKeepTheDayAndStopAtTheRange) {
-    EXPECT_EQ(stepCalendar(QDate(2024, 1, 31), 4), QDate(2024, 2, 29));
-    EXPECT_EQ(stepCalendar(QDate(2024, 3, 31), 3), QDate(2024, 2, 29));
-    EXPECT_EQ(stepCalendar(QDate(2024, 2, 29), 1), QDate(2025, 2, 28));
-    EXPECT_EQ(stepCalendar(QDate(2024, 12, 15), 4), QDate(2025, 1, 15));
-    EXPECT_EQ(stepCalendar(QDate(2024, 1, 15), 3), QDate(2023, 12, 15));
-    EXPECT_EQ(stepCalendar(QDate(2100, 12, 31), 4), std::nullopt);
-    EXPECT_EQ(stepCalendar(QDate(2100, 1, 31), 1), std::nullopt);
-    EXPECT_EQ(stepCalendar(QDate(1901, 1, 1), 3), std::nullopt);
-    EXPECT_EQ(stepCalendar(QDate(1901, 12, 1), 2), std::nullopt);
-    EXPECT_EQ(stepCalendar(QDate(2100, 11, 30), 4), QDate(2100, 12, 30));
+    // {from, button, landing}: 1 year up, 2 year down, 3 month down, 4 month up; none past the range.
+    const std::tuple<QDate, int, std::optional<QDate>> steps[] = {
+        {{2024, 1, 31}, 4, QDate(2024, 2, 29)},  {{2024, 3, 31}, 3, QDate(2024, 2, 29)},
+        {{2024, 2, 29}, 1, QDate(2025, 2, 28)},  {{2024, 12, 15}, 4, QDate(2025, 1, 15)},
+        {{2024, 1, 15}, 3, QDate(2023, 12, 15)}, {{2100, 11, 30}, 4, QDate(2100, 12, 30)},
+        {{2100, 12, 31}, 4, std::nullopt},       {{2100, 1, 31}, 1, std::nullopt},
+        {{1901, 1, 1}, 3, std::nullopt},         {{1901, 12, 1}, 2, std::nullopt}};
+    for (const auto& [from, button, to] : steps)
+        EXPECT_EQ(stepCalendar(from, button), to) << from.toString().toStdString() << " " << button;
     EXPECT_TRUE(inCalendarRange(QDate(1901, 1, 1)));
-    EXPECT_FALSE(inCalendarRange(QDate(1900, 12, 31)));
-    EXPECT_FALSE(inCalendarRange(QDate(2101, 1, 1)));
-    EXPECT_FALSE(inCalendarRange(QDate()));
+    for (const QDate& outside : {QDate(1900, 12, 31), QDate(2101, 1, 1), QDate()})
+        EXPECT_FALSE(inCalendarRange(outside)) << outside.toString().toStdString();
 }

@@ -95,10 +95,6 @@ class RefusalScriptTest : public DovrexTest {
     QStringList run(const QString& lines, int code = 0) {
         return runHeadless(QStringLiteral("open-store %1\ntoday 2026/11/26\n").arg(store_) + lines, code);
     }
-    QString file(const QString& name, const QByteArray& bytes) const {
-        EXPECT_TRUE(writeFile(tempPath(name), bytes));
-        return tempPath(name);
-    }
     const QString store_ = tempPath(QStringLiteral("store.dat"));
 };
 
@@ -127,14 +123,15 @@ TEST_F(RefusalScriptTest, CommandsRefuseValuesAndIssuesThatCannotBe) {
 }
 
 TEST_F(RefusalScriptTest, TicketImportReadsChecksAndCountsBeforeItAsks) {
-    const QString mixed = file(QStringLiteral("mixed.txt"),
-                               "2026100 01 02 03 04 05 06 + 07\n"
-                               "2026100 01 01 01 01 01 01 + 01\n"
-                               "2026000 01 02 03 04 05 06 + 07\n\n"
-                               "9999999 01 02 03 04 05 06 + 07\n"
-                               "1990001 01 02 03 04 05 06 + 07\n"
-                               "2026101 33 32 31 30 29 28 + 16\n");
-    const QString none = file(QStringLiteral("none.txt"), "2026100 01 01 02 03 04 05 + 07\nnot a ticket\n");
+    const QString mixed = tempFile(QStringLiteral("mixed.txt"),
+                                   "2026100 01 02 03 04 05 06 + 07\n"
+                                   "2026100 01 01 01 01 01 01 + 01\n"
+                                   "2026000 01 02 03 04 05 06 + 07\n\n"
+                                   "9999999 01 02 03 04 05 06 + 07\n"
+                                   "1990001 01 02 03 04 05 06 + 07\n"
+                                   "2026101 33 32 31 30 29 28 + 16\n");
+    const QString none =
+        tempFile(QStringLiteral("none.txt"), "2026100 01 01 02 03 04 05 + 07\nnot a ticket\n");
     const QStringList out =
         run(QStringLiteral("sql INSERT INTO 日志表 (序号, 期号, 红球1, 红球2, 红球3, 红球4, 红球5, 红球6, "
                            "蓝球) VALUES (1, 2026001, 1, 2, 3, 4, 5, 6, 7)\n"
@@ -154,7 +151,7 @@ TEST_F(RefusalScriptTest, TicketImportReadsChecksAndCountsBeforeItAsks) {
     for (int k = 0; k <= kTicketLimit; ++k) many += "01 02 03 04 05 06 + 07\n";
     const QStringList over =
         run(QStringLiteral("answer-fromfile 0 2026100\nimport %1\nsql select count(*) from 日志表\n")
-                .arg(file(QStringLiteral("many.txt"), many)));
+                .arg(tempFile(QStringLiteral("many.txt"), many)));
     EXPECT_TRUE(over.contains(QStringLiteral("imported 0")));
     EXPECT_EQ(over.last(), QStringLiteral("2"));  // the tickets of the first file stay
 }

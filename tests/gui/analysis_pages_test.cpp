@@ -36,8 +36,8 @@ TEST_F(AnalysisPagesTest, OmissionPageFillsOnFirstShowAndAnswersClicksAndTips) {
     OmissionPage* page = show<OmissionPage>();
     OmissionChart* chart = page->chart();
     ASSERT_TRUE(QTest::qWaitFor([&] { return chart->count() == 33; }, 3000));
-    EXPECT_EQ(page->issueCombo()->currentText(), QStringLiteral("2026096"));
-    EXPECT_EQ(page->issueCombo()->count(), 50);
+    EXPECT_EQ(std::pair(page->issueCombo()->currentText(), page->issueCombo()->count()),
+              std::pair(QStringLiteral("2026096"), 50));
     // The figures of 2026096: OmissionShipped.NewestIssueFiguresMatchTheDraws.
     EXPECT_EQ(chart->figures()[1].curGap, 0);
 
@@ -61,8 +61,8 @@ TEST_F(AnalysisPagesTest, OmissionPageFillsOnFirstShowAndAnswersClicksAndTips) {
 TEST_F(AnalysisPagesTest, RecentHitsCountTheNewestTenIssuesByDefault) {
     RecentHitsPage* page = show<RecentHitsPage>();
     ASSERT_EQ(page->bars().size(), 33u);
-    EXPECT_EQ(page->fromCombo()->currentText(), QStringLiteral("2026087"));
-    EXPECT_EQ(page->toCombo()->currentText(), QStringLiteral("2026096"));
+    EXPECT_EQ(QStringList({page->fromCombo()->currentText(), page->toCombo()->currentText()}),
+              QStringList({"2026087", "2026096"}));
     EXPECT_EQ(page->bars()[0].label, QStringLiteral("红球:01"));
     // The counts themselves: AnalysisTables.RecentHitsAndTheDefaultRange.
     page->itemCombo()->setCurrentIndex(1);
@@ -100,14 +100,13 @@ TEST_F(AnalysisPagesTest, GroupOptionsWriteEachTickAtOnce) {
     ASSERT_EQ(table->rowCount(), 33);
     ASSERT_EQ(table->columnCount(), 20);
     // The shipped groups: 01..11 is the first, the odd numbers the fourth.
-    EXPECT_EQ(table->item(0, 0)->checkState(), Qt::Checked);
-    EXPECT_EQ(table->item(1, 3)->checkState(), Qt::Unchecked);
+    EXPECT_EQ(std::pair(table->item(0, 0)->checkState(), table->item(1, 3)->checkState()),
+              std::pair(Qt::Checked, Qt::Unchecked));
     EXPECT_FALSE(readAnalysisGroups()[33][8]);
     table->item(32, 7)->setCheckState(Qt::Checked);
     table->item(0, 0)->setCheckState(Qt::Unchecked);
-    const FenXiZu member = readAnalysisGroups();
-    EXPECT_TRUE(member[33][8]);
-    EXPECT_FALSE(member[1][1]);  // what the groups then make: AnalysisTables.GroupsSortTheRedsOfEachDraw
+    // What the groups then make: AnalysisTables.GroupsSortTheRedsOfEachDraw.
+    EXPECT_EQ(std::pair(readAnalysisGroups()[33][8], readAnalysisGroups()[1][1]), std::pair(true, false));
 }
 
 TEST(JinDuPanelTest, ShowsTheStateAndStopsOnce) {

@@ -11,6 +11,7 @@
 #include "gui/answering_screen.h"
 #include "gui/seeded_program.h"
 #include "pipeline/pick_state.h"
+#include "support/test_support.h"
 #include "ui/analysis/replay_window.h"
 #include "ui/conditions/backtest_window.h"
 
@@ -39,8 +40,7 @@ TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
     ASSERT_TRUE(window->isVisible());
     window->run();
     const BacktestResult& r = window->result();
-    EXPECT_EQ(r.draws.size(), 100);
-    EXPECT_EQ(r.tolerance, 2);  // what it finds: BacktestTest
+    EXPECT_EQ(std::pair(int(r.draws.size()), r.tolerance), std::pair(100, 2));  // what it finds: BacktestTest
     QTableWidget *draws = nullptr, *conditions = nullptr;
     for (auto* t : window->findChildren<QTableWidget*>()) (t->columnCount() == 3 ? draws : conditions) = t;
     ASSERT_TRUE(draws && conditions);
@@ -56,8 +56,7 @@ TEST_F(BacktestWindowTest, ToleranceAndTheNewestHundredDraws) {
 // The menu and the back-test window's button open the one replay window; it replays the draws asked
 // for and shows a row a draw, the verdict and the chart.
 TEST_F(BacktestWindowTest, MenuAndBacktestButtonOpenTheReplayWhichShowsEachDraw) {
-    store_Execute(QStringLiteral("UPDATE 过滤条件使用情况 SET 使用情况=0"));
-    store_Execute(QStringLiteral("UPDATE 历史数据过滤 SET 使用状态=0"));
+    test::switchAllOff();
     set_GuoLvTiaoJian(kShrinkTypeId, 7);
     resetRedPicks();
     resetBluePicks();
@@ -80,8 +79,8 @@ TEST_F(BacktestWindowTest, MenuAndBacktestButtonOpenTheReplayWhichShowsEachDraw)
     EXPECT_EQ(draws->value(), 30);
     draws->setValue(12);
     window->run();
-    EXPECT_EQ(window->result().draws.size(), 12);
-    EXPECT_EQ(window->result().cost, 12 * 84 * 2);  // the picks of the page: 84 tickets a draw
+    // The picks of the page: 84 tickets a draw.
+    EXPECT_EQ(std::tuple(window->result().draws.size(), window->result().cost), std::tuple(12, 12 * 84 * 2));
     EXPECT_EQ(window->findChild<QTableWidget*>()->rowCount(), 12);
     EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("Label_HuiCeShouYi"))->text().contains(u'%'));
     for (int tab : {0, 1}) {

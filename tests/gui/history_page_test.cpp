@@ -121,15 +121,14 @@ TEST_F(HistoryPageTest, DeletionAsksAndTheReportViewsFollowTheMode) {
     EXPECT_TRUE(page_->fenBuGrid()->pressCell(row, 5, true));
     EXPECT_TRUE(page_->fenBuGrid()->pressCell(row, 9, false));
     EXPECT_FALSE(page_->fenBuGrid()->pressCell(row - 1, 9, true));  // a draw's row picks nothing
-    EXPECT_EQ(pick_Values()[5], kPickDrag);
-    EXPECT_EQ(pick_Values()[9], kPickBanker);
+    EXPECT_EQ(std::tuple(pick_Values()[5], pick_Values()[9]), std::tuple(kPickDrag, kPickBanker));
     EXPECT_EQ(fenBu->index(row, 5).data().toString(), QStringLiteral("*"));
 
     page_->setView(HistoryView::Analysis);
     auto* groups =
         qobject_cast<CursorModel*>(page_->findChild<QTableView*>(QStringLiteral("TDBGrid_zdy"))->model());
-    EXPECT_EQ(groups->rowCount(), 100);
-    EXPECT_EQ(groups->headerData(0, Qt::Horizontal).toString(), QStringLiteral("期号"));
+    EXPECT_EQ(std::pair(groups->rowCount(), groups->headerData(0, Qt::Horizontal).toString()),
+              std::pair(100, QStringLiteral("期号")));
 }
 
 TEST_F(HistoryPageTest, TheSelectedDrawShowsItsPrizeTable) {

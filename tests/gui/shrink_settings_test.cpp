@@ -41,18 +41,15 @@ TEST_F(ShrinkSettingsTest, ControlsWriteAtOnceAndPresetsReachTheSliders) {
     EXPECT_FALSE(budget->isEnabled());
     named<QCheckBox>(frame, QStringLiteral("Check_youhua"))->click();
     budget->setValue(25);
-    EXPECT_TRUE(shrink_Optimised());
-    EXPECT_EQ(shrink_BudgetSeconds(), 25);
+    EXPECT_EQ(std::pair(shrink_Optimised(), shrink_BudgetSeconds()), std::pair(true, 25));
 
     named<QPushButton>(frame, QStringLiteral("cmmQZfenpei(0)"))->click();  // 偏重大号
-    EXPECT_EQ(frame.slider(33)->value(), 33);
-    EXPECT_EQ(frame.slider(7)->value(), 7);
-    EXPECT_EQ(frame.slider(33)->maximum(), 33);
+    EXPECT_EQ(std::tuple(frame.slider(33)->value(), frame.slider(7)->value(), frame.slider(33)->maximum()),
+              std::tuple(33, 7, 33));
     frame.slider(7)->setValue(20);
     EXPECT_EQ(shared().quanZhong[7], 20);
     named<QPushButton>(frame, QStringLiteral("cmmQZfenpei(5)"))->click();  // 全部置0
-    EXPECT_EQ(frame.slider(33)->value(), 0);
-    EXPECT_EQ(shared().quanZhong[33], 0);
+    EXPECT_EQ(std::pair(frame.slider(33)->value(), shared().quanZhong[33]), std::pair(0, 0));
 
     // The close box is the first button: the logic hears the frame is gone.
     set_SuoShuiSeZhiVisible(true);

@@ -33,10 +33,8 @@ class TicketPrintTest : public StartedProgramTest<AnsweringScreen> {
     }
     // The page objects of a PDF (the page tree's own /Pages aside).
     static int pdfPages(const QString& path) {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) return -1;
         static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?!s)"));
-        return int(QString::fromLatin1(file.readAll()).count(page));
+        return int(QString::fromLatin1(test::fileBytes(path)).count(page));
     }
 };
 
@@ -85,9 +83,7 @@ TEST_F(TicketPrintTest, StopLeavesTheFileThatWasThere) {
     QTest::mouseRelease(ticketsPage_->stopButton(), Qt::LeftButton);
     ASSERT_TRUE(*pressed);
     EXPECT_EQ(screen_->shown, QStringList{msg::kPdfStopped});
-    QFile old(path);
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    EXPECT_EQ(old.readAll(), QByteArray("old"));
+    EXPECT_EQ(test::fileBytes(path), QByteArray("old"));
     EXPECT_FALSE(QFile::exists(path + QStringLiteral(".part")));
     EXPECT_EQ(shared().tingZhi, 0);
     EXPECT_FALSE(ticketsPage_->stopFrame()->isVisible());

@@ -104,9 +104,7 @@ TEST_F(ConditionPagesTest, ReportTellsOffFromOnWithNothingAllowed) {
     EXPECT_EQ(reportLine(u" 奇数个数取值范围： "), QStringLiteral("３  "));
 
     // Picks, positions, custom groups, history match, parity patterns and the shrink.
-    set_GuoLvTiaoJian(5, 1);
-    set_GuoLvTiaoJian(12, 2);
-    set_GuoLvTiaoJian(107, 1);
+    for (const auto& [id, pick] : {std::pair{5, 1}, {12, 2}, {107, 1}}) set_GuoLvTiaoJian(id, pick);
     EXPECT_EQ(reportLine(u" 红球“拖码”： "), QStringLiteral("０５  "));
     EXPECT_EQ(reportLine(u" 红球“胆码”： "), QStringLiteral("１２  "));
     EXPECT_EQ(reportLine(u" 蓝球“拖码”： "), QStringLiteral("０７  "));

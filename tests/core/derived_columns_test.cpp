@@ -158,11 +158,10 @@ TEST_F(DerivedColumnsTest, BadDrawStopsThePassAtItsRow) {
 
 TEST_F(DerivedColumnsTest, TemperatureCountsOnlyTheDrawsBefore) {
     fourDraws();
-    EXPECT_EQ(calc_WenDu(D, 5), 3);
-    EXPECT_EQ(calc_WenDu(D, 1), 1);  // C alone: 29
-    EXPECT_EQ(calc_WenDu(B, 10), 1);
-    EXPECT_EQ(calc_WenDu(A, 5), 0);
-    EXPECT_EQ(calc_WenDu(2003005, 5), 0);  // no row
+    // {issue, draws before it, hot numbers}: with one draw C alone counts (29); 2003005 has no row.
+    for (const auto& [issue, draws, hot] :
+         {std::tuple{D, 5, 3}, {D, 1, 1}, {B, 10, 1}, {A, 5, 0}, {2003005, 5, 0}})
+        EXPECT_EQ(calc_WenDu(issue, draws), hot) << issue << " " << draws;
     // The same number in several earlier draws counts each time.
     addDraw(2003005, QStringLiteral("2003/03/09"), makeReds(20, 21, 22, 23, 24, 25));
     EXPECT_EQ(calc_WenDu(2003005, 5), 2 + 2 + 1 + 1 + 0 + 1);

@@ -102,19 +102,13 @@ TEST_F(HistoryQueriesTest, RecentDrawsArray) {
     HistoryArray a{};
     for (auto& row : a) row.fill(-1);
     EXPECT_EQ(getHistoryRecord(a, 2020012), 10);
-    EXPECT_EQ(a[1][7], 12);  // row 1 the newest
-    EXPECT_EQ(a[10][7], 3);  // row 10 the oldest of ten
-    EXPECT_EQ(a[10][1], 3);
-    EXPECT_EQ(a[10][6], 23);
-    EXPECT_EQ(a[0][1], -1);  // row 0 and column 0 are not part of the array
-    EXPECT_EQ(a[5][0], -1);
+    // Row 1 the newest, row 10 the oldest of ten; row 0 and column 0 are not part of the array.
+    EXPECT_EQ((QList<int>{a[1][7], a[10][7], a[10][1], a[10][6], a[0][1], a[5][0]}),
+              (QList<int>{12, 3, 3, 23, -1, -1}));
 
     for (auto& row : a) row.fill(-1);
     EXPECT_EQ(getHistoryRecord(a, 2020004), 4);  // fewer than ten: the highest rows are filled
-    EXPECT_EQ(a[10][7], 1);
-    EXPECT_EQ(a[7][7], 4);
-    EXPECT_EQ(a[6][7], -1);
-    EXPECT_EQ(a[1][7], -1);
+    EXPECT_EQ((QList<int>{a[10][7], a[7][7], a[6][7], a[1][7]}), (QList<int>{1, 4, -1, -1}));
 
     // An issue in a hole reads up to the draw before it.
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2020008"));

@@ -76,8 +76,7 @@ TEST_F(MainWindowTest, StartShowsEveryDrawAndAnUpToDateStatus) {
     const int issue = columnOf(model, QStringLiteral("期号"));
     const int date = columnOf(model, QStringLiteral("开奖日期"));
     ASSERT_TRUE(issue >= 0 && date >= 0);  // the shipped rows: ShippedStoreTest.FactoryRowsAndTheHistory
-    EXPECT_EQ(grid->columnWidth(issue), 75);
-    EXPECT_EQ(grid->columnWidth(date), 94);
+    EXPECT_EQ(std::pair(grid->columnWidth(issue), grid->columnWidth(date)), std::pair(75, 94));
     for (const char* hidden : {"已完成", "总期号", "遗漏数据"})
         EXPECT_TRUE(grid->isColumnHidden(columnOf(model, QString::fromUtf8(hidden)))) << hidden;
     EXPECT_FALSE(grid->isColumnHidden(columnOf(model, QStringLiteral("红球1"))));
@@ -129,9 +128,8 @@ TEST_F(MainWindowTest, StaleHistoryOffersTheDownload) {
     EXPECT_EQ(latest_QiHao(), 2026096);
     // The entry row moves on to the draw after the newest, and the page shows the distribution.
     HistoryPage* page = s->window()->historyPage();
-    EXPECT_EQ(page->entryBox(0)->text(), QStringLiteral("2026097"));
-    EXPECT_EQ(page->datePicker()->date(), QDate(2026, 8, 23));
-    EXPECT_EQ(page->view(), HistoryView::Distribution);
+    EXPECT_EQ(std::tuple(page->entryBox(0)->text(), page->datePicker()->date(), page->view()),
+              std::tuple(QStringLiteral("2026097"), QDate(2026, 8, 23), HistoryView::Distribution));
     // Still stale in 2027: the list ends in 2026.
     EXPECT_TRUE(screen->statusText(1).startsWith(msg::kHistoryStale));
 }

@@ -129,8 +129,7 @@ TEST_F(PlayerWalkTest, PickFilterShrinkSelectAndFindItAllAfterARestart) {
 
     // The restart finds the picks, the conditions and the tickets as they were left.
     startProgram();
-    EXPECT_EQ(count_HongTuo(), 12);
-    EXPECT_EQ(get_ShiYongQingKuang(1), 1);
+    EXPECT_EQ(std::tuple(count_HongTuo(), get_ShiYongQingKuang(1)), std::tuple(12, 1));
     EXPECT_EQ(ticketsOf(kIssue), chosen);
     EXPECT_EQ(ticketsPage_->model()->rowCount(), int(chosen.size()));
 }

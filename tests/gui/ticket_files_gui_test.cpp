@@ -127,8 +127,7 @@ TEST_F(GridScreenTest, ProgressGridsAndRolesGoToTheirControls) {
     QTableView* grid = bindGrid(store().query(QStringLiteral("select * from t")));
 
     gui_.ui_Progress(0, 500, 120, true);
-    EXPECT_EQ(busy->maximum(), 500);
-    EXPECT_EQ(busy->value(), 120);
+    EXPECT_EQ(std::pair(busy->maximum(), busy->value()), std::pair(500, 120));
     EXPECT_EQ(fallback.value(), -1);  // untouched: the page's own bar is there
 
     gui_.ui_DressGrid(QStringLiteral("TDBGrid_RZ"), {QStringLiteral("期号"), QStringLiteral("日期")},

@@ -148,11 +148,8 @@ TEST(Almanac, AgreesWithPublishedTimes) {
 
     // Equinoxes, solstices and new moons published to the minute in universal time, here in
     // Beijing time: the exact instant lies within 30 s of the minute, ours within 30 s of it.
-    struct Case {
-        QDateTime published;
-        double degrees;
-        int lx;
-    };
+    // clang-format off
+    struct Case { QDateTime published; double degrees; int lx; };
     const Case cases[] = {
         {bj(2000, 3, 20, 15, 35), 0, 0},   {bj(2020, 12, 21, 18, 2), 270, 0},
         {bj(2024, 3, 20, 11, 6), 0, 0},    {bj(2024, 6, 21, 4, 51), 90, 0},
@@ -161,6 +158,7 @@ TEST(Almanac, AgreesWithPublishedTimes) {
         {bj(2024, 4, 9, 2, 21), 0, 1},     {bj(2024, 2, 10, 6, 59), 0, 1},
         {bj(2023, 1, 22, 4, 53), 0, 1},
     };
+    // clang-format on
     for (const Case& c : cases) {
         const double td = jiaoCal(fromBeijing(c.published) - 2, c.degrees, c.lx);
         EXPECT_LT(secondsApart(td, c.published), 60) << c.published.toString(Qt::ISODate).toStdString();

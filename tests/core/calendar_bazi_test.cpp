@@ -70,17 +70,15 @@ TEST_F(BaziPick, FixedBirthsGiveFixedTickets) {
     // number 35 (08 and 15), 辛巳 24, 壬午 23, 甲辰 01; the elements rank 金 火 土 木 水, giving 14
     // and 23; the blue is the first 金 pillar below 33 from the table's end, 癸卯 = 02. The reds are
     // printed in ascending order.
-    struct Case {
-        QDateTime birth;
-        const char* pillars;
-        const char* ticket;
-    };
+    // clang-format off
+    struct Case { QDateTime birth; const char* pillars; const char* ticket; };
     const Case cases[] = {
         {at(1990, 5, 17, 8, 30), "庚午辛巳壬午甲辰", "01 08 14 15 23 24+02"},
         {at(1984, 2, 4, 23, 30), "甲子丙寅己巳甲子", "04 05 09 12 18 27+05"},
         {at(2024, 2, 4, 16, 0), "癸卯乙丑戊戌庚申", "02 04 07 09 12 20+04"},  // 立春 came at 16:27
         {at(1965, 6, 1, 10, 0), "乙巳辛巳丙戌癸巳", "06 12 15 19 23 24+01"},
     };
+    // clang-format on
     for (const Case& c : cases) {
         BaziState s;
         EXPECT_EQ(pick(c.birth, &s), c.ticket) << c.pillars;

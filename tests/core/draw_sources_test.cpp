@@ -27,15 +27,9 @@ TEST(DrawSources, EachResponseIsToldByItsContentAndReadWithBadDrawsCounted) {
     const QByteArray drawList =
         "双色球 336\r\n2003001 2003/02/23 10 11 12 13 26 28 11\r\n"
         "2003002 2003/02/27 34 09 19 20 21 26 12\r\n2003003 2003/03/02 01 07 10 23 28 32 16\r\n";
-    struct Case {
-        const char* what;
-        QByteArray body;
-        QByteArray contentType;
-        DrawSourceKind kind;
-        QList<IssueNumber> issues;
-        int refused;
-    };
     // clang-format off
+    struct Case { const char* what; QByteArray body, contentType; DrawSourceKind kind;
+                  QList<IssueNumber> issues; int refused; };
     const Case cases[] = {
         {"draw list, a red folded to 0", drawList, "text/plain", DrawSourceKind::DrawList, {2003001, 2003003}, 1},
         {"notices page 1", testData("notices_page1.json"), "application/json", DrawSourceKind::Notices,

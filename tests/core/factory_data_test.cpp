@@ -58,12 +58,11 @@ void expectNumberTraits(Store& s) {
         EXPECT_EQ(flag(QStringLiteral("大数")), n >= 17);
         EXPECT_EQ(flag(QStringLiteral("低尾码")), n % 10 <= 4);
         EXPECT_EQ(flag(QStringLiteral("高尾码")), n % 10 >= 5);
-        const struct {
-            const char16_t* prefix;
-            int groups;
-            int group;
-        } partitions[] = {{u"尾", 10, n % 10},      {u"头", 10, n / 10},         {u"七", 10, (n - 1) % 7},
-                          {u"九", 10, (n - 1) % 9}, {u"十一", 11, (n - 1) % 11}, {u"十二", 12, (n - 1) % 12}};
+        // clang-format off
+        const struct { const char16_t* prefix; int groups, group; } partitions[] = {
+            {u"尾", 10, n % 10}, {u"头", 10, n / 10}, {u"七", 10, (n - 1) % 7}, {u"九", 10, (n - 1) % 9},
+            {u"十一", 11, (n - 1) % 11}, {u"十二", 12, (n - 1) % 12}};
+        // clang-format on
         for (const auto& p : partitions)
             for (int k = 0; k < p.groups; ++k)
                 EXPECT_EQ(flag(QString::fromUtf16(p.prefix) + QString::number(k)), k == p.group)

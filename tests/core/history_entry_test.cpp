@@ -35,13 +35,8 @@ int historyCount() {
 
 // The ranges are the record check's (RecordChecks); here the boxes' own reading.
 TEST(CheckShuru, AcceptsTheWholeRangeAndRefusesWhatLiesOutside) {
-    struct Case {
-        const char* what;
-        QString issue;
-        std::array<const char*, 7> balls;
-        bool ok;
-    };
-    const Case cases[] = {
+    // clang-format off
+    const struct { const char* what; QString issue; std::array<const char*, 7> balls; bool ok; } cases[] = {
         {"33 and blue 16", "2026097", {"33", "1", "2", "3", "4", "5", "16"}, true},
         {"red 34", "2026097", {"34", "1", "2", "3", "4", "5", "1"}, false},
         {"empty red", "2026097", {"", "1", "2", "3", "4", "5", "1"}, false},
@@ -49,7 +44,8 @@ TEST(CheckShuru, AcceptsTheWholeRangeAndRefusesWhatLiesOutside) {
         {"no issue", "", {"6", "1", "2", "3", "4", "5", "1"}, false},
         {"issue 0", "0", {"6", "1", "2", "3", "4", "5", "1"}, false},
     };
-    for (const Case& c : cases) {
+    // clang-format on
+    for (const auto& c : cases) {
         DrawInput in = entry(c.issue, c.balls);
         const DrawInput typed = in;
         EXPECT_EQ(check_Shuru(in), c.ok) << c.what;

@@ -34,12 +34,8 @@ TEST(Metrics, SpanGapAcAndRunsOfWorkedDraws) {
 }
 
 TEST(Metrics, RunPatternCodes) {
-    struct Case {
-        Reds r;
-        int code;
-        const char* text;
-    };
-    const Case cases[] = {
+    // clang-format off
+    const struct { Reds r; int code; const char* text; } cases[] = {
         {R(1, 2, 4, 5, 7, 8), 3, "2+2+2"},
         {R(1, 2, 3, 5, 6, 7), 6, "3+3"},
         {R(1, 2, 3, 4, 6, 7), 8, "4+2"},
@@ -52,6 +48,7 @@ TEST(Metrics, RunPatternCodes) {
         {R(1, 2, 30, 31, 32, 33), 8, "4+2"},  // a run that ends at 33 counts
         {R(1, 2, 3, 4, 10, 20), 7, "4"},
     };
+    // clang-format on
     for (const auto& c : cases) {
         EXPECT_EQ(calc_LianHaoMax(c.r), c.code) << c.text;
         EXPECT_EQ(lianHaoText(c.code), QString::fromLatin1(c.text));
@@ -79,12 +76,9 @@ TEST(Metrics, RepeatAndDiagonalNumbers) {
 }
 
 TEST(ShapeTables, FiveAndSix) {
-    struct Case {
-        int m, g;
-        const char* text;
-    };
     // Five in one group and one in another: the table's slot holds 0.
     // clang-format off
+    struct Case { int m, g; const char* text; };
     const Case five[] = {
         {1, 6, "1,1,1,1,1,1"}, {2, 5, "2,1,1,1,1"}, {2, 4, "2,2,1,1"}, {2, 3, "2,2,2"}, {3, 4, "3,1,1,1"},
         {3, 3, "3,2,1"}, {3, 2, "3,3"}, {4, 3, "4,1,1"}, {4, 2, "4,2"}, {5, 1, "5,1"}, {5, 2, "1,1,1,1,1,1"},

@@ -60,14 +60,9 @@ TEST(RecordChecks, TicketsDrawsAndConditionValues) {
 
 TEST(DrawReaders, NumbersAreReadWholeAndNoRecordBorrowsFromTheNext) {
     Clock::setToday(QDate(2026, 11, 26));
-    struct Case {
-        const char* what;
-        QByteArray body;
-        QList<IssueNumber> kept;
-        int refused;
-    };
     const QByteArray head = "双色球 336\n";
     // clang-format off
+    struct Case { const char* what; QByteArray body; QList<IssueNumber> kept; int refused; };
     const Case cases[] = {
         {"red 99 and blue 18 are not folded", head + "2003001 2003/02/23 99 11 12 13 26 28 11\n2003002 2003/02/27 01 02 03 04 05 06 18\n", {}, 2},
         {"a short line does not take the next one's digits", head + "2003001 2003/02/23 10 11 12 13 26 11\n2003002 2003/02/27 01 02 03 04 05 06 07\n", {2003002}, 1},

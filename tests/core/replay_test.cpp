@@ -126,16 +126,13 @@ TEST(ReplayRandomPlayer, TierCountsAreThoseOfEveryTicketAgainstADraw) {
 // The random player is repeatable for a seed, and its mean return agrees with the exact expectation
 // within a small part of its band, for many tickets a draw and for few.
 TEST(ReplayRandomPlayer, IsRepeatableAndMeetsTheExactExpectation) {
-    struct Case {
-        int draws, tickets;
-    };
-    for (const Case c : {Case{60, 2000}, Case{30, 20}}) {
+    for (const auto& [draws, tickets] : {std::pair{60, 2000}, {30, 20}}) {
         ReplayResult r;
-        for (int i = 0; i < c.draws; ++i) {
+        for (int i = 0; i < draws; ++i) {
             ReplayDraw& d = r.draws.emplace_back();
-            d.tickets = c.tickets;
+            d.tickets = tickets;
             d.prize = kFixedPrize;
-            d.cost = qint64(c.tickets) * kTicketPrice;
+            d.cost = qint64(tickets) * kTicketPrice;
             r.cost += d.cost;
         }
         ReplayResult again = r, other = r;
@@ -148,7 +145,7 @@ TEST(ReplayRandomPlayer, IsRepeatableAndMeetsTheExactExpectation) {
         EXPECT_NEAR(r.expectedReturn, 8617950.0 / kAllTickets / kTicketPrice, 1e-12);
         EXPECT_TRUE(r.randomLow <= r.expectedReturn && r.expectedReturn <= r.randomHigh);
         // The mean of 200 players strays from the expectation by about a thirtieth of the band.
-        EXPECT_NEAR(r.randomMean, r.expectedReturn, (r.randomHigh - r.randomLow) / 8) << c.tickets;
+        EXPECT_NEAR(r.randomMean, r.expectedReturn, (r.randomHigh - r.randomLow) / 8) << tickets;
     }
 }
 

@@ -82,13 +82,9 @@ TEST_F(DialogBoxesTest, EachBoxHasItsTitleAndButtons) {
     clickCommand(kCmdInit);  // seven tickets of the next issue, which has no draw yet
     set_GuoLvTiaoJian(kShrinkTypeId, 6);
 
-    const struct {
-        const char* what;
-        std::function<void()> action;
-        QString title;
-        QStringList buttons;
-        int boxes = 1;
-    } cases[] = {
+    // clang-format off
+    const struct { const char* what; std::function<void()> action; QString title; QStringList buttons;
+                   int boxes = 1; } cases[] = {
         {"init again", [&] { clickCommand(kCmdInit); }, QStringLiteral("信息提示"), kYesNo, 2},
         {"filter", [&] { clickCommand(kCmdFilter); }, kCaption, kOkCancel},
         {"delete", [&] { clickCommand(kCmdDelete); }, kCaption, kOkCancel},
@@ -117,6 +113,7 @@ TEST_F(DialogBoxesTest, EachBoxHasItsTitleAndButtons) {
          [] { update_FromFile(QStringLiteral(DOVREX_SOURCE_DIR "/tests/data/text_list_asc.txt")); },
          QStringLiteral("下载记录"), kOk},
     };
+    // clang-format on
     for (const auto& c : cases) {
         watcher_.boxes.clear();
         c.action();

@@ -81,18 +81,14 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM ") +
                                       ScriptedScreen::oneLine(msg::kKeepOldTickets) +
                                       QStringLiteral(" | 信息提示 -> no")));
-    auto rows = tickets();
-    ASSERT_EQ(rows.size(), 4u);
-    EXPECT_EQ(rows[2].id, 3);
-    EXPECT_EQ(rows[2].serial, 1);  // 序号 starts again: it occurs twice
-    EXPECT_EQ(rows[3].serial, 2);
+    // ID and 序号: 序号 starts again, so it occurs twice.
+    EXPECT_EQ(queryLines(store(), QStringLiteral("select ID, 序号 from 日志表 order by ID")),
+              words("1|1 2|2 3|1 4|2"));
     EXPECT_EQ(ui().messages().last(), QStringLiteral("初始化选号完成!共 ４ 注！"));
-
     ui().answerConfirm(true);
     EXPECT_EQ(init_TouZhu(kIssue), 2);
-    rows = tickets();
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_EQ(rows[0].id, 5);  // behind the rows the answer deleted
+    // Behind the rows the answer deleted.
+    EXPECT_EQ(columnValues(store(), QStringLiteral("select ID from 日志表 order by ID")), (QList<int>{5, 6}));
 }
 
 // Stop in the middle of the step, whether the old tickets were to go or to stay: every row of the
@@ -156,10 +152,7 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     pickDrags(20, 1);
     for (const int kept : {kTicketLimit - 38760 + 1, kTicketLimit - 38760}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
-        store_Execute(
-            QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<?) "
-                           "INSERT INTO 日志表 (ID,序号,期号) SELECT i,i,? FROM n"),
-            {kept, kIssue});
+        addTickets(kIssue, kept);
         ui().clear();
         ui().answerConfirm(false);
         const bool fits = kept + 38760 <= kTicketLimit;

@@ -16,7 +16,7 @@ TEST(PickCount, CombinationsWithBankers) {
     for (const auto& c : cases) EXPECT_EQ(calc_ZuHeShu(c[0], c[1], c[2]), c[3]) << c[0] << " " << c[2];
 }
 
-TEST_F(PicksTest, CountsAndTipText) {
+TEST_F(PicksTest, CountsTipTextAndTheLimit) {
     pickDrags(10, 2);
     show_XuanHaoTongJi();
     EXPECT_EQ(picks().zhuShu, 420);
@@ -36,6 +36,15 @@ TEST_F(PicksTest, CountsAndTipText) {
     EXPECT_EQ(count_LanTuo(), 2);
     cmm_clsH_Click();
     EXPECT_EQ(count_LanTuo(), 0);
+    // The limit refuses the pick that would pass it.
+    set_GuoLvFanWei(1, 20, kPickDrag);  // 38760 sixes
+    cmm_C7_Click(101);
+    cmm_C7_Click(102);
+    EXPECT_EQ(picks().zhuShu, 77520);
+    cmm_C7_Click(103);  // 116280: refused
+    EXPECT_EQ(get_GuoLvTiaoJian(103), kPickNone);
+    EXPECT_EQ(picks().zhuShu, 77520);
+    EXPECT_EQ(ui().messages().last(), msg::kTicketLimit);
 }
 
 TEST_F(PicksTest, ClickTogglesAndAsksBeforeChangingKind) {
@@ -43,34 +52,31 @@ TEST_F(PicksTest, ClickTogglesAndAsksBeforeChangingKind) {
     EXPECT_EQ(get_GuoLvTiaoJian(5), kPickDrag);
     cmm_C7_Click(5);
     EXPECT_EQ(get_GuoLvTiaoJian(5), kPickNone);
-
     cmm_C7_Click(5);
     tabStrip_QiaQu_Click(2);
     ui().answerConfirm(false);
     cmm_C7_Click(5);
     EXPECT_EQ(get_GuoLvTiaoJian(5), kPickDrag);
-    EXPECT_TRUE(ui().lines().contains(
-        QStringLiteral("CONFIRM 号码：５之前已经被设为拖码，现在要把它改为胆码吗？ -> no")));
     ui().answerConfirm(true);
     cmm_C7_Click(5);
     EXPECT_EQ(get_GuoLvTiaoJian(5), kPickBanker);
-
     tabStrip_QiaQu_Click(1);
     ui().answerConfirm(true);
     cmm_C7_Click(5);
     EXPECT_EQ(get_GuoLvTiaoJian(5), kPickDrag);
-    EXPECT_TRUE(ui().lines().contains(
-        QStringLiteral("CONFIRM 号码：０５之前已经被设为胆码，现在要把它改为拖码吗？ -> yes")));
-
     // The blue question names the raw button index.
     tabStrip_HouQu_Click(2);
     cmm_C7_Click(105);
     tabStrip_HouQu_Click(1);
     ui().answerConfirm(false);
     cmm_C7_Click(105);
-    EXPECT_TRUE(ui().lines().contains(
-        QStringLiteral("CONFIRM 号码：１０５之前已经被设为胆码，现在要把它改为拖码吗？ -> no")));
     EXPECT_EQ(get_GuoLvTiaoJian(105), kPickBanker);
+    EXPECT_EQ(ui().linesStartingWith(QStringLiteral("CONFIRM")),
+              (QStringList{
+                  QStringLiteral("CONFIRM 号码：５之前已经被设为拖码，现在要把它改为胆码吗？ -> no"),
+                  QStringLiteral("CONFIRM 号码：５之前已经被设为拖码，现在要把它改为胆码吗？ -> yes"),
+                  QStringLiteral("CONFIRM 号码：０５之前已经被设为胆码，现在要把它改为拖码吗？ -> yes"),
+                  QStringLiteral("CONFIRM 号码：１０５之前已经被设为胆码，现在要把它改为拖码吗？ -> no")}));
 }
 
 TEST_F(PicksTest, FiveRedBankersAtMost) {
@@ -101,7 +107,6 @@ TEST_F(PicksTest, OneBlueBankerExcludesTheOthers) {
     EXPECT_EQ(count_LanTuo(), 0);
     EXPECT_EQ(count_LanDan(), 1);
     for (int n = 1; n <= kBlueCount; ++n) EXPECT_EQ(picks().blueEnabled[size_t(n)], n == 9) << n;
-
     // A restart finds the same buttons enabled.
     picks() = PickState{};
     load_XuanHaoZhuangTai();
@@ -111,7 +116,6 @@ TEST_F(PicksTest, OneBlueBankerExcludesTheOthers) {
     cmm_C7_Click(109);
     EXPECT_EQ(count_LanDan(), 0);
     for (int n = 1; n <= kBlueCount; ++n) EXPECT_TRUE(picks().blueEnabled[size_t(n)]) << n;
-
     // A drag turned into a banker clears the other blues too, and turned back frees the buttons.
     tabStrip_HouQu_Click(1);
     for (int n = 101; n <= 103; ++n) cmm_C7_Click(n);
@@ -125,17 +129,6 @@ TEST_F(PicksTest, OneBlueBankerExcludesTheOthers) {
     cmm_C7_Click(102);
     EXPECT_EQ(count_LanTuo(), 1);
     for (int n = 1; n <= kBlueCount; ++n) EXPECT_TRUE(picks().blueEnabled[size_t(n)]) << n;
-}
-
-TEST_F(PicksTest, TicketLimit) {
-    set_GuoLvFanWei(1, 20, kPickDrag);  // 38760 sixes
-    cmm_C7_Click(101);
-    cmm_C7_Click(102);
-    EXPECT_EQ(picks().zhuShu, 77520);
-    cmm_C7_Click(103);  // 116280: refused
-    EXPECT_EQ(get_GuoLvTiaoJian(103), kPickNone);
-    EXPECT_EQ(picks().zhuShu, 77520);
-    EXPECT_EQ(ui().messages().last(), msg::kTicketLimit);
 }
 
 TEST_F(PicksTest, UnlikelyNumberAsksFirst) {

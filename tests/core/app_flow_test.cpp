@@ -373,14 +373,11 @@ TEST_F(AppFlowTest, FullDiscsKeepTheOldPackAndAreToldAsSuch) {
 }
 
 TEST_F(AppFlowTest, ReadOnlyProgramFolderIsToldAsSuch) {
-    const QString root = QFileInfo(paths().programDir).absolutePath();
-    QFile::setPermissions(
-        root, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
-    QFile::setPermissions(paths().tempDir, QFile::ReadOther | QFile::WriteOther | QFile::ExeOther |
-                                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    QFile::setPermissions(QFileInfo(paths().programDir).absolutePath(), readable | QFile::WriteOwner);
+    QFile::setPermissions(paths().tempDir, readable | QFile::WriteOwner | QFile::WriteOther);
     QFile::setPermissions(paths().dataPack(), QFile::ReadOwner | QFile::ReadOther);
-    QFile::setPermissions(paths().programDir,
-                          QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(paths().programDir, readable);
     const int outcome = inChild([&] {
         // Permissions do not bind the super-user: run as nobody.
         if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) return 12;
@@ -396,7 +393,6 @@ class HistoryStatusTest : public FreshStoreTest {};
 // A stale history is offered a download at the first start of a day only: a player without a
 // network is not asked again at every start.
 TEST_F(HistoryStatusTest, DownloadOfferedOnceADay) {
-    QDir().mkpath(paths().programDir);
     for (const auto& [day, due] :
          {std::pair{QDate(2026, 1, 6), true}, {QDate(2026, 1, 6), false}, {QDate(2026, 1, 7), true}}) {
         Clock::setToday(day);
@@ -411,7 +407,6 @@ TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
     EXPECT_EQ(ui().lastStatus(1),
               QStringLiteral(" ◆◇◆→  历史记录： 不完整，请下载或手工添加开奖记录  ←◆◇◆  "));
     EXPECT_EQ(ui().lastStatus(3), msg::noDrawStatusText(QDate(2026, 1, 6)));
-
     // Last draw on Sunday 2026/01/04: the next is Tuesday 2026/01/06.
     addDraw(2026001, QStringLiteral("2026/01/04"), makeReds(1, 2, 3, 4, 5, 6));
     EXPECT_FALSE(history_Status());  // today is the draw day
@@ -424,7 +419,6 @@ TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
     EXPECT_TRUE(history_Status());
     EXPECT_EQ(ui().lastStatus(1), msg::historyMissingText(1));  // the draw of the 6th
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("STATUS 1")).size(), 4);
-
     // The last draw of a year (Tuesday 2025/12/30) is followed by the new year's first issue.
     addDraw(2025151, QStringLiteral("2025/12/30"), makeReds(1, 2, 3, 4, 5, 6));
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026001"));

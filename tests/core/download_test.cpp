@@ -202,7 +202,6 @@ TEST_F(DownloadTest, EveryKindOfFailureShowsTheMessageAndMovesToTheNextMirror) {
     EXPECT_LT(t.elapsed(), 5000);
     EXPECT_EQ(shared().g_MirrorIndex, 0) << "after three failures the first mirror again";
     EXPECT_GT(ui().pumpCount(), 0) << "the window is kept alive while waiting";
-
     // A byte every 50 ms never leaves the wait idle; the deadline of the whole request ends it.
     useMirrors(kListPath);
     server.setTrickle(50);
@@ -294,7 +293,6 @@ TEST_F(DownloadTest, TheOfficialNoticesArePagedStoredWithTheirPrizesAndWinOverSt
     EXPECT_EQ(intScalar(QStringLiteral("select 奖金 from 奖级奖金 where 期号=2026096 and 奖级=1")), 6821493);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 奖级奖金 where 奖金 is null")), 1);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 历史记录 where 和值 is null")), 0);
-
     // A second download asks from ten issues before the newest and corrects a mistyped draw unasked.
     db().execute(QStringLiteral("update 历史记录 set 蓝球=16 where 期号=2026097"));
     ui().clear();

@@ -37,7 +37,6 @@ TEST_F(FilterTest, RangeValuesOfQuotedTickets) {
     EXPECT_EQ(valueOf(u"filter_LianHao", makeReds(1, 2, 3, 10, 11, 20)), 5);  // "3+2"
     EXPECT_EQ(valueOf(u"filter_LianHao", makeReds(1, 2, 5, 6, 10, 11)), 3);   // "2+2+2"
     EXPECT_EQ(valueOf(u"filter_LianHao", makeReds(1, 3, 5, 7, 9, 11)), 0);
-
     // Span and largest gap read the numbers, not the ticket's order.
     const Reds shuffled = makeReds(26, 2, 17, 8, 13, 12);
     EXPECT_EQ(valueOf(u"filter_KuaDu", shuffled), 24);
@@ -101,7 +100,6 @@ TEST_F(FilterTest, ShapeKeysAndTheirQuirks) {
     EXPECT_EQ(valueOf(u"filter_JianJu9", makeReds(1, 2, 10, 11, 19, 28)), 8);
     EXPECT_EQ(valueOf(u"filter_JianJu11", kOneToSix), 0);
     EXPECT_EQ(valueOf(u"filter_JianJu12", makeReds(1, 13, 25, 2, 14, 3)), 5);  // "3,2,1"
-
     // Five reds in one step-7 group find no entry and are decided by "1,1,1,1,1,1".
     const Reds five = makeReds(1, 8, 15, 22, 29, 30);
     EXPECT_EQ(valueOf(u"filter_JianJu7", five), 0);
@@ -112,7 +110,6 @@ TEST_F(FilterTest, ShapeKeysAndTheirQuirks) {
     addTickets({five});
     allow(4020, 4020);
     EXPECT_EQ(runFilter(u"filter_JianJu7"), 1);
-
     // A head shape without a key (five groups, only a changed store has them) reads index 0.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 头4=1, 头3=0 WHERE 号码=33"));
     EXPECT_EQ(valueOf(u"filter_TouShuXingShi", makeReds(1, 10, 20, 30, 31, 33)), 0);  // (2, 5)
@@ -168,7 +165,6 @@ TEST_F(HistoryFilterTest, WarningsAndTheClosingLine) {
     run_GuoLv(kIssue);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
     EXPECT_TRUE(logEndsWith(u"全部条件过滤完成,余：１ 注\r\n\r\n【此结果仅适用于 ２００８１１８ 期！！！】"));
-
     // 历史数据过滤 alone does not say so.
     set_ShiYongQingKuang(7, 0);
     writeHistoryMatch({true, 2008110, 2008112, 6});
@@ -185,7 +181,6 @@ TEST_F(HistoryFilterTest, TemperatureCountsEarlierDrawsAndReadsStaleEntries) {
     for (int i = 0; i < 6; ++i)
         addDraw(2008101 + i, QStringLiteral("2008/09/0%1").arg(i + 1), makeReds(1, 2, 3, 4, 5, 6));
     EXPECT_EQ(valueOf(u"filter_WenDu5", kOneToSix), 2 * 3 + 3 + 1 + 2 * 6);
-
     // 温度值10 loads indices 0..29; a value of 30 or more reads what an earlier filter left.
     const Reds hot = makeReds(1, 2, 3, 4, 5, 6);
     EXPECT_EQ(valueOf(u"filter_WenDu10", hot), 2 * 3 + 3 + 1 + 6 * 6);
@@ -291,14 +286,12 @@ TEST_F(FilterTest, PositionToleranceCountsWrongPositions) {
     set_GuoLvTiaoJian(3901, 0);
     EXPECT_EQ(runFilter(u"filter_DingWei"), 1);
     EXPECT_EQ(redsLeft(), std::vector<Reds>{kOneToSix});
-
     // A tolerance as large as the positions on: said, and no pass.
     set_GuoLvTiaoJian(3901, 2);
     addTickets({makeReds(7, 8, 9, 10, 11, 12)}, 9);
     EXPECT_EQ(runFilter(u"filter_DingWei"), 0);
     EXPECT_TRUE(logEndsWith(u"\r\n\r\n[号码定位,容错值=２] <容错值太大无法过滤掉号码.>"));
     EXPECT_EQ(tickets(kIssue).size(), 2u);
-
     // A position on with no number allowed fails every ticket.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 第3位=0"));
     on(32);
@@ -320,7 +313,6 @@ TEST_F(FilterTest, ParityPatternsExcludeWhatTheyEqual) {
     set_GuoLvFanWei(5021, 5027, 2);
     EXPECT_EQ(runFilter(u"filter_DanShuang", 2), 0);
     EXPECT_TRUE(tickets(kIssue).empty());
-
     // The last draw's pattern, blue included, is written even while its slot is off.
     addDraw(2008117, QStringLiteral("2008/10/05"), makeReds(1, 3, 4, 6, 8, 9), 11);
     runFilter(u"filter_DanShuang", 0);
@@ -350,7 +342,6 @@ TEST_F(FilterTest, CommonGroupsFromArithmetic) {
     EXPECT_TRUE(makeGroupPreset(2, QStringLiteral("偶数号码")));
     EXPECT_EQ(membersOf(QStringLiteral("自定义组2")), numbersWhere([](int n) { return n % 2 == 0; }));
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("---")));
-
     // No draws: the draw items say so and change nothing.
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期旧码(复码)")));
     EXPECT_FALSE(makeGroupPreset(2, QStringLiteral("２００３００１期新码(中码)")));

@@ -153,7 +153,6 @@ TEST_F(FilterRunTest, StopInsideAFilterKeepsWhatWasDecided) {
                   QStringLiteral("\r\n\r\n[ 和 值 ]过滤正在进行中．．．\r\n\r\n用户中止,当前记录余：") +
                   wide(kept.size() + 320) + QStringLiteral(" 注"));
     EXPECT_EQ(shared().tingZhi, 0);
-
     // A second run starts over on what is left.
     run_GuoLv(kIssue);
     for (const auto& t : tickets()) EXPECT_EQ(sum(t.reds) % 2, 0);

@@ -58,7 +58,6 @@ TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
     // The second 7 never matches, so the formula stops there: 100 stays outside.
     for (const auto& t : tickets())
         EXPECT_EQ(t.formula, t.serial == 3 || t.serial == 7 ? t.serial : kOutsideFormula) << t.serial;
-
     // Nine or 21 drags: no formula, the column keeps its default.
     set_GuoLvFanWei(1, 33, kPickNone);
     pickDrags(9, 1);
@@ -136,7 +135,6 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(init_TouZhu(kIssue), 0);
     EXPECT_EQ(ui().messages(), QStringList{msg::kTicketLimit});
     EXPECT_EQ(tickets().size(), 1u);
-
     // A blue banker beside 15 blue drags: the banker is the only blue, as the count says.
     set_GuoLvFanWei(1, kRedCount, kPickNone);
     pickDrags(20, kBlueCount);
@@ -145,7 +143,6 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(init_TouZhu(kIssue), picks().zhuShu);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 蓝球<>2")), 0);
     EXPECT_EQ(tickets().size(), 38760u);
-
     // Rows kept at the question count towards the limit: exactly the limit is written, one more
     // is refused.
     set_GuoLvFanWei(101, 100 + kBlueCount, kPickNone);

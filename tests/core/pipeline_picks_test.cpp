@@ -25,7 +25,6 @@ TEST_F(PicksTest, CountsTipTextAndTheLimit) {
                              "已选蓝球个数： ２\r\n\r\n所选号码组合共： ４２０  注"));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET Text_ChoseNumberTip.text = ") +
                                       ScriptedScreen::oneLine(picks().tipText)));
-
     // The history display mode at ID 39 lies in the red range and counts with the reds.
     set_GuoLvTiaoJian(39, 1);
     EXPECT_EQ(count_HongTuo(), 11);
@@ -198,7 +197,6 @@ TEST_F(PicksTest, PickingInTheDistributionGrid) {
     EXPECT_EQ(cell(35), QStringLiteral("*"));
     EXPECT_EQ(get_GuoLvTiaoJian(102), kPickDrag);
     EXPECT_EQ(ui().messages().last(), msg::kGridBlueBanker);
-
     // Nor beside a drag picked here: a banker from the buttons becomes a drag too.
     store_Execute(QStringLiteral("UPDATE 号码分布 SET k35=NULL"));
     set_GuoLvTiaoJian(102, kPickNone);

@@ -220,7 +220,6 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_TRUE(
         logContains(u"[保六型]缩水后余：１ 注，２ 元；已是最少注数\r\n\r\n若开奖号码在过滤后的 1 注之中: "
                     "中7球 1 注 (100.0%)"));
-
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     load({row(1, a, 1), row(2, a, 2)});
     ui().clear();
@@ -229,11 +228,9 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_TRUE(logEndsWith(u"[保七型]缩水后余：２ 注，４ 元"));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].blue, 1);
-
     // Red 5 and blue 5 are different balls: five reds alike and blue 5 against red 5 is not six.
     load({row(1, a, 9), row(2, Reds{0, 1, 2, 3, 4, 6, 7}, 5)});
     EXPECT_EQ(run_SuoShui(6, kIssue), 2);
-
     // A negative mark is never compared, so it stays; the scan keeps no other.
     load({row(1, a, 1), row(2, a, 1, -1), row(3, b, 1)});
     shared().biaoJiQingLing = 1;
@@ -254,7 +251,6 @@ TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
     // The result line goes behind the log as it was before the weights were written.
     EXPECT_FALSE(logContains(u"号码权重设置完成！"));
     cmmQZfenpei_Click(5);
-
     // Without weights 序号 decides, and at T 5 the formula plays no part (FormulaInitTest keeps
     // the formula's tickets first at T 6).
     EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC"));
@@ -275,9 +271,7 @@ TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
     EXPECT_GT(after.size(), size_t(kept));
     EXPECT_LT(after.size(), 6006u);
     // Kept rows are marked, the rest not yet reached are unmarked, and 序号 keeps its gaps.
-    int marked = 0;
-    for (const Row& r : after) marked += r.shrinkMark == 6;
-    EXPECT_EQ(marked, kept);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水标记=6")), kept);
     EXPECT_NE(after.back().serial, int(after.size()));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TimerSuosuijinxingzong.enabled = false")));
     // The Stop stays raised, so the distribution report that follows a shrink is skipped.
@@ -371,7 +365,6 @@ TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
                                  .arg(to_QuanJiao(std::count_if(after.begin(), after.end(), [](const Row& r) {
                                      return r.reds[6] == 10;
                                  })))));
-
     // No type chosen: the command asks for one and removes nothing.
     set_GuoLvTiaoJian(kShrinkTypeId, 0);
     const size_t before = rows().size();

@@ -244,7 +244,6 @@ TEST_F(TicketFilesTest, ImportKeepsOrDeletesAndCountsOn) {
     EXPECT_EQ(all[15].reds, makeReds(9, 8, 7, 6, 5, 4));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM 表格中原有的数据要保留吗？ -> yes")));
     EXPECT_EQ(shared().biaoJiQingLing, 0);
-
     // No deletes every issue; layout 1 takes each line's issue and skips lines without one.
     in.daoRuGeShi = TicketImportOptions::kIssueAndNumbers;
     ui().answerFromFile(in);

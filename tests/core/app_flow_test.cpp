@@ -390,17 +390,7 @@ TEST_F(AppFlowTest, ReadOnlyProgramFolderIsToldAsSuch) {
 
 class HistoryStatusTest : public FreshStoreTest {};
 
-// A stale history is offered a download at the first start of a day only: a player without a
-// network is not asked again at every start.
-TEST_F(HistoryStatusTest, DownloadOfferedOnceADay) {
-    for (const auto& [day, due] :
-         {std::pair{QDate(2026, 1, 6), true}, {QDate(2026, 1, 6), false}, {QDate(2026, 1, 7), true}}) {
-        Clock::setToday(day);
-        EXPECT_EQ(downloadOfferDue(paths()), due) << day.toString().toStdString();
-    }
-}
-
-TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
+TEST_F(HistoryStatusTest, UpToDateStaleEmptyAndADownloadOfferedOnceADay) {
     // An empty history is stale; its next draw date comes from the fallback date.
     Clock::setToday(QDate(2026, 1, 6));
     EXPECT_TRUE(history_Status());
@@ -424,6 +414,13 @@ TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026001"));
     history_Status();
     EXPECT_TRUE(ui().lastStatus(3).contains(QStringLiteral("下期：2026001 期 2026/01/01 开奖")));
+    // A stale history is offered a download at the first start of a day only: a player without a
+    // network is not asked again at every start.
+    for (const auto& [day, due] :
+         {std::pair{QDate(2026, 1, 6), true}, {QDate(2026, 1, 6), false}, {QDate(2026, 1, 7), true}}) {
+        Clock::setToday(day);
+        EXPECT_EQ(downloadOfferDue(paths()), due) << day.toString().toStdString();
+    }
 }
 
 }  // namespace

@@ -116,7 +116,6 @@ TEST_F(FilterRunTest, LoadingNamesTheIssueAndALongLogIsReplaced) {
     run_GuoLv(kIssue);
     EXPECT_EQ(shared().operationLog, QStringLiteral("x\r\n\r\n表格中无[２００８１１８]期数据．"));
     EXPECT_TRUE(ui().lines().filter(QStringLiteral("GRID")).isEmpty());
-
     expand();
     shared().operationLog = QString(31, u'x');
     run_GuoLv(kIssue);
@@ -251,7 +250,6 @@ TEST_F(FilterRunTest, StopWhileLoadingRunsNoFilter) {
 TEST_F(FilterRunTest, EveryFilterIsProvidedAndAMissingOneIsNamed) {
     for (const FilterStep& step : filterSteps())
         for (const FilterDef& def : step.filters) EXPECT_TRUE(def.provided()) << def.label.toStdString();
-
     expand();
     FilterDef missing;
     missing.label = QStringLiteral("[测试]");

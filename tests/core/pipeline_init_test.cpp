@@ -74,7 +74,6 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
     EXPECT_EQ(init_TouZhu(kIssue), 2);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 期号=2008117")), 0);
     EXPECT_EQ(tickets().front().id, 1);  // other issues go before the running key is read
-
     ui().answerConfirm(false);
     EXPECT_EQ(init_TouZhu(kIssue), 4);
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM ") +

@@ -83,11 +83,9 @@ TEST_F(PicksTest, FiveRedBankersAtMost) {
     for (int n = 1; n <= 5; ++n) cmm_C7_Click(n);
     EXPECT_EQ(count_HongDan(), 5);
     EXPECT_TRUE(ui().messages().filter(QStringLiteral("最多")).isEmpty());
-
     cmm_C7_Click(6);  // was none: back to none
     EXPECT_EQ(get_GuoLvTiaoJian(6), kPickNone);
     EXPECT_EQ(ui().messages().last(), msg::kRedBankerLimit);
-
     tabStrip_QiaQu_Click(1);
     cmm_C7_Click(7);
     tabStrip_QiaQu_Click(2);

@@ -289,13 +289,11 @@ TEST_F(DialectTest, KeptStatementsFollowTheTable) {
     auto c = db().query(all);
     EXPECT_EQ(c->fieldCount(), 5);
     EXPECT_EQ(c->intValue(QStringLiteral("extra")), 7);
-
     db().execute(QStringLiteral("DROP TABLE t"));
     EXPECT_THROW(db().query(all), StoreError);
     db().execute(QStringLiteral("CREATE TABLE t (id INTEGER, a INTEGER)"));
     db().execute(QStringLiteral("INSERT INTO t (id, a) VALUES (3, 0), (2, 0)"));
     EXPECT_EQ(ids(all), (QList<int>{2, 3}));
-
     for (int i = 0; i < 600; ++i)  // texts that paste their values fill the cache many times over
         EXPECT_EQ(db().scalar(QStringLiteral("select %1 + id from t where id=2").arg(i)).toInt(), i + 2);
     EXPECT_EQ(ids(all), (QList<int>{2, 3}));

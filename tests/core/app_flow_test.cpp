@@ -61,11 +61,8 @@ class AppFlowTest : public ProgramFolderTest {
     void mark(int value) {
         store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=1000"), {value});
     }
-    int markIn(const QString& storeFile) {
-        return Store::open(storeFile)
-            ->scalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000"))
-            .toInt();
-    }
+    const QString markQuery = QStringLiteral("select VALUE from 过滤条件 where ID=1000");
+    int markIn(const QString& storeFile) { return Store::open(storeFile)->scalar(markQuery).toInt(); }
     // Starts, sets the mark, and leaves cleanly.
     void runOnce(int value) {
         AppFlow flow(paths());
@@ -73,7 +70,7 @@ class AppFlowTest : public ProgramFolderTest {
         mark(value);
         ASSERT_TRUE(flow.saveAndClose());
     }
-    static int markNow() { return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")); }
+    int markNow() { return intScalar(markQuery); }
     int markAfterStart() {
         AppFlow flow(paths());
         EXPECT_EQ(flow.start(), StartOutcome::Ready);
@@ -289,8 +286,7 @@ TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
 
 TEST_F(AppFlowTest, WorkingCopyFolderFollowsTheProgramFolder) {
     const QString a = tempPath(QStringLiteral("a")), b = tempPath(QStringLiteral("b"));
-    QDir().mkpath(a);
-    QDir().mkpath(b);
+    ASSERT_TRUE(QDir().mkpath(a) && QDir().mkpath(b));
     QFile::link(a, tempPath(QStringLiteral("link to a")));
     EXPECT_NE(AppPaths::tempDirFor(a), AppPaths::tempDirFor(b));
     EXPECT_EQ(AppPaths::tempDirFor(a), AppPaths::tempDirFor(tempPath(QStringLiteral("link to a"))));

@@ -118,14 +118,6 @@ TEST_F(InitTest, StopTakesTheWholeStepBack) {
     }
 }
 
-TEST_F(InitTest, NothingToExpand) {
-    shared().biaoJiQingLing = 1;
-    pickDrags(5, 1);
-    EXPECT_EQ(init_TouZhu(kIssue), 0);
-    EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
-    EXPECT_EQ(shared().biaoJiQingLing, 0);
-}
-
 TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     store_Execute(QStringLiteral("INSERT INTO 日志表 (ID, 期号, 序号) VALUES (1, 2008117, 1)"));
     // Rows no click would leave: every number picked (17,721,088 tickets). Refused before any
@@ -170,7 +162,13 @@ TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
 
 using CommandsTest = InitTest;
 
-TEST_F(CommandsTest, EmptyGridRefusesTheLaterSteps) {
+TEST_F(CommandsTest, NothingToExpandAndAnEmptyGridRefuseTheSteps) {
+    shared().biaoJiQingLing = 1;
+    pickDrags(5, 1);
+    EXPECT_EQ(init_TouZhu(kIssue), 0);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
+    EXPECT_EQ(shared().biaoJiQingLing, 0);
+    ui().clear();
     for (int index : {kCmdFilter, kCmdSelect, kCmdPrizeCheck}) cmmTouZhu_Click(index);
     EXPECT_EQ(ui().messages(), QStringList(3, msg::kNoTickets));
     EXPECT_EQ(ui().lines().filter(QStringLiteral("SET Pic_subTouZhu.enabled = false")).size(), 3);

@@ -281,7 +281,7 @@ TEST_F(FreshStoreTest, TransactionCommitsWhenThePassThrows) {
 
 // Statements are kept prepared between runs: a kept one reads a table as it is now, after a column
 // was added or the table made anew, and the bounded cache goes on answering past its size.
-TEST_F(DialectTest, KeptStatementsFollowTheTable) {
+TEST_F(DialectTest, KeptStatementsFollowTheTableAndClearTableEmptiesIt) {
     rows({{1, 10, 0}});
     const QString all = QStringLiteral("select * from t order by id");
     EXPECT_EQ(db().query(all)->fieldCount(), 4);
@@ -297,9 +297,6 @@ TEST_F(DialectTest, KeptStatementsFollowTheTable) {
     for (int i = 0; i < 600; ++i)  // texts that paste their values fill the cache many times over
         EXPECT_EQ(db().scalar(QStringLiteral("select %1 + id from t where id=2").arg(i)).toInt(), i + 2);
     EXPECT_EQ(ids(all), (QList<int>{2, 3}));
-}
-
-TEST_F(FreshStoreTest, ClearTableEmptiesIt) {
     db().clearTable(QStringLiteral("BallColor"));
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from BallColor")), 0);
     EXPECT_THROW(db().clearTable(QStringLiteral("NoSuchTable")), StoreError);

@@ -265,20 +265,20 @@ TEST_F(TicketFilesTest, ImportDialogRefusalsAndCancel) {
 }
 
 TEST_F(TicketFilesTest, BadFilesImportNothingWrong) {
-    std::vector<QByteArray> files;
-    files.push_back(QByteArray());
     QByteArray binary;
     for (unsigned i = 0; i < 300000; ++i) binary += char((i * 7919u + i / 13) % 256);
-    files.push_back(binary);
-    files.push_back(QByteArray(4 << 20, '1'));                           // one huge line of digits
-    files.push_back(QByteArray(3 << 20, ' ') + "01 02 03 04 05 06 07");  // huge, but one good ticket
-    files.push_back("01 02 03 04 05 06 07\r" + QByteArray(1 << 20, ',') + "\r08 09 10 11 12 13 14\r");
-    files.push_back("\xFF\xFE\x00\xD8 01 02 03 04 05 06 07");  // UTF-16 with a lone surrogate
-    files.push_back(
-        "01 02 03 04 05 06 0\x00"
-        "7\n34 02 03 04 05 06 07\n01 02 03 04 05 06 17\n-1 02 03 04 05 06 07");
+    // The literals keep their NUL bytes: a plain char pointer would end the file there.
+    const QByteArray files[] = {
+        QByteArray(),
+        binary,
+        QByteArray(4 << 20, '1'),                           // one huge line of digits
+        QByteArray(3 << 20, ' ') + "01 02 03 04 05 06 07",  // huge, but one good ticket
+        "01 02 03 04 05 06 07\r" + QByteArray(1 << 20, ',') + "\r08 09 10 11 12 13 14\r",
+        QByteArrayLiteral("\xFF\xFE\x00\xD8 01 02 03 04 05 06 07"),  // UTF-16 with a lone surrogate
+        QByteArrayLiteral("01 02 03 04 05 06 0\x00"
+                          "7\n34 02 03 04 05 06 07\n01 02 03 04 05 06 17\n-1 02 03 04 05 06 07")};
     int total = 0;
-    for (size_t i = 0; i < files.size(); ++i) {
+    for (size_t i = 0; i < std::size(files); ++i) {
         SCOPED_TRACE(i);
         const QString file = tempFile(QStringLiteral("bad%1.txt").arg(i), files[i]);
         ui().answerFromFile(TicketImportOptions{int(i % 3), QStringLiteral("2008118")});

@@ -93,7 +93,11 @@ TEST_F(FilterRunTest, LoaderIndexing) {
     EXPECT_EQ(slice(9, 11), (QList<int>{0, 2, -7}));
 }
 
-TEST_F(FilterRunTest, NoSwitchOnClearsTheMarksAndKeepsEverything) {
+TEST_F(FilterRunTest, NoSwitchOnClearsTheMarksKeepsEverythingAndTheLoadingNamesTheIssue) {
+    shared().operationLog = QStringLiteral("x");
+    run_GuoLv(kIssue);
+    EXPECT_EQ(shared().operationLog, QStringLiteral("x\r\n\r\n表格中无[２００８１１８]期数据．"));
+    EXPECT_TRUE(ui().lines().filter(QStringLiteral("GRID")).isEmpty());
     expand();
     store_Execute(
         QStringLiteral("UPDATE 日志表 SET 过滤标记=1, 缩水标记=2, 精选标记=999, 临时数据=5 WHERE 序号<=10"));
@@ -109,14 +113,7 @@ TEST_F(FilterRunTest, NoSwitchOnClearsTheMarksAndKeepsEverything) {
     EXPECT_EQ(shared().biaoJiQingLing, 1);
     EXPECT_EQ(ui().lines().filter(QStringLiteral("GRID TDBGrid_RZ 420 rows")).size(), 1);
     EXPECT_EQ(ui().lines().last(), QStringLiteral("SET mnu_UserQiehuan.enabled = true"));
-}
-
-TEST_F(FilterRunTest, LoadingNamesTheIssueAndALongLogIsReplaced) {
-    shared().operationLog = QStringLiteral("x");
-    run_GuoLv(kIssue);
-    EXPECT_EQ(shared().operationLog, QStringLiteral("x\r\n\r\n表格中无[２００８１１８]期数据．"));
-    EXPECT_TRUE(ui().lines().filter(QStringLiteral("GRID")).isEmpty());
-    expand();
+    // A long log is replaced at the loading.
     shared().operationLog = QString(31, u'x');
     run_GuoLv(kIssue);
     EXPECT_EQ(shared().operationLog, kLoading + QStringLiteral("\r\n\r\n全部条件过滤完成,余：４２０ 注"));

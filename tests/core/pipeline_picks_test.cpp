@@ -171,9 +171,7 @@ TEST_F(PicksTest, PickingInTheDistributionGrid) {
     const IssueNumber next = next_QiHao(Clock::today());
     store_Execute(QStringLiteral("INSERT INTO 号码分布 (期号) VALUES (?)"), {next});
     auto cell = [&](int column) {
-        return scalar(QStringLiteral("select k%1 from 号码分布 where 期号=?")
-                          .arg(column, 2, 10, QLatin1Char('0')),
-                      {next})
+        return scalar(QString::asprintf("select k%02d from 号码分布 where 期号=?", column), {next})
             .toString();
     };
     EXPECT_FALSE(tdbGrid_FenBu_MouseDown(next - 1, 5, true));

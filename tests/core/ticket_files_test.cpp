@@ -64,22 +64,22 @@ Parsed parse(const QString& line, int layout) {
     p.ok = import_ParseLine(line, layout, p.t);
     return p;
 }
+// The reds of a line the layout reads, none when it does not.
+Reds redsRead(const QString& line, int layout = 0) {
+    const Parsed p = parse(line, layout);
+    return p.ok ? p.t.reds : Reds{};
+}
 
 // Lines shaped as the export writes them are read back in ExportThenImportGivesTheSameTickets.
-TEST(ImportLine, ExamplesOfEachLayout) {
+TEST(ImportLine, ExamplesOfEachLayoutRangesLengthsAndSeparators) {
     EXPECT_EQ(parse(QStringLiteral("01 02 03 04 05 06+07"), 0).t.issue, 0);
     EXPECT_FALSE(parse(QStringLiteral("200811 01 02 03 04 05 06 07"), 1).ok);  // no 7-digit run
     EXPECT_FALSE(parse(QStringLiteral("0000000 01 02 03 04 05 06 07"), 1).ok);
     // The serial field is dropped whatever the separators behind it.
-    auto p = parse(QStringLiteral("77520   01-02-03-04-05-06-07"), 2);
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.t.reds, kReds);
+    EXPECT_EQ(redsRead(QStringLiteral("77520   01-02-03-04-05-06-07"), 2), kReds);
     // The export with every switch and "," keeps its issue behind a comma: no layout reads it.
     for (int layout = 0; layout <= 2; ++layout)
         EXPECT_FALSE(parse(QStringLiteral("1,,,,,,,2008118,01,02,03,04,05,06+07"), layout).ok) << layout;
-}
-
-TEST(ImportLine, RangesLengthsAndSeparators) {
     // Thirteen characters of valid numbers are too short; blanks around do not count. Letters
     // between numbers are skipped up to the next digit; a missing seventh number rejects. Tabs are
     // no separators; a number far out of range reads as its value.
@@ -94,13 +94,9 @@ TEST(ImportLine, RangesLengthsAndSeparators) {
     for (const auto& [line, ok] : cases)
         EXPECT_EQ(parse(QString::fromUtf16(line), 0).ok, ok) << QString::fromUtf16(line).toStdString();
     // Full-width comma, ideographic space, minus and plus are separators; order and repeats stay.
-    auto p = parse(QStringLiteral("06，05　04-03+02 01 16"), 0);
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.t.reds, makeReds(6, 5, 4, 3, 2, 1));
+    EXPECT_EQ(redsRead(QStringLiteral("06，05　04-03+02 01 16")), makeReds(6, 5, 4, 3, 2, 1));
     // An exponent reads as its value.
-    p = parse(QStringLiteral("1e1,02,03,04,05,06,07"), 0);
-    ASSERT_TRUE(p.ok);
-    EXPECT_EQ(p.t.reds[1], 10);
+    EXPECT_EQ(redsRead(QStringLiteral("1e1,02,03,04,05,06,07")), makeReds(10, 2, 3, 4, 5, 6));
 }
 
 QStringList readLines(const QByteArray& bytes) {

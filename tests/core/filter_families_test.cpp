@@ -30,7 +30,7 @@ QList<int> numbersWhere(const std::function<bool(int)>& keep) {
 
 // --- range filters ---
 
-TEST_F(FilterTest, RangeValuesOfQuotedTickets) {
+TEST_F(FilterTest, RangeValuesAndCountsOfQuotedTickets) {
     EXPECT_EQ(valueOf(u"filter_KuaDu", kOneToSix), 5);
     EXPECT_EQ(valueOf(u"filter_JianJuMax", kOneToSix), 1);
     EXPECT_EQ(valueOf(u"filter_LianHao", kOneToSix), 10);
@@ -42,9 +42,6 @@ TEST_F(FilterTest, RangeValuesOfQuotedTickets) {
     const Reds shuffled = makeReds(26, 2, 17, 8, 13, 12);
     EXPECT_EQ(valueOf(u"filter_KuaDu", shuffled), 24);
     EXPECT_EQ(valueOf(u"filter_JianJuMax", shuffled), 9);
-}
-
-TEST_F(FilterTest, CountsAndTheirComplements) {
     // A store whose 低尾码 is not the complement of 高尾码: the low-tail count ignores it.
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 低尾码=0"));
     const Reds r = makeReds(1, 5, 17, 20, 26, 33);
@@ -60,7 +57,7 @@ TEST_F(FilterTest, CountsAndTheirComplements) {
     EXPECT_EQ(valueOf(u"filter_XiaoShuGeShu", r), 1);
 }
 
-TEST_F(FilterTest, IntervalsOverlapOrStayEmpty) {
+TEST_F(FilterTest, IntervalsOverlapOrStayEmptyAndCustomGroupsCountAndStop) {
     store_Execute(QStringLiteral("UPDATE 号码特性 SET 区间1=(号码<=20), 区间2=(号码>=10), 区间3=0"));
     EXPECT_EQ(valueOf(u"filter_QuJian", kOneToSix, kIssue, 1), 6);
     EXPECT_EQ(valueOf(u"filter_QuJian", kOneToSix, kIssue, 2), 0);
@@ -73,9 +70,7 @@ TEST_F(FilterTest, IntervalsOverlapOrStayEmpty) {
     allow(3721, 3726);
     EXPECT_EQ(runFilter(u"filter_QuJian", 3), 0);
     EXPECT_TRUE(tickets(kIssue).empty());
-}
-
-TEST_F(FilterTest, CustomGroupCountsAndStop) {
+    // A custom group counts its members; a Stop returns at once.
     addTickets({kOneToSix, makeReds(3, 6, 9, 12, 15, 18)});
     EXPECT_TRUE(makeGroupPreset(12, QStringLiteral("除3余0(0路)")));
     EXPECT_EQ(valueOf(u"filter_ZiDingYiZu", kOneToSix, kIssue, 12), 2);

@@ -144,7 +144,7 @@ TEST_F(DialectTest, BracketsIndexQuotesAndNumbersBeforeKeywords) {
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 号码特性 where 区间1=1and 区间2=0")), 8);
 }
 
-TEST_F(DialectTest, CursorMovesAndCounts) {
+TEST_F(DialectTest, CursorMovesCountsAndReadsColumnsByNameOrPosition) {
     rows({{1, 10, 0}, {2, 20, 0}, {3, 30, 0}});
     auto c = db().query(QStringLiteral("select id, a from t order by id"));
     EXPECT_EQ(c->recordCount(), 3);  // known before any move
@@ -173,11 +173,9 @@ TEST_F(DialectTest, CursorMovesAndCounts) {
     EXPECT_TRUE(empty->bof());
     empty->moveLast();
     EXPECT_TRUE(empty->eof());
-}
-
-TEST_F(FreshStoreTest, CursorReadsColumnsByNameAnyCaseAndByPosition) {
+    // Columns by name in any case and by position; hidden columns stay hidden.
     db().execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=7 WHERE ID=1000"));
-    auto c = db().query(QStringLiteral("select * from 过滤条件 where ID=1000"));
+    c = db().query(QStringLiteral("select * from 过滤条件 where ID=1000"));
     for (const char* name : {"Value", "VALUE", "value"}) EXPECT_EQ(c->intValue(QString::fromLatin1(name)), 7);
     EXPECT_EQ(c->intValue(1), 7);
     EXPECT_EQ(c->fieldCount(), 2);  // hidden columns stay hidden

@@ -35,21 +35,7 @@ TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
     EXPECT_EQ(ui().pumpCount(), 420);
 }
 
-TEST_F(InitTest, BankersAreInEveryTicketAndTurnTheFormulaOff) {
-    set_GuoLvFanWei(1, 2, kPickBanker);
-    set_GuoLvFanWei(3, 8, kPickDrag);
-    set_GuoLvTiaoJian(101, kPickDrag);
-    EXPECT_EQ(init_TouZhu(kIssue), 15);
-    for (const auto& t : tickets())
-        EXPECT_TRUE(t.reds[1] == 1 && t.reds[2] == 2 && t.formula == 0) << t.serial;
-    // Eleven drags with a banker: still no formula.
-    set_GuoLvTiaoJian(1, kPickBanker);
-    set_GuoLvFanWei(2, 12, kPickDrag);
-    init_TouZhu(kIssue);
-    for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
-}
-
-TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
+TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumberAndBankersTurnItOff) {
     for (int x : {3, 7, 7, 100})
         store_Execute(QStringLiteral("INSERT INTO Ssgs (Haomagesu, Xuhao) VALUES (11, ?)"), {x});
     store_Execute(QStringLiteral("INSERT INTO Ssgs (Haomagesu, Xuhao) VALUES (12, 1)"));
@@ -58,6 +44,18 @@ TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
     // The second 7 never matches, so the formula stops there: 100 stays outside.
     for (const auto& t : tickets())
         EXPECT_EQ(t.formula, t.serial == 3 || t.serial == 7 ? t.serial : kOutsideFormula) << t.serial;
+    // Bankers are in every ticket and turn the formula off.
+    set_GuoLvFanWei(1, 33, kPickNone);
+    set_GuoLvFanWei(1, 2, kPickBanker);
+    set_GuoLvFanWei(3, 8, kPickDrag);
+    EXPECT_EQ(init_TouZhu(kIssue), 15);
+    for (const auto& t : tickets())
+        EXPECT_TRUE(t.reds[1] == 1 && t.reds[2] == 2 && t.formula == 0) << t.serial;
+    // Eleven drags with a banker: still no formula.
+    set_GuoLvTiaoJian(1, kPickBanker);
+    set_GuoLvFanWei(2, 12, kPickDrag);
+    init_TouZhu(kIssue);
+    for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
     // Nine or 21 drags: no formula, the column keeps its default.
     set_GuoLvFanWei(1, 33, kPickNone);
     pickDrags(9, 1);

@@ -148,8 +148,12 @@ class TicketFilesTest : public PipelineTest {
     }
 };
 
-TEST_F(TicketFilesTest, ExportWritesFileClipboardAndBlankLineAfterEachFifth) {
+TEST_F(TicketFilesTest, ExportWritesFileAndClipboardUnlessCancelledOrEmpty) {
+    tempFile(QStringLiteral("program/") + kDaoChuFileName, "old");
     addSample();
+    ui().answerToFile(std::nullopt);
+    EXPECT_EQ(export_HaoMa(kIssue), -1);
+    EXPECT_EQ(fileBytes(exportPath()), QByteArray("old"));
     load_TouZhuBiao(kIssue);
     ui().answerToFile(exportOptions("0011", QStringLiteral(" "), QStringLiteral("+")));
     EXPECT_EQ(export_HaoMa(get_BiaoGeQiHao()), 7);
@@ -163,17 +167,8 @@ TEST_F(TicketFilesTest, ExportWritesFileClipboardAndBlankLineAfterEachFifth) {
     EXPECT_TRUE(shared().operationLog.endsWith(msg::exportLogged(exportPath())));
     // The next export opens on these choices.
     EXPECT_TRUE(export_LastOptions().daoChuXuanXiang[3]);
-}
-
-TEST_F(TicketFilesTest, ExportCancelledOrEmpty) {
-    tempFile(QStringLiteral("program/") + kDaoChuFileName, "old");
-    addSample();
-    ui().answerToFile(std::nullopt);
-    EXPECT_EQ(export_HaoMa(kIssue), -1);
-    EXPECT_EQ(fileBytes(exportPath()), QByteArray("old"));
     // No ticket of that issue: an empty file, nothing copied; the command says so.
     ui().clear();
-    load_TouZhuBiao(kIssue);
     store_Execute(QStringLiteral("DELETE FROM 日志表"));
     cmmTouZhu_Click(kCmdExport);
     EXPECT_TRUE(fileBytes(exportPath()).isEmpty());

@@ -212,14 +212,12 @@ TEST_F(HistoryFilterTest, BothEndsOfTheRangeCountAndRedThirtyThreeToo) {
         {2008117, 2008200, 6, makeReds(8, 9, 10, 11, 12, 13), false},    // the issue's own draw
     };
     // clang-format on
-    FilterPass pass;
-    pass.issue = kIssue;
+    FilterPass pass{kIssue};
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message()
                      << c.low << ".." << c.high << " at " << c.match << ", ticket from " << c.ticket[1]);
         writeHistoryMatch({true, c.low, c.high, c.match});
-        TicketBalls b;
-        b.reds = c.ticket;
+        const TicketBalls b{c.ticket};
         for (bool cached : {false, true}) {
             std::optional<HistoryDrawCache> cache;
             if (cached) cache.emplace();

@@ -210,8 +210,7 @@ TEST_F(ShrinkTest, BulkDeleteAndRenumberMatchTheRowByRowWriteBack) {
 }
 
 TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
-    const Reds a{0, 1, 2, 3, 4, 5, 6};
-    const Reds b{0, 1, 2, 3, 4, 5, 7};
+    const Reds a{0, 1, 2, 3, 4, 5, 6}, b{0, 1, 2, 3, 4, 5, 7};
     // One ticket: kept, 序号 1.
     load({row(5, a, 1)});
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
@@ -241,8 +240,7 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
 }
 
 TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
-    const Reds low{0, 1, 2, 3, 4, 5, 6};
-    const Reds high{0, 1, 2, 3, 4, 5, 33};
+    const Reds low{0, 1, 2, 3, 4, 5, 6}, high{0, 1, 2, 3, 4, 5, 33};
     load({row(1, low, 1), row(2, high, 1)});
     // With weights the heavier ticket goes first and wins.
     cmmQZfenpei_Click(0);

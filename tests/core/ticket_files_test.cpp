@@ -204,10 +204,7 @@ TEST_F(TicketFilesTest, ExportThenImportGivesTheSameTickets) {
                      c.red.toStdString());
         ui().answerToFile(exportOptions(c.switches, c.red, c.blue));
         ASSERT_EQ(export_HaoMa(kIssue), 7);
-        TicketImportOptions in;
-        in.daoRuGeShi = c.layout;
-        in.daoRuQiHao = QString::number(kIssue);
-        ui().answerFromFile(in);
+        ui().answerFromFile(TicketImportOptions{c.layout, QString::number(kIssue)});
         ui().answerConfirm(false);  // drop what the table holds
         EXPECT_EQ(import_HaoMa(exportPath()), 7);
         EXPECT_EQ(rowsFrom(0), before);

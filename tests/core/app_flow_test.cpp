@@ -148,8 +148,7 @@ TEST_F(AppFlowTest, UnloadAsksFirst) {
 TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
     // What a crashed run left in the temporary folder.
     QFile::copy(seedStore(), paths().workStore());
-    const QByteArray work = fileBytes(paths().workStore());
-    const QByteArray pack = fileBytes(paths().dataPack());
+    const QByteArray work = fileBytes(paths().workStore()), pack = fileBytes(paths().dataPack());
     const QList<QByteArray> bad{pack.left(pack.size() / 2),
                                 QByteArray("\x10\0\0\0\x10\0\0\0not a store at all", 26), damagedPack()};
     for (const QByteArray& bytes : bad) {
@@ -176,8 +175,7 @@ TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
 TEST_F(AppFlowTest, SoundBakIsOfferedWhenThePackIsDamaged) {
     runOnce(7);
     runOnce(8);  // Bak holds 7
-    const QByteArray bak = fileBytes(paths().bakPack());
-    const QByteArray damaged = damagedPack();
+    const QByteArray bak = fileBytes(paths().bakPack()), damaged = damagedPack();
     writeFile(paths().dataPack(), damaged);
     const QByteArray work = fileBytes(paths().workStore());
     {

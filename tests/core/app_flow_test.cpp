@@ -61,11 +61,8 @@ class AppFlowTest : public ProgramFolderTest {
     void mark(int value) {
         store_Execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=? WHERE ID=1000"), {value});
     }
-    int markIn(const QString& storeFile) {
-        return Store::open(storeFile)
-            ->scalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000"))
-            .toInt();
-    }
+    const QString markQuery = QStringLiteral("select VALUE from 过滤条件 where ID=1000");
+    int markIn(const QString& storeFile) { return Store::open(storeFile)->scalar(markQuery).toInt(); }
     // Starts, sets the mark, and leaves cleanly.
     void runOnce(int value) {
         AppFlow flow(paths());
@@ -73,7 +70,7 @@ class AppFlowTest : public ProgramFolderTest {
         mark(value);
         ASSERT_TRUE(flow.saveAndClose());
     }
-    static int markNow() { return intScalar(QStringLiteral("select VALUE from 过滤条件 where ID=1000")); }
+    int markNow() { return intScalar(markQuery); }
     int markAfterStart() {
         AppFlow flow(paths());
         EXPECT_EQ(flow.start(), StartOutcome::Ready);
@@ -151,8 +148,7 @@ TEST_F(AppFlowTest, UnloadAsksFirst) {
 TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
     // What a crashed run left in the temporary folder.
     QFile::copy(seedStore(), paths().workStore());
-    const QByteArray work = fileBytes(paths().workStore());
-    const QByteArray pack = fileBytes(paths().dataPack());
+    const QByteArray work = fileBytes(paths().workStore()), pack = fileBytes(paths().dataPack());
     const QList<QByteArray> bad{pack.left(pack.size() / 2),
                                 QByteArray("\x10\0\0\0\x10\0\0\0not a store at all", 26), damagedPack()};
     for (const QByteArray& bytes : bad) {
@@ -179,8 +175,7 @@ TEST_F(AppFlowTest, UnreadablePackStopsTheStartAndTouchesNothing) {
 TEST_F(AppFlowTest, SoundBakIsOfferedWhenThePackIsDamaged) {
     runOnce(7);
     runOnce(8);  // Bak holds 7
-    const QByteArray bak = fileBytes(paths().bakPack());
-    const QByteArray damaged = damagedPack();
+    const QByteArray bak = fileBytes(paths().bakPack()), damaged = damagedPack();
     writeFile(paths().dataPack(), damaged);
     const QByteArray work = fileBytes(paths().workStore());
     {
@@ -289,8 +284,7 @@ TEST_F(AppFlowTest, SecondInstanceIsRefusedBeforeUnpacking) {
 
 TEST_F(AppFlowTest, WorkingCopyFolderFollowsTheProgramFolder) {
     const QString a = tempPath(QStringLiteral("a")), b = tempPath(QStringLiteral("b"));
-    QDir().mkpath(a);
-    QDir().mkpath(b);
+    ASSERT_TRUE(QDir().mkpath(a) && QDir().mkpath(b));
     QFile::link(a, tempPath(QStringLiteral("link to a")));
     EXPECT_NE(AppPaths::tempDirFor(a), AppPaths::tempDirFor(b));
     EXPECT_EQ(AppPaths::tempDirFor(a), AppPaths::tempDirFor(tempPath(QStringLiteral("link to a"))));
@@ -373,14 +367,11 @@ TEST_F(AppFlowTest, FullDiscsKeepTheOldPackAndAreToldAsSuch) {
 }
 
 TEST_F(AppFlowTest, ReadOnlyProgramFolderIsToldAsSuch) {
-    const QString root = QFileInfo(paths().programDir).absolutePath();
-    QFile::setPermissions(
-        root, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
-    QFile::setPermissions(paths().tempDir, QFile::ReadOther | QFile::WriteOther | QFile::ExeOther |
-                                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    QFile::setPermissions(QFileInfo(paths().programDir).absolutePath(), readable | QFile::WriteOwner);
+    QFile::setPermissions(paths().tempDir, readable | QFile::WriteOwner | QFile::WriteOther);
     QFile::setPermissions(paths().dataPack(), QFile::ReadOwner | QFile::ReadOther);
-    QFile::setPermissions(paths().programDir,
-                          QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(paths().programDir, readable);
     const int outcome = inChild([&] {
         // Permissions do not bind the super-user: run as nobody.
         if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) return 12;
@@ -393,25 +384,13 @@ TEST_F(AppFlowTest, ReadOnlyProgramFolderIsToldAsSuch) {
 
 class HistoryStatusTest : public FreshStoreTest {};
 
-// A stale history is offered a download at the first start of a day only: a player without a
-// network is not asked again at every start.
-TEST_F(HistoryStatusTest, DownloadOfferedOnceADay) {
-    QDir().mkpath(paths().programDir);
-    for (const auto& [day, due] :
-         {std::pair{QDate(2026, 1, 6), true}, {QDate(2026, 1, 6), false}, {QDate(2026, 1, 7), true}}) {
-        Clock::setToday(day);
-        EXPECT_EQ(downloadOfferDue(paths()), due) << day.toString().toStdString();
-    }
-}
-
-TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
+TEST_F(HistoryStatusTest, UpToDateStaleEmptyAndADownloadOfferedOnceADay) {
     // An empty history is stale; its next draw date comes from the fallback date.
     Clock::setToday(QDate(2026, 1, 6));
     EXPECT_TRUE(history_Status());
     EXPECT_EQ(ui().lastStatus(1),
               QStringLiteral(" ◆◇◆→  历史记录： 不完整，请下载或手工添加开奖记录  ←◆◇◆  "));
     EXPECT_EQ(ui().lastStatus(3), msg::noDrawStatusText(QDate(2026, 1, 6)));
-
     // Last draw on Sunday 2026/01/04: the next is Tuesday 2026/01/06.
     addDraw(2026001, QStringLiteral("2026/01/04"), makeReds(1, 2, 3, 4, 5, 6));
     EXPECT_FALSE(history_Status());  // today is the draw day
@@ -424,12 +403,18 @@ TEST_F(HistoryStatusTest, UpToDateStaleAndEmpty) {
     EXPECT_TRUE(history_Status());
     EXPECT_EQ(ui().lastStatus(1), msg::historyMissingText(1));  // the draw of the 6th
     EXPECT_EQ(ui().linesStartingWith(QStringLiteral("STATUS 1")).size(), 4);
-
     // The last draw of a year (Tuesday 2025/12/30) is followed by the new year's first issue.
     addDraw(2025151, QStringLiteral("2025/12/30"), makeReds(1, 2, 3, 4, 5, 6));
     store_Execute(QStringLiteral("DELETE FROM 历史记录 WHERE 期号=2026001"));
     history_Status();
     EXPECT_TRUE(ui().lastStatus(3).contains(QStringLiteral("下期：2026001 期 2026/01/01 开奖")));
+    // A stale history is offered a download at the first start of a day only: a player without a
+    // network is not asked again at every start.
+    for (const auto& [day, due] :
+         {std::pair{QDate(2026, 1, 6), true}, {QDate(2026, 1, 6), false}, {QDate(2026, 1, 7), true}}) {
+        Clock::setToday(day);
+        EXPECT_EQ(downloadOfferDue(paths()), due) << day.toString().toStdString();
+    }
 }
 
 }  // namespace

@@ -35,21 +35,7 @@ TEST_F(InitTest, TenDragsTwoBluesInExactOrder) {
     EXPECT_EQ(ui().pumpCount(), 420);
 }
 
-TEST_F(InitTest, BankersAreInEveryTicketAndTurnTheFormulaOff) {
-    set_GuoLvFanWei(1, 2, kPickBanker);
-    set_GuoLvFanWei(3, 8, kPickDrag);
-    set_GuoLvTiaoJian(101, kPickDrag);
-    EXPECT_EQ(init_TouZhu(kIssue), 15);
-    for (const auto& t : tickets())
-        EXPECT_TRUE(t.reds[1] == 1 && t.reds[2] == 2 && t.formula == 0) << t.serial;
-    // Eleven drags with a banker: still no formula.
-    set_GuoLvTiaoJian(1, kPickBanker);
-    set_GuoLvFanWei(2, 12, kPickDrag);
-    init_TouZhu(kIssue);
-    for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
-}
-
-TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
+TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumberAndBankersTurnItOff) {
     for (int x : {3, 7, 7, 100})
         store_Execute(QStringLiteral("INSERT INTO Ssgs (Haomagesu, Xuhao) VALUES (11, ?)"), {x});
     store_Execute(QStringLiteral("INSERT INTO Ssgs (Haomagesu, Xuhao) VALUES (12, 1)"));
@@ -58,7 +44,18 @@ TEST_F(InitTest, FormulaMarksItsTicketsBySequenceNumber) {
     // The second 7 never matches, so the formula stops there: 100 stays outside.
     for (const auto& t : tickets())
         EXPECT_EQ(t.formula, t.serial == 3 || t.serial == 7 ? t.serial : kOutsideFormula) << t.serial;
-
+    // Bankers are in every ticket and turn the formula off.
+    set_GuoLvFanWei(1, 33, kPickNone);
+    set_GuoLvFanWei(1, 2, kPickBanker);
+    set_GuoLvFanWei(3, 8, kPickDrag);
+    EXPECT_EQ(init_TouZhu(kIssue), 15);
+    for (const auto& t : tickets())
+        EXPECT_TRUE(t.reds[1] == 1 && t.reds[2] == 2 && t.formula == 0) << t.serial;
+    // Eleven drags with a banker: still no formula.
+    set_GuoLvTiaoJian(1, kPickBanker);
+    set_GuoLvFanWei(2, 12, kPickDrag);
+    init_TouZhu(kIssue);
+    for (const auto& t : tickets()) EXPECT_EQ(t.formula, 0);
     // Nine or 21 drags: no formula, the column keeps its default.
     set_GuoLvFanWei(1, 33, kPickNone);
     pickDrags(9, 1);
@@ -75,24 +72,19 @@ TEST_F(InitTest, ExistingRowsGoOrStayAsAnswered) {
     EXPECT_EQ(init_TouZhu(kIssue), 2);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 期号=2008117")), 0);
     EXPECT_EQ(tickets().front().id, 1);  // other issues go before the running key is read
-
     ui().answerConfirm(false);
     EXPECT_EQ(init_TouZhu(kIssue), 4);
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("CONFIRM ") +
                                       ScriptedScreen::oneLine(msg::kKeepOldTickets) +
                                       QStringLiteral(" | 信息提示 -> no")));
-    auto rows = tickets();
-    ASSERT_EQ(rows.size(), 4u);
-    EXPECT_EQ(rows[2].id, 3);
-    EXPECT_EQ(rows[2].serial, 1);  // 序号 starts again: it occurs twice
-    EXPECT_EQ(rows[3].serial, 2);
+    // ID and 序号: 序号 starts again, so it occurs twice.
+    EXPECT_EQ(queryLines(store(), QStringLiteral("select ID, 序号 from 日志表 order by ID")),
+              words("1|1 2|2 3|1 4|2"));
     EXPECT_EQ(ui().messages().last(), QStringLiteral("初始化选号完成!共 ４ 注！"));
-
     ui().answerConfirm(true);
     EXPECT_EQ(init_TouZhu(kIssue), 2);
-    rows = tickets();
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_EQ(rows[0].id, 5);  // behind the rows the answer deleted
+    // Behind the rows the answer deleted.
+    EXPECT_EQ(columnValues(store(), QStringLiteral("select ID from 日志表 order by ID")), (QList<int>{5, 6}));
 }
 
 // Stop in the middle of the step, whether the old tickets were to go or to stay: every row of the
@@ -124,14 +116,6 @@ TEST_F(InitTest, StopTakesTheWholeStepBack) {
     }
 }
 
-TEST_F(InitTest, NothingToExpand) {
-    shared().biaoJiQingLing = 1;
-    pickDrags(5, 1);
-    EXPECT_EQ(init_TouZhu(kIssue), 0);
-    EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
-    EXPECT_EQ(shared().biaoJiQingLing, 0);
-}
-
 TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     store_Execute(QStringLiteral("INSERT INTO 日志表 (ID, 期号, 序号) VALUES (1, 2008117, 1)"));
     // Rows no click would leave: every number picked (17,721,088 tickets). Refused before any
@@ -140,7 +124,6 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(init_TouZhu(kIssue), 0);
     EXPECT_EQ(ui().messages(), QStringList{msg::kTicketLimit});
     EXPECT_EQ(tickets().size(), 1u);
-
     // A blue banker beside 15 blue drags: the banker is the only blue, as the count says.
     set_GuoLvFanWei(1, kRedCount, kPickNone);
     pickDrags(20, kBlueCount);
@@ -149,17 +132,13 @@ TEST_F(InitTest, TheLimitHoldsWhateverThePickRowsSay) {
     EXPECT_EQ(init_TouZhu(kIssue), picks().zhuShu);
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 蓝球<>2")), 0);
     EXPECT_EQ(tickets().size(), 38760u);
-
     // Rows kept at the question count towards the limit: exactly the limit is written, one more
     // is refused.
     set_GuoLvFanWei(101, 100 + kBlueCount, kPickNone);
     pickDrags(20, 1);
     for (const int kept : {kTicketLimit - 38760 + 1, kTicketLimit - 38760}) {
         store_Execute(QStringLiteral("DELETE FROM 日志表"));
-        store_Execute(
-            QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<?) "
-                           "INSERT INTO 日志表 (ID,序号,期号) SELECT i,i,? FROM n"),
-            {kept, kIssue});
+        addTickets(kIssue, kept);
         ui().clear();
         ui().answerConfirm(false);
         const bool fits = kept + 38760 <= kTicketLimit;
@@ -181,7 +160,13 @@ TEST(IssuePrompt, ReadsTheFirstSevenCharacters) {
 
 using CommandsTest = InitTest;
 
-TEST_F(CommandsTest, EmptyGridRefusesTheLaterSteps) {
+TEST_F(CommandsTest, NothingToExpandAndAnEmptyGridRefuseTheSteps) {
+    shared().biaoJiQingLing = 1;
+    pickDrags(5, 1);
+    EXPECT_EQ(init_TouZhu(kIssue), 0);
+    EXPECT_EQ(ui().messages(), QStringList{msg::kPickFirst});
+    EXPECT_EQ(shared().biaoJiQingLing, 0);
+    ui().clear();
     for (int index : {kCmdFilter, kCmdSelect, kCmdPrizeCheck}) cmmTouZhu_Click(index);
     EXPECT_EQ(ui().messages(), QStringList(3, msg::kNoTickets));
     EXPECT_EQ(ui().lines().filter(QStringLiteral("SET Pic_subTouZhu.enabled = false")).size(), 3);

@@ -210,17 +210,14 @@ TEST_F(ShrinkTest, BulkDeleteAndRenumberMatchTheRowByRowWriteBack) {
 }
 
 TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
-    const Reds a{0, 1, 2, 3, 4, 5, 6};
-    const Reds b{0, 1, 2, 3, 4, 5, 7};
+    const Reds a{0, 1, 2, 3, 4, 5, 6}, b{0, 1, 2, 3, 4, 5, 7};
     // One ticket: kept, 序号 1.
     load({row(5, a, 1)});
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
-    EXPECT_EQ(rows()[0].serial, 1);
-    EXPECT_EQ(rows()[0].shrinkMark, 6);
+    EXPECT_EQ(queryLines(store(), QStringLiteral("select 序号, 缩水标记 from 日志表")), words("1|6"));
     EXPECT_TRUE(
         logContains(u"[保六型]缩水后余：１ 注，２ 元；已是最少注数\r\n\r\n若开奖号码在过滤后的 1 注之中: "
                     "中7球 1 注 (100.0%)"));
-
     // Differing in the blue only: T 6 removes the second, T 7 keeps both and says so.
     load({row(1, a, 1), row(2, a, 2)});
     ui().clear();
@@ -229,23 +226,19 @@ TEST_F(ShrinkTest, SmallCasesAndTheTypes) {
     EXPECT_TRUE(logEndsWith(u"[保七型]缩水后余：２ 注，４ 元"));
     EXPECT_EQ(run_SuoShui(6, kIssue), 1);
     EXPECT_EQ(rows()[0].blue, 1);
-
     // Red 5 and blue 5 are different balls: five reds alike and blue 5 against red 5 is not six.
     load({row(1, a, 9), row(2, Reds{0, 1, 2, 3, 4, 6, 7}, 5)});
     EXPECT_EQ(run_SuoShui(6, kIssue), 2);
-
     // A negative mark is never compared, so it stays; the scan keeps no other.
     load({row(1, a, 1), row(2, a, 1, -1), row(3, b, 1)});
     shared().biaoJiQingLing = 1;
     EXPECT_EQ(run_SuoShui(5, kIssue), 2);
-    const auto left = rows();
-    EXPECT_EQ(left[0].shrinkMark, 5);
-    EXPECT_EQ(left[1].shrinkMark, -1);
+    EXPECT_EQ(columnValues(store(), QStringLiteral("select 缩水标记 from 日志表 order by ID")),
+              (QList<int>{5, -1}));
 }
 
 TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
-    const Reds low{0, 1, 2, 3, 4, 5, 6};
-    const Reds high{0, 1, 2, 3, 4, 5, 33};
+    const Reds low{0, 1, 2, 3, 4, 5, 6}, high{0, 1, 2, 3, 4, 5, 33};
     load({row(1, low, 1), row(2, high, 1)});
     // With weights the heavier ticket goes first and wins.
     cmmQZfenpei_Click(0);
@@ -254,7 +247,6 @@ TEST_F(ShrinkTest, OrderFollowsWeightsAndTheFormula) {
     // The result line goes behind the log as it was before the weights were written.
     EXPECT_FALSE(logContains(u"号码权重设置完成！"));
     cmmQZfenpei_Click(5);
-
     // Without weights 序号 decides, and at T 5 the formula plays no part (FormulaInitTest keeps
     // the formula's tickets first at T 6).
     EXPECT_EQ(shrinkOrder(5, kIssue, false), QStringLiteral("临时数据 ASC, 序号 ASC, rowid ASC"));
@@ -275,9 +267,7 @@ TEST_F(ShrinkTest, StopKeepsWhatWasDoneWithoutRenumbering) {
     EXPECT_GT(after.size(), size_t(kept));
     EXPECT_LT(after.size(), 6006u);
     // Kept rows are marked, the rest not yet reached are unmarked, and 序号 keeps its gaps.
-    int marked = 0;
-    for (const Row& r : after) marked += r.shrinkMark == 6;
-    EXPECT_EQ(marked, kept);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 缩水标记=6")), kept);
     EXPECT_NE(after.back().serial, int(after.size()));
     EXPECT_TRUE(ui().lines().contains(QStringLiteral("SET TimerSuosuijinxingzong.enabled = false")));
     // The Stop stays raised, so the distribution report that follows a shrink is skipped.
@@ -359,19 +349,17 @@ TEST_F(ShrinkTest, CommandOpensSettingsThenRunsAndReports) {
     const auto after = rows();
     EXPECT_LT(after.size(), 210u);
     // The report counts each red over what is left, numbers held by none left out.
-    int ones = 0;
-    for (const Row& r : after) ones += r.reds[1] == 1;
+    const auto holding = [](const char* column, int red) {
+        return to_QuanJiao(
+            intScalar(QStringLiteral("select count(*) from 日志表 where %1=?").arg(column), {red}));
+    };
     const QString log = shared().operationLog;
     EXPECT_TRUE(log.contains(QStringLiteral("[保五型]缩水后余：") + to_QuanJiao(int(after.size())) +
                              QStringLiteral(" 注")));
     EXPECT_TRUE(log.contains(
-        QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(to_QuanJiao(ones))));
+        QStringLiteral("所选红球号码分布情况——\r\n\r\n０１：%1 注.\r\n").arg(holding("红球1", 1))));
     EXPECT_FALSE(log.contains(QStringLiteral("１１：")));
-    EXPECT_TRUE(log.endsWith(QStringLiteral("１０：%1 注.\r\n")
-                                 .arg(to_QuanJiao(std::count_if(after.begin(), after.end(), [](const Row& r) {
-                                     return r.reds[6] == 10;
-                                 })))));
-
+    EXPECT_TRUE(log.endsWith(QStringLiteral("１０：%1 注.\r\n").arg(holding("红球6", 10))));
     // No type chosen: the command asks for one and removes nothing.
     set_GuoLvTiaoJian(kShrinkTypeId, 0);
     const size_t before = rows().size();

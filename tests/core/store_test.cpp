@@ -80,7 +80,7 @@ TEST_F(DialectTest, TopKeepsTiesAndPercentRoundsUp) {
     EXPECT_EQ(db().query(QStringLiteral("select TOP 2 * from t order by a"))->recordCount(), 4);
 }
 
-TEST_F(DialectTest, DateLiteralsCompareAsDays) {
+TEST_F(DialectTest, DateLiteralsCompareAsDaysAndTheFallbackSortsLast) {
     for (const char* day : {"2019/12/31", "2020/01/01", "2020/01/02"})
         db().execute(QStringLiteral("INSERT INTO 用户表 (用户名, 最后登陆时间) VALUES (?, ?)"),
                      {QString::fromLatin1(day), *parseDateText(QString::fromLatin1(day))});
@@ -102,9 +102,17 @@ TEST_F(DialectTest, DateLiteralsCompareAsDays) {
                      .contains(QStringLiteral("noon")));
     // A date inside a string literal is text.
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 用户表 where 用户名='#2020/01/01#'")), 0);
+    // The fallback date, an issue number, sorts after every real date.
+    addDraw(2003001, QStringLiteral("2003/02/23"), makeReds(1, 2, 3, 4, 5, 6));
+    addDraw(2026001, QStringLiteral("2026/01/01"), makeReds(1, 2, 3, 4, 5, 6));
+    db().execute(QStringLiteral("UPDATE 历史记录 SET 开奖日期=2003001 WHERE 期号=2003001"));
+    EXPECT_EQ(ids(QStringLiteral("select 期号 from 历史记录 order by 开奖日期 asc")),
+              (QList<int>{2026001, 2003001}));
+    EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 历史记录 where 开奖日期>#9999/12/31#")), 0);
+    EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 历史记录 where 开奖日期>#7000/01/01#")), 2003001);
 }
 
-TEST_F(DialectTest, BracketsIndexAndQuotes) {
+TEST_F(DialectTest, BracketsIndexQuotesAndNumbersBeforeKeywords) {
     EXPECT_EQ(intScalar(QStringLiteral("select [号码] from 号码特性 where [INDEX]=5")), 5);
     // INDEX unquoted, as a column in ORDER BY and in WHERE, and a TOP tie test over it.
     auto c = db().query(QStringLiteral("select 号码 from 号码特性  ORDER BY INDEX ASC"));
@@ -113,7 +121,6 @@ TEST_F(DialectTest, BracketsIndexAndQuotes) {
     EXPECT_EQ(c->intValue(0), 33);
     EXPECT_EQ(intScalar(QStringLiteral("select TOP 1 号码 from 号码特性 where INDEX>30 ORDER BY INDEX DESC")),
               33);
-
     // Doubled quotes inside a literal, and the dialect's markers inside it left alone.
     db().execute(QStringLiteral("INSERT INTO t (id, name) VALUES (1, 'O''Neil [x] #1# INDEX')"));
     EXPECT_EQ(scalar(QStringLiteral("select name from t where name='O''Neil [x] #1# INDEX'")).toString(),
@@ -125,9 +132,7 @@ TEST_F(DialectTest, BracketsIndexAndQuotes) {
     EXPECT_TRUE(db().tableExists(QStringLiteral("t")));
     // The unguarded form: a quote in a pasted value breaks the statement.
     EXPECT_THROW(db().query(QStringLiteral("select * from 用户表 where 用户名='a'b'")), StoreError);
-}
-
-TEST_F(DialectTest, NumberRunningIntoAKeyword) {
+    // A number running into a keyword ends before it.
     rows({{1, 10, 0}, {2, 20, 0}, {3, 30, 0}});
     EXPECT_EQ(ids(QStringLiteral("select id from t where a>=10and a<=20order by id")), (QList<int>{1, 2}));
     db().execute(QStringLiteral("INSERT INTO 用户表 (用户名, 最后登陆时间) VALUES ('u1', ?)"), {36527.0});
@@ -139,7 +144,7 @@ TEST_F(DialectTest, NumberRunningIntoAKeyword) {
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 号码特性 where 区间1=1and 区间2=0")), 8);
 }
 
-TEST_F(DialectTest, CursorMovesAndCounts) {
+TEST_F(DialectTest, CursorMovesCountsAndReadsColumnsByNameOrPosition) {
     rows({{1, 10, 0}, {2, 20, 0}, {3, 30, 0}});
     auto c = db().query(QStringLiteral("select id, a from t order by id"));
     EXPECT_EQ(c->recordCount(), 3);  // known before any move
@@ -168,11 +173,9 @@ TEST_F(DialectTest, CursorMovesAndCounts) {
     EXPECT_TRUE(empty->bof());
     empty->moveLast();
     EXPECT_TRUE(empty->eof());
-}
-
-TEST_F(FreshStoreTest, CursorReadsColumnsByNameAnyCaseAndByPosition) {
+    // Columns by name in any case and by position; hidden columns stay hidden.
     db().execute(QStringLiteral("UPDATE 过滤条件 SET VALUE=7 WHERE ID=1000"));
-    auto c = db().query(QStringLiteral("select * from 过滤条件 where ID=1000"));
+    c = db().query(QStringLiteral("select * from 过滤条件 where ID=1000"));
     for (const char* name : {"Value", "VALUE", "value"}) EXPECT_EQ(c->intValue(QString::fromLatin1(name)), 7);
     EXPECT_EQ(c->intValue(1), 7);
     EXPECT_EQ(c->fieldCount(), 2);  // hidden columns stay hidden
@@ -204,6 +207,16 @@ TEST_F(FreshStoreTest, CursorWritesInPlace) {
     // A second cursor of the same rows reads what the first one wrote.
     auto again = db().query(QStringLiteral("select * from 过滤条件 where ID=1"));
     EXPECT_EQ(again->intValue(QStringLiteral("VALUE")), 11);
+    // A row keeps its place when its key changes.
+    addDraw(2020001, QStringLiteral("2020/01/02"), makeReds(1, 2, 3, 4, 5, 6));
+    addDraw(2020003, QStringLiteral("2020/01/05"), makeReds(1, 2, 3, 4, 5, 7));
+    auto draws = db().query(QStringLiteral("select * from 历史记录 order by 期号 asc"));
+    draws->setValue(QStringLiteral("期号"), 2020002);  // the issue is the table's key
+    draws->update();
+    draws->setValue(QStringLiteral("和值"), 21);
+    draws->update();
+    EXPECT_EQ(intScalar(QStringLiteral("select 和值 from 历史记录 where 期号=2020002")), 21);
+    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 历史记录")), 2);
 }
 
 TEST_F(FreshStoreTest, CursorAddNewAppendsARow) {
@@ -216,13 +229,13 @@ TEST_F(FreshStoreTest, CursorAddNewAppendsARow) {
         c->update();
     }
     EXPECT_EQ(c->recordCount(), 2);
-    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 日志表 where 期号=2020001")), 2);
     // The row just added can be written again through the same cursor.
     c->moveFirst();
     c->setValue(QStringLiteral("红球1"), 9);
     c->update();
-    EXPECT_EQ(intScalar(QStringLiteral("select 红球1 from 日志表 where 序号=1")), 9);
-    EXPECT_EQ(intScalar(QStringLiteral("select 红球1 from 日志表 where 序号=2")), 0);
+    EXPECT_EQ(
+        queryLines(db(), QStringLiteral("select 序号, 红球1 from 日志表 where 期号=2020001 order by 序号")),
+        words("1|9 2|0"));
     // An added row shows the identity and the defaults the table gave it.
     c->moveLast();
     const int id = c->intValue(QStringLiteral("ID"));
@@ -230,18 +243,6 @@ TEST_F(FreshStoreTest, CursorAddNewAppendsARow) {
     EXPECT_EQ(c->value(QStringLiteral("过滤标记")).toInt(), 0);
     EXPECT_FALSE(c->value(QStringLiteral("缩水标记")).isNull());
     EXPECT_EQ(intScalar(QStringLiteral("select 序号 from 日志表 where ID=?"), {id}), 2);
-}
-
-TEST_F(FreshStoreTest, RowKeepsItsPlaceWhenItsKeyChanges) {
-    addDraw(2020001, QStringLiteral("2020/01/02"), makeReds(1, 2, 3, 4, 5, 6));
-    addDraw(2020003, QStringLiteral("2020/01/05"), makeReds(1, 2, 3, 4, 5, 7));
-    auto c = db().query(QStringLiteral("select * from 历史记录 order by 期号 asc"));
-    c->setValue(QStringLiteral("期号"), 2020002);  // the issue is the table's key
-    c->update();
-    c->setValue(QStringLiteral("和值"), 21);
-    c->update();
-    EXPECT_EQ(intScalar(QStringLiteral("select 和值 from 历史记录 where 期号=2020002")), 21);
-    EXPECT_EQ(intScalar(QStringLiteral("select count(*) from 历史记录")), 2);
 }
 
 TEST_F(FreshStoreTest, JoinsAndAggregatesRefuseWrites) {
@@ -278,7 +279,7 @@ TEST_F(FreshStoreTest, TransactionCommitsWhenThePassThrows) {
 
 // Statements are kept prepared between runs: a kept one reads a table as it is now, after a column
 // was added or the table made anew, and the bounded cache goes on answering past its size.
-TEST_F(DialectTest, KeptStatementsFollowTheTable) {
+TEST_F(DialectTest, KeptStatementsFollowTheTableAndClearTableEmptiesIt) {
     rows({{1, 10, 0}});
     const QString all = QStringLiteral("select * from t order by id");
     EXPECT_EQ(db().query(all)->fieldCount(), 4);
@@ -286,19 +287,14 @@ TEST_F(DialectTest, KeptStatementsFollowTheTable) {
     auto c = db().query(all);
     EXPECT_EQ(c->fieldCount(), 5);
     EXPECT_EQ(c->intValue(QStringLiteral("extra")), 7);
-
     db().execute(QStringLiteral("DROP TABLE t"));
     EXPECT_THROW(db().query(all), StoreError);
     db().execute(QStringLiteral("CREATE TABLE t (id INTEGER, a INTEGER)"));
     db().execute(QStringLiteral("INSERT INTO t (id, a) VALUES (3, 0), (2, 0)"));
     EXPECT_EQ(ids(all), (QList<int>{2, 3}));
-
     for (int i = 0; i < 600; ++i)  // texts that paste their values fill the cache many times over
         EXPECT_EQ(db().scalar(QStringLiteral("select %1 + id from t where id=2").arg(i)).toInt(), i + 2);
     EXPECT_EQ(ids(all), (QList<int>{2, 3}));
-}
-
-TEST_F(FreshStoreTest, ClearTableEmptiesIt) {
     db().clearTable(QStringLiteral("BallColor"));
     EXPECT_EQ(intScalar(QStringLiteral("select count(*) from BallColor")), 0);
     EXPECT_THROW(db().clearTable(QStringLiteral("NoSuchTable")), StoreError);
@@ -320,17 +316,6 @@ TEST(DateValue, DayNumbersTextAndTheClock) {
     EXPECT_EQ(Clock::today(), QDate::currentDate());
 }
 
-TEST_F(FreshStoreTest, FallbackDateSortsAfterRealDates) {
-    addDraw(2003001, QStringLiteral("2003/02/23"), makeReds(1, 2, 3, 4, 5, 6));
-    addDraw(2026001, QStringLiteral("2026/01/01"), makeReds(1, 2, 3, 4, 5, 6));
-    db().execute(QStringLiteral("UPDATE 历史记录 SET 开奖日期=2003001 WHERE 期号=2003001"));
-    auto c = db().query(QStringLiteral("select 期号 from 历史记录 order by 开奖日期 asc"));
-    c->moveLast();
-    EXPECT_EQ(c->intValue(0), 2003001);
-    EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 历史记录 where 开奖日期>#9999/12/31#")), 0);
-    EXPECT_EQ(intScalar(QStringLiteral("select 期号 from 历史记录 where 开奖日期>#7000/01/01#")), 2003001);
-}
-
 // ---- pack ----
 
 class PackTest : public DovrexTest {
@@ -339,7 +324,7 @@ class PackTest : public DovrexTest {
     const QString store = tempPath(QStringLiteral("store.dat"));
 };
 
-TEST_F(PackTest, LayoutRoundTripAndARewrittenTarget) {
+TEST_F(PackTest, LayoutRoundTripARewrittenTargetAndAPlainStore) {
     const QString a = tempFile(QStringLiteral("a"), "abc"), b = tempFile(QStringLiteral("b"), "de");
     ASSERT_TRUE(pack(a, b, tempPath(QStringLiteral("p"))));
     EXPECT_EQ(fileBytes(tempPath(QStringLiteral("p"))), QByteArray("\x03\0\0\0\x02\0\0\0abcde", 13));
@@ -353,6 +338,13 @@ TEST_F(PackTest, LayoutRoundTripAndARewrittenTarget) {
     ASSERT_TRUE(unpack(packed, out1, out2));
     EXPECT_EQ(fileBytes(out1), fileBytes(store));
     EXPECT_EQ(fileBytes(out2), fileBytes(aux));
+    // A plain store file stands in for a pack, with an empty aux file.
+    ASSERT_TRUE(writeFile(out1, "old") && writeFile(out2, "old aux"));
+    EXPECT_TRUE(isPlainStoreFile(store));
+    ASSERT_TRUE(unpack(store, out1, out2));
+    EXPECT_EQ(fileBytes(out1), fileBytes(store));
+    EXPECT_TRUE(fileBytes(out2).isEmpty());
+    EXPECT_NO_THROW(Store::open(out1));
 }
 
 TEST_F(PackTest, DamagedPacksAreRefusedAndTouchNothing) {
@@ -378,15 +370,6 @@ TEST_F(PackTest, DamagedPacksAreRefusedAndTouchNothing) {
     }
     EXPECT_FALSE(unpack(tempPath(QStringLiteral("missing")), out1, out2));
     EXPECT_EQ(fileBytes(out1), QByteArray("keep me 1"));
-}
-
-TEST_F(PackTest, PlainStoreFileStandsInForAPack) {
-    const QString out1 = tempPath(QStringLiteral("out1")), out2 = tempFile(QStringLiteral("out2"), "old aux");
-    EXPECT_TRUE(isPlainStoreFile(store));
-    ASSERT_TRUE(unpack(store, out1, out2));
-    EXPECT_EQ(fileBytes(out1), fileBytes(store));
-    EXPECT_TRUE(fileBytes(out2).isEmpty());
-    EXPECT_NO_THROW(Store::open(out1));
 }
 
 }  // namespace

@@ -41,4 +41,9 @@ inline QStringList tableRows(Store& db, const QString& table) {
     return queryLines(db, QStringLiteral("select * from [%1] order by rowid").arg(table));
 }
 
+// The words of `text` split at blanks: an expected list of short rows or values in one line.
+inline QStringList words(const char* text) {
+    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
+}
+
 }  // namespace dovrex::test

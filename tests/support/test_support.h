@@ -24,6 +24,11 @@
 #include "screen/shared_state.h"
 #include "store/store.h"
 
+// A failed comparison of texts shows the texts, not their bytes.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
 namespace dovrex::test {
 
 // The shipped pack of the build tree.

@@ -47,10 +47,7 @@ AppPaths AppPaths::standard(bool create) {
     if (create) QDir().mkpath(p.programDir);
     p.tempDir = tempDirFor(p.programDir);
     p.documentsDir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    if (create) {
-        QDir().mkpath(p.programDir);
-        QDir().mkpath(p.tempDir);
-    }
+    if (create) QDir().mkpath(p.tempDir);
     return p;
 }
 

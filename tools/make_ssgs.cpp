@@ -17,8 +17,9 @@
 // place, one size at a time, for example
 //   dovrex-makessgs --gen 13 120 18 18     (a 13-cycle with five drags fixed)
 //   dovrex-makessgs --gen 7,7 120 17 17    (two 7-cycles turned together, three fixed)
-// With --from the plain search starts from the formula a file holds for that size (one found over
-// orbits, say) and goes on dropping from there.
+// With --from the search starts from the formula a file holds for that size (one found over the
+// orbits of a larger group, say) and goes on dropping from there, plain or over the orbits of the
+// group given.
 // With --independent an annealing walk at the given temperature that also counts the pairs sharing
 // five. Results depend on the time given, the seed and the machine's speed, so the file is checked
 // in rather than made at build time.
@@ -499,7 +500,7 @@ int main(int argc, char** argv) {
     bool independent = false;
     std::vector<const char*> generators;
     std::uint64_t seed = 20081118u;
-    const char* from = nullptr;  // a formulas file to start from, sizes it has (without --gen)
+    const char* from = nullptr;  // a formulas file to start from, sizes it has
     for (;;) {
         const std::string option = argc > 1 ? argv[1] : "";
         if (option == "--independent") {
@@ -546,8 +547,20 @@ int main(int argc, char** argv) {
                 return sixes;
             };
             WeightedSwap w(g, seed + unsigned(n));
-            const std::vector<int> start =
-                from && generators.empty() ? readFormula(from, n) : std::vector<int>{};
+            // A start read from a file is taken orbit by orbit: every orbit it touches comes in
+            // whole, so a formula made of orbits of a larger group starts the search unchanged.
+            std::vector<int> start;
+            if (from) {
+                std::vector<char> inFormula(size_t(j.size()), 0);
+                for (int r : readFormula(from, n))
+                    if (r >= 0 && r < j.size()) inFormula[size_t(r)] = 1;
+                for (int o = 0; o < g.size(); ++o)
+                    for (int r : g.members[size_t(o)])
+                        if (inFormula[size_t(r)]) {
+                            start.push_back(o);
+                            break;
+                        }
+            }
             w.reset(start.empty() ? greedy(g, false) : start);
             best = expand(w.blocks);
             for (;;) {

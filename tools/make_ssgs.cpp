@@ -400,6 +400,7 @@ std::vector<int> parsePermutation(const char* text, int n) {
 // every six when it covers one six of each orbit, so the search works on far fewer vertices.
 struct Orbits : Graph {
     std::vector<std::vector<int>> members;  // orbit -> its sixes (ranks)
+    std::vector<int> orbitOf;               // rank -> its orbit
 
     Orbits(const Johnson& j, const std::vector<std::vector<int>>& generators) {
         auto apply = [&](const std::vector<int>& perm, std::uint32_t mask) {
@@ -408,7 +409,7 @@ struct Orbits : Graph {
                 if (mask >> i & 1) out |= 1u << perm[size_t(i)];
             return out;
         };
-        std::vector<int> orbitOf(size_t(j.size()), -1);
+        orbitOf.assign(size_t(j.size()), -1);
         for (int r = 0; r < j.size(); ++r) {
             if (orbitOf[size_t(r)] >= 0) continue;
             const int id = int(members.size());
@@ -551,15 +552,12 @@ int main(int argc, char** argv) {
             // whole, so a formula made of orbits of a larger group starts the search unchanged.
             std::vector<int> start;
             if (from) {
-                std::vector<char> inFormula(size_t(j.size()), 0);
-                for (int r : readFormula(from, n))
-                    if (r >= 0 && r < j.size()) inFormula[size_t(r)] = 1;
-                for (int o = 0; o < g.size(); ++o)
-                    for (int r : g.members[size_t(o)])
-                        if (inFormula[size_t(r)]) {
-                            start.push_back(o);
-                            break;
-                        }
+                std::vector<char> taken(size_t(g.size()), 0);
+                for (int r : readFormula(from, n)) {
+                    if (r < 0 || r >= j.size()) continue;
+                    const int o = g.orbitOf[size_t(r)];
+                    if (!taken[size_t(o)]) taken[size_t(o)] = 1, start.push_back(o);
+                }
             }
             w.reset(start.empty() ? greedy(g, false) : start);
             best = expand(w.blocks);

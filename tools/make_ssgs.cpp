@@ -7,6 +7,8 @@
 //
 //   dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... <seconds per size>
 //       [<first n> <last n> [<temperature>]] > formulas.txt
+//   dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] <seconds per size>
+//       [<first n> <last n>] > formulas.txt
 //
 // Method: a greedy cover, then a local search at a fixed size; each time it covers every six the
 // size goes down by one and the search goes on from there, until the time for that size is spent.
@@ -20,10 +22,15 @@
 // With --from the search starts from the formula a file holds for that size (one found over the
 // orbits of a larger group, say) and goes on dropping from there, plain or over the orbits of the
 // group given.
+// With --recover it goes on from the file's formula region by region, each round (--round seconds,
+// 30 by default) freeing the tickets that hold C of K drags, drawn at random or given by their
+// numbers from 0 ("11.12.13.14.15.16.17.18.19:4,5,6"), and covering again with fewer tickets what
+// only they covered.
 // With --independent an annealing walk at the given temperature that also counts the pairs sharing
 // five. Results depend on the time given, the seed and the machine's speed, so the file is checked
 // in rather than made at build time.
 #include <algorithm>
+#include <bit>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -94,14 +101,39 @@ struct Johnson : Graph {
     }
 };
 
+// A set of vertices kept as a list, for a random pick and a walk over it, each knowing its place.
+struct IndexedSet {
+    std::vector<int> items, where;
+    void reset(size_t n) {
+        items.clear();
+        where.assign(n, -1);
+    }
+    void set(int v, bool on) {
+        if (on) {
+            where[size_t(v)] = int(items.size());
+            items.push_back(v);
+        } else {
+            const int at = where[size_t(v)], last = items.back();
+            items[size_t(at)] = last;
+            where[size_t(last)] = at;
+            items.pop_back();
+            where[size_t(v)] = -1;
+        }
+    }
+    bool empty() const { return items.empty(); }
+    size_t size() const { return items.size(); }
+    int operator[](size_t i) const { return items[i]; }
+    auto begin() const { return items.begin(); }
+    auto end() const { return items.end(); }
+};
+
 struct Search {
     const Johnson& j;
     std::mt19937_64 rng;
-    std::vector<int> blocks;      // chosen sixes
-    std::vector<int> cover;       // rank -> how many chosen sixes cover it
-    std::vector<int> uncovered;   // ranks with cover 0
-    std::vector<int> whereUncov;  // rank -> index in uncovered, or -1
-    std::vector<int> slotOf;      // rank -> index in blocks, or -1 (a six is chosen once at most)
+    std::vector<int> blocks;  // chosen sixes
+    std::vector<int> cover;   // rank -> how many chosen sixes cover it
+    IndexedSet uncovered;     // ranks with cover 0
+    std::vector<int> slotOf;  // rank -> index in blocks, or -1 (a six is chosen once at most)
 
     bool independent = false;  // no two chosen sixes may share five
 
@@ -115,23 +147,12 @@ struct Search {
         cover.assign(size_t(j.size()), 0);
         for (int x : blocks)
             for (int v : j.closed[size_t(x)]) ++cover[size_t(v)];
-        uncovered.clear();
-        whereUncov.assign(size_t(j.size()), -1);
+        uncovered.reset(size_t(j.size()));
         for (int v = 0; v < j.size(); ++v)
             if (cover[size_t(v)] == 0) markUncovered(v);
     }
-    void markUncovered(int v) {
-        whereUncov[size_t(v)] = int(uncovered.size());
-        uncovered.push_back(v);
-    }
-    void markCovered(int v) {
-        const int at = whereUncov[size_t(v)];
-        const int last = uncovered.back();
-        uncovered[size_t(at)] = last;
-        whereUncov[size_t(last)] = at;
-        uncovered.pop_back();
-        whereUncov[size_t(v)] = -1;
-    }
+    void markUncovered(int v) { uncovered.set(v, true); }
+    void markCovered(int v) { uncovered.set(v, false); }
     void add(int x) {
         for (int v : j.closed[size_t(x)])
             if (cover[size_t(v)]++ == 0) markCovered(v);
@@ -220,7 +241,8 @@ struct Search {
 struct WeightedSwap {
     const Graph& g;
     std::mt19937_64 rng;
-    std::vector<int> blocks, slotOf, cover, uncovered, whereUncov;
+    std::vector<int> blocks, slotOf, cover;
+    IndexedSet uncovered;
     std::vector<long> coverSum;  // sum of the chosen vertices covering v: v's sole coverer when cover is 1
     std::vector<long> weight, loss;  // loss[x]: weight covered by x alone (x chosen)
     std::vector<long> tabuUntil, bonus;
@@ -234,33 +256,20 @@ struct WeightedSwap {
         slotOf.assign(n, -1);
         cover.assign(n, 0);
         coverSum.assign(n, 0);
-        whereUncov.assign(n, -1);
         if (weight.empty())
             for (size_t v = 0; v < n; ++v) weight.push_back(g.sixesOf(int(v)));
         loss.assign(n, 0);
         tabuUntil.assign(n, 0);
         bonus.assign(n, 0);
-        uncovered.clear();
+        uncovered.reset(n);
         for (size_t i = 0; i < blocks.size(); ++i) slotOf[size_t(blocks[i])] = int(i);
         for (int x : blocks)
             for (int v : g.closed[size_t(x)]) ++cover[size_t(v)], coverSum[size_t(v)] += x;
         for (size_t v = 0; v < n; ++v) {
             if (cover[v] == 0)
-                setUncovered(int(v), true);
+                uncovered.set(int(v), true);
             else if (cover[v] == 1)
                 loss[size_t(coverSum[v])] += weight[v];
-        }
-    }
-    void setUncovered(int v, bool on) {
-        if (on) {
-            whereUncov[size_t(v)] = int(uncovered.size());
-            uncovered.push_back(v);
-        } else {
-            const int at = whereUncov[size_t(v)], lastV = uncovered.back();
-            uncovered[size_t(at)] = lastV;
-            whereUncov[size_t(lastV)] = at;
-            uncovered.pop_back();
-            whereUncov[size_t(v)] = -1;
         }
     }
     void add(int y) {
@@ -269,7 +278,7 @@ struct WeightedSwap {
         for (int v : g.closed[size_t(y)]) {
             const int c = ++cover[size_t(v)];
             if (c == 1) {
-                setUncovered(v, false);
+                uncovered.set(v, false);
                 loss[size_t(y)] += weight[size_t(v)];
             } else if (c == 2) {
                 loss[size_t(coverSum[size_t(v)])] -= weight[size_t(v)];
@@ -288,7 +297,7 @@ struct WeightedSwap {
             coverSum[size_t(v)] -= x;
             const int c = --cover[size_t(v)];
             if (c == 0)
-                setUncovered(v, true);
+                uncovered.set(v, true);
             else if (c == 1)
                 loss[size_t(coverSum[size_t(v)])] += weight[size_t(v)];
         }
@@ -495,13 +504,147 @@ void printFormula(std::FILE* to, int n, std::vector<int> ranks) {
     std::fflush(to);
 }
 
+// The search on a region of a formula: the sixes the tickets outside it leave uncovered are the
+// only ones that count (its rows), and any six may come in. Each step lets go of the chosen six whose
+// loss weighs least and brings in, next to a random uncovered row, the six covering most weight;
+// uncovered rows gain weight. Two moves a step rather than the best exchange: on a region of a
+// hundred tickets and thousands of rows it makes many more steps in the same time.
+struct RegionSwap {
+    const Johnson& j;
+    std::mt19937_64 rng;
+    std::vector<int> rowSix;               // row -> its six
+    std::vector<std::vector<int>> rowsOf;  // six -> the rows it covers
+    std::vector<int> cover;
+    IndexedSet uncovered, chosen;
+    std::vector<long> weight, age;
+    long step = 0;
+
+    RegionSwap(const Johnson& j_, const std::vector<int>& rows, std::uint64_t seed)
+        : j(j_),
+          rng(seed),
+          rowSix(rows),
+          rowsOf(size_t(j_.size())),
+          cover(rows.size(), 0),
+          weight(rows.size(), 1),
+          age(size_t(j_.size()), 0) {
+        for (size_t r = 0; r < rows.size(); ++r)
+            for (int x : j.closed[size_t(rows[r])]) rowsOf[size_t(x)].push_back(int(r));
+        uncovered.reset(rows.size());
+        chosen.reset(size_t(j.size()));
+        for (size_t r = 0; r < rows.size(); ++r) uncovered.set(int(r), true);
+    }
+    void add(int x) {
+        chosen.set(x, true);
+        for (int r : rowsOf[size_t(x)])
+            if (cover[size_t(r)]++ == 0) uncovered.set(r, false);
+    }
+    void removeAt(size_t i) {
+        const int x = chosen[i];
+        chosen.set(x, false);
+        for (int r : rowsOf[size_t(x)])
+            if (--cover[size_t(r)] == 0) uncovered.set(r, true);
+    }
+    long loss(int x) const {
+        long l = 0;
+        for (int r : rowsOf[size_t(x)]) l += cover[size_t(r)] == 1 ? weight[size_t(r)] : 0;
+        return l;
+    }
+    // The chosen six whose loss weighs least, the longest unmoved among equals, not `except`.
+    size_t cheapest(int except = -1) const {
+        size_t best = chosen.size();
+        long bestLoss = 0;
+        for (size_t i = 0; i < chosen.size(); ++i) {
+            if (chosen[i] == except) continue;
+            const long l = loss(chosen[i]);
+            if (best == chosen.size() || l < bestLoss ||
+                (l == bestLoss && age[size_t(chosen[i])] < age[size_t(chosen[best])]))
+                best = i, bestLoss = l;
+        }
+        return best;
+    }
+    // True once every row is covered.
+    bool run(CpuClock::time_point until) {
+        int lastIn = -1;
+        while (!uncovered.empty()) {
+            if ((++step & 255) == 0 && CpuClock::now() > until) return false;
+            const size_t out = cheapest(lastIn);
+            if (out == chosen.size()) return false;
+            const int lastOut = chosen[out];
+            age[size_t(lastOut)] = step;
+            removeAt(out);
+            const int row = uncovered[rng() % uncovered.size()];
+            int in = -1;
+            long bestGain = -1;
+            for (int x : j.closed[size_t(rowSix[size_t(row)])]) {
+                if (chosen.where[size_t(x)] >= 0 || x == lastOut) continue;
+                long gain = 0;
+                for (int r : rowsOf[size_t(x)]) gain += cover[size_t(r)] == 0 ? weight[size_t(r)] : 0;
+                if (gain > bestGain || (gain == bestGain && age[size_t(x)] < age[size_t(in)]))
+                    bestGain = gain, in = x;
+            }
+            add(in);
+            age[size_t(in)] = step;
+            lastIn = in;
+            for (int r : uncovered) ++weight[size_t(r)];
+        }
+        return true;
+    }
+};
+
+// Goes on from a formula region by region: each round picks `drags` drags at random (or takes the
+// `given` ones), frees the tickets of the formula holding a number of them in `counts`, and re-covers
+// with fewer tickets the sixes only those covered. Such a region (every ticket holding four or more
+// of nine drags, say) is far larger than a walk over single exchanges can rebuild, and it is where
+// an orbit formula keeps its waste. Each smaller formula goes to the log.
+std::vector<int> recoverRegions(const Johnson& j, std::vector<int> formula, int drags, std::uint32_t given,
+                                const std::vector<int>& counts, double roundSeconds,
+                                CpuClock::time_point until, std::uint64_t seed) {
+    std::mt19937_64 rng(seed);
+    std::vector<int> order(size_t(j.n));
+    for (int round = 0; CpuClock::now() < until; ++round) {
+        for (int d = 0; d < j.n; ++d) order[size_t(d)] = d;
+        std::shuffle(order.begin(), order.end(), rng);
+        std::uint32_t region = given;
+        for (int d = 0; !given && d < drags && d < j.n; ++d) region |= 1u << order[size_t(d)];
+        std::vector<int> kept, freed;
+        for (int x : formula) {
+            const int held = std::popcount(j.masks[size_t(x)] & region);
+            (std::find(counts.begin(), counts.end(), held) != counts.end() ? freed : kept).push_back(x);
+        }
+        std::vector<char> coveredByKept(size_t(j.size()), 0);
+        for (int x : kept)
+            for (int v : j.closed[size_t(x)]) coveredByKept[size_t(v)] = 1;
+        std::vector<int> rows;
+        for (int v = 0; v < j.size(); ++v)
+            if (!coveredByKept[size_t(v)]) rows.push_back(v);
+        const auto roundEnd =
+            std::min(until, CpuClock::now() + std::chrono::duration_cast<CpuClock::duration>(
+                                                  std::chrono::duration<double>(roundSeconds)));
+        RegionSwap s(j, rows, rng());
+        for (int x : freed) s.add(x);
+        while (!s.chosen.empty()) {
+            s.removeAt(s.cheapest());
+            if (!s.run(roundEnd)) break;
+            formula = kept;
+            formula.insert(formula.end(), s.chosen.begin(), s.chosen.end());
+            printFormula(stderr, j.n, formula);
+            std::fprintf(stderr, "n %d: round %d, %zu tickets\n", j.n, round, formula.size());
+        }
+    }
+    return formula;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     bool independent = false;
     std::vector<const char*> generators;
     std::uint64_t seed = 20081118u;
-    const char* from = nullptr;  // a formulas file to start from, sizes it has
+    const char* from = nullptr;   // a formulas file to start from, sizes it has
+    int regionDrags = 0;          // --recover: drags per region, and the counts of them it frees
+    std::uint32_t regionSet = 0;  // the drags themselves, when given
+    std::vector<int> regionCounts;
+    double roundSeconds = 30;
     for (;;) {
         const std::string option = argc > 1 ? argv[1] : "";
         if (option == "--independent") {
@@ -513,6 +656,23 @@ int main(int argc, char** argv) {
         } else if (argc > 2 && option == "--from") {
             from = argv[2];
             argc -= 2, argv += 2;
+        } else if (argc > 2 && option == "--recover") {
+            // "9:4,5,6": nine drags at random each round, freeing the tickets holding four to six
+            // of them; "11.12.13:2,3": those drags (from 0) every round
+            char* p = argv[2];
+            const long first = std::strtol(p, &p, 10);
+            if (*p == '.') {
+                regionSet = 1u << first;
+                while (*p == '.') regionSet |= 1u << std::strtol(p + 1, &p, 10);
+                regionDrags = std::popcount(regionSet);
+            } else {
+                regionDrags = int(first);
+            }
+            while (*p == ':' || *p == ',') regionCounts.push_back(int(std::strtol(p + 1, &p, 10)));
+            argc -= 2, argv += 2;
+        } else if (argc > 2 && option == "--round") {
+            roundSeconds = std::atof(argv[2]);
+            argc -= 2, argv += 2;
         } else if (argc > 2 && option == "--seed") {
             seed = std::strtoull(argv[2], nullptr, 10);
             argc -= 2, argv += 2;
@@ -520,10 +680,12 @@ int main(int argc, char** argv) {
             break;
         }
     }
-    if (argc < 2) {
+    if (argc < 2 || (regionDrags > 0 && (!from || regionCounts.empty()))) {
         std::fprintf(stderr,
                      "usage: dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... "
-                     "<seconds per size> [<first n> <last n> [<temperature>]]\n");
+                     "<seconds per size> [<first n> <last n> [<temperature>]]\n"
+                     "       dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] "
+                     "<seconds per size> [<first n> <last n>]\n");
         return 2;
     }
     const double seconds = std::atof(argv[1]);
@@ -535,7 +697,14 @@ int main(int argc, char** argv) {
         const auto until = CpuClock::now() + std::chrono::duration_cast<CpuClock::duration>(
                                                  std::chrono::duration<double>(seconds));
         std::vector<int> best;
-        if (!independent) {
+        if (regionDrags > 0) {
+            for (int r : readFormula(from, n))
+                if (r >= 0 && r < j.size() && std::find(best.begin(), best.end(), r) == best.end())
+                    best.push_back(r);
+            if (best.empty()) continue;
+            best = recoverRegions(j, best, regionDrags, regionSet, regionCounts, roundSeconds, until,
+                                  seed + unsigned(n));
+        } else if (!independent) {
             // On the orbits of the group the generators make (each six its own orbit without any):
             // drop the cheapest orbit each time the rest covers everything, keep the last cover.
             std::vector<std::vector<int>> perms;

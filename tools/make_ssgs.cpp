@@ -120,6 +120,7 @@ struct IndexedSet {
             where[size_t(v)] = -1;
         }
     }
+    bool contains(int v) const { return where[size_t(v)] >= 0; }
     bool empty() const { return items.empty(); }
     size_t size() const { return items.size(); }
     int operator[](size_t i) const { return items[i]; }
@@ -149,17 +150,15 @@ struct Search {
             for (int v : j.closed[size_t(x)]) ++cover[size_t(v)];
         uncovered.reset(size_t(j.size()));
         for (int v = 0; v < j.size(); ++v)
-            if (cover[size_t(v)] == 0) markUncovered(v);
+            if (cover[size_t(v)] == 0) uncovered.set(v, true);
     }
-    void markUncovered(int v) { uncovered.set(v, true); }
-    void markCovered(int v) { uncovered.set(v, false); }
     void add(int x) {
         for (int v : j.closed[size_t(x)])
-            if (cover[size_t(v)]++ == 0) markCovered(v);
+            if (cover[size_t(v)]++ == 0) uncovered.set(v, false);
     }
     void remove(int x) {
         for (int v : j.closed[size_t(x)])
-            if (--cover[size_t(v)] == 0) markUncovered(v);
+            if (--cover[size_t(v)] == 0) uncovered.set(v, true);
     }
     // Chosen sixes sharing five with z, z itself left out.
     int clashes(int z, int except) const {
@@ -472,20 +471,22 @@ std::vector<int> greedy(const Graph& j, bool independent) {
     return blocks;
 }
 
-// The formula for n drags in a file this tool wrote (ranks from 0), or none.
-std::vector<int> readFormula(const char* path, int n) {
+// The formula for j's drags in a file this tool wrote (ranks from 0), or none. A rank that is no
+// six of the drags, or comes again, is left out.
+std::vector<int> readFormula(const char* path, const Johnson& j) {
     std::vector<int> ranks;
+    std::vector<char> seen(size_t(j.size()), 0);
     std::FILE* f = std::fopen(path, "r");
     if (!f) return ranks;
     char line[1 << 16];
-    const std::string head = std::to_string(n) + ":";
+    const std::string head = std::to_string(j.n) + ":";
     while (std::fgets(line, sizeof line, f)) {
         if (std::string(line).rfind(head, 0) != 0) continue;
         for (char* p = line + head.size(); *p;) {
             char* end = nullptr;
             const long x = std::strtol(p, &end, 10);
             if (end == p) break;
-            ranks.push_back(int(x) - 1);
+            if (x >= 1 && x <= j.size() && !seen[size_t(x - 1)]++) ranks.push_back(int(x) - 1);
             p = end;
         }
         break;
@@ -576,7 +577,7 @@ struct RegionSwap {
             int in = -1;
             long bestGain = -1;
             for (int x : j.closed[size_t(rowSix[size_t(row)])]) {
-                if (chosen.where[size_t(x)] >= 0 || x == lastOut) continue;
+                if (chosen.contains(x) || x == lastOut) continue;
                 long gain = 0;
                 for (int r : rowsOf[size_t(x)]) gain += cover[size_t(r)] == 0 ? weight[size_t(r)] : 0;
                 if (gain > bestGain || (gain == bestGain && age[size_t(x)] < age[size_t(in)]))
@@ -698,9 +699,7 @@ int main(int argc, char** argv) {
                                                  std::chrono::duration<double>(seconds));
         std::vector<int> best;
         if (regionDrags > 0) {
-            for (int r : readFormula(from, n))
-                if (r >= 0 && r < j.size() && std::find(best.begin(), best.end(), r) == best.end())
-                    best.push_back(r);
+            best = readFormula(from, j);
             if (best.empty()) continue;
             best = recoverRegions(j, best, regionDrags, regionSet, regionCounts, roundSeconds, until,
                                   seed + unsigned(n));
@@ -722,8 +721,7 @@ int main(int argc, char** argv) {
             std::vector<int> start;
             if (from) {
                 std::vector<char> taken(size_t(g.size()), 0);
-                for (int r : readFormula(from, n)) {
-                    if (r < 0 || r >= j.size()) continue;
+                for (int r : readFormula(from, j)) {
                     const int o = g.orbitOf[size_t(r)];
                     if (!taken[size_t(o)]) taken[size_t(o)] = 1, start.push_back(o);
                 }

@@ -635,6 +635,42 @@ std::vector<int> recoverRegions(const Johnson& j, std::vector<int> formula, int 
     return formula;
 }
 
+// A region as --recover takes it: "9:4,5,6" is nine drags drawn at random each round, freeing the
+// tickets holding four to six of them; "11.12.13:2,3" is those drags (from 0) every round. False
+// unless the whole text is such a region, with drags that fit a mask and counts a six can hold.
+bool parseRegion(const char* text, int& drags, std::uint32_t& given, std::vector<int>& counts) {
+    auto number = [](const char*& p, long low, long high, long& out) {
+        char* end = nullptr;
+        out = std::strtol(p, &end, 10);
+        const bool ok = end != p && out >= low && out <= high;
+        p = end;
+        return ok;
+    };
+    const char* p = text;
+    long x = 0;
+    if (!number(p, 0, 32, x)) return false;
+    given = 0;
+    if (*p == '.') {
+        if (x > 31) return false;
+        given = 1u << x;
+        while (*p == '.') {
+            if (!number(++p, 0, 31, x)) return false;
+            given |= 1u << x;
+        }
+        drags = std::popcount(given);
+    } else {
+        if (x < 1) return false;
+        drags = int(x);
+    }
+    counts.clear();
+    if (*p != ':') return false;
+    do {
+        if (!number(++p, 0, 6, x)) return false;
+        counts.push_back(int(x));
+    } while (*p == ',');
+    return *p == '\0';
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -658,18 +694,7 @@ int main(int argc, char** argv) {
             from = argv[2];
             argc -= 2, argv += 2;
         } else if (argc > 2 && option == "--recover") {
-            // "9:4,5,6": nine drags at random each round, freeing the tickets holding four to six
-            // of them; "11.12.13:2,3": those drags (from 0) every round
-            char* p = argv[2];
-            const long first = std::strtol(p, &p, 10);
-            if (*p == '.') {
-                regionSet = 1u << first;
-                while (*p == '.') regionSet |= 1u << std::strtol(p + 1, &p, 10);
-                regionDrags = std::popcount(regionSet);
-            } else {
-                regionDrags = int(first);
-            }
-            while (*p == ':' || *p == ',') regionCounts.push_back(int(std::strtol(p + 1, &p, 10)));
+            if (!parseRegion(argv[2], regionDrags, regionSet, regionCounts)) regionDrags = -1;
             argc -= 2, argv += 2;
         } else if (argc > 2 && option == "--round") {
             roundSeconds = std::atof(argv[2]);
@@ -681,7 +706,7 @@ int main(int argc, char** argv) {
             break;
         }
     }
-    if (argc < 2 || (regionDrags > 0 && (!from || regionCounts.empty()))) {
+    if (argc < 2 || regionDrags < 0 || (regionDrags > 0 && !from)) {
         std::fprintf(stderr,
                      "usage: dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... "
                      "<seconds per size> [<first n> <last n> [<temperature>]]\n"

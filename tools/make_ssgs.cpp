@@ -378,26 +378,44 @@ struct WeightedSwap {
     }
 };
 
+// Reads a whole number within [low, high] at p and moves p past it; false when there is none or it
+// lies outside.
+bool readNumber(const char*& p, long low, long high, long& out) {
+    char* end = nullptr;
+    out = std::strtol(p, &end, 10);
+    const bool ok = end != p && out >= low && out <= high;
+    p = end;
+    return ok;
+}
+
 // A permutation of the drags, written either as cycle lengths ("17" turns drags 0..16, "5,5,5" turns
 // three runs of five together, a 1 leaves a drag where it is) or, after a 'p', as the image of each
-// drag in turn ("p0,2,4,..."). Drags not named stay.
+// drag in turn ("p0,2,4,..."). Drags not named stay. Empty unless the whole text is such a list and
+// it makes a permutation of the n drags (cycles that fit, images that are drags and come once).
 std::vector<int> parsePermutation(const char* text, int n) {
     std::vector<int> perm(static_cast<size_t>(n));
     for (int i = 0; i < n; ++i) perm[size_t(i)] = i;
+    const bool images = text[0] == 'p';
     std::vector<int> numbers;
-    for (const char* p = text[0] == 'p' ? text + 1 : text; *p;) {
-        numbers.push_back(std::atoi(p));
-        while (*p && *p != ',') ++p;
-        if (*p) ++p;
-    }
-    if (text[0] == 'p') {
-        for (size_t i = 0; i < numbers.size() && i < size_t(n); ++i)
-            if (numbers[i] >= 0 && numbers[i] < n) perm[i] = numbers[i];
+    const char* p = images ? text + 1 : text;
+    long x = 0;
+    do {
+        if (!numbers.empty()) ++p;
+        if (!readNumber(p, images ? 0 : 1, n - (images ? 1 : 0), x)) return {};
+        numbers.push_back(int(x));
+    } while (*p == ',');
+    if (*p != '\0' || (images && numbers.size() > size_t(n))) return {};
+    if (images) {
+        std::copy(numbers.begin(), numbers.end(), perm.begin());
+        std::vector<int> sorted = perm;
+        std::sort(sorted.begin(), sorted.end());
+        for (int i = 0; i < n; ++i)
+            if (sorted[size_t(i)] != i) return {};
         return perm;
     }
     int start = 0;
     for (int len : numbers) {
-        if (len < 1 || start + len > n) break;
+        if (start + len > n) return {};
         for (int i = 0; i < len; ++i) perm[size_t(start + i)] = start + (i + 1) % len;
         start += len;
     }
@@ -639,22 +657,15 @@ std::vector<int> recoverRegions(const Johnson& j, std::vector<int> formula, int 
 // tickets holding four to six of them; "11.12.13:2,3" is those drags (from 0) every round. False
 // unless the whole text is such a region, with drags that fit a mask and counts a six can hold.
 bool parseRegion(const char* text, int& drags, std::uint32_t& given, std::vector<int>& counts) {
-    auto number = [](const char*& p, long low, long high, long& out) {
-        char* end = nullptr;
-        out = std::strtol(p, &end, 10);
-        const bool ok = end != p && out >= low && out <= high;
-        p = end;
-        return ok;
-    };
     const char* p = text;
     long x = 0;
-    if (!number(p, 0, 32, x)) return false;
+    if (!readNumber(p, 0, 32, x)) return false;
     given = 0;
     if (*p == '.') {
         if (x > 31) return false;
         given = 1u << x;
         while (*p == '.') {
-            if (!number(++p, 0, 31, x)) return false;
+            if (!readNumber(++p, 0, 31, x)) return false;
             given |= 1u << x;
         }
         drags = std::popcount(given);
@@ -665,7 +676,7 @@ bool parseRegion(const char* text, int& drags, std::uint32_t& given, std::vector
     counts.clear();
     if (*p != ':') return false;
     do {
-        if (!number(++p, 0, 6, x)) return false;
+        if (!readNumber(++p, 0, 6, x)) return false;
         counts.push_back(int(x));
     } while (*p == ',');
     return *p == '\0';
@@ -732,7 +743,14 @@ int main(int argc, char** argv) {
             // On the orbits of the group the generators make (each six its own orbit without any):
             // drop the cheapest orbit each time the rest covers everything, keep the last cover.
             std::vector<std::vector<int>> perms;
-            for (const char* text : generators) perms.push_back(parsePermutation(text, n));
+            for (const char* text : generators) {
+                perms.push_back(parsePermutation(text, n));
+                if (perms.back().empty()) {
+                    std::fprintf(stderr, "dovrex-makessgs: --gen %s is no permutation of %d drags\n", text,
+                                 n);
+                    return 2;
+                }
+            }
             const Orbits g(j, perms);
             auto expand = [&](const std::vector<int>& orbits) {
                 std::vector<int> sixes;

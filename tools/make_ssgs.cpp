@@ -717,7 +717,14 @@ int main(int argc, char** argv) {
             break;
         }
     }
-    if (argc < 2 || regionDrags < 0 || (regionDrags > 0 && !from)) {
+    // The drag counts index a table of 2^n entries by a six's bit set: fewer than six drags would
+    // write outside it, and more than 24 ask for gigabytes.
+    long first = 10, last = 20;
+    auto readDrags = [](const char* text, long& out) {
+        return readNumber(text, 6, 24, out) && *text == '\0';
+    };
+    const bool sizesRead = argc <= 3 || (readDrags(argv[2], first) && readDrags(argv[3], last));
+    if (argc < 2 || !sizesRead || regionDrags < 0 || (regionDrags > 0 && !from)) {
         std::fprintf(stderr,
                      "usage: dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... "
                      "<seconds per size> [<first n> <last n> [<temperature>]]\n"
@@ -726,10 +733,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const double seconds = std::atof(argv[1]);
-    const int first = argc > 3 ? std::atoi(argv[2]) : 10;
-    const int last = argc > 3 ? std::atoi(argv[3]) : 20;
     const double temperature = argc > 4 ? std::atof(argv[4]) : 0.3;
-    for (int n = first; n <= last; ++n) {
+    for (int n = int(first); n <= int(last); ++n) {
         const Johnson j(n);
         const auto until = CpuClock::now() + std::chrono::duration_cast<CpuClock::duration>(
                                                  std::chrono::duration<double>(seconds));

@@ -5,7 +5,7 @@
 // share five reds, so that a shrink at T 6, which scans the formula first, keeps exactly the
 // formula; the shipped file is made without it, for the smallest sizes.
 //
-//   dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... <seconds per size>
+//   dovrex-makessgs [--independent] [--tickets] [--seed S] [--from FILE] [--gen PERM]... <seconds per size>
 //       [<first n> <last n> [<temperature>]] > formulas.txt
 //   dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] <seconds per size>
 //       [<first n> <last n>] > formulas.txt
@@ -19,6 +19,9 @@
 // place, one size at a time, for example
 //   dovrex-makessgs --gen 13 120 18 18     (a 13-cycle with five drags fixed)
 //   dovrex-makessgs --gen 7,7 120 17 17    (two 7-cycles turned together, three fixed)
+// Over orbits the size steps down one orbit at a time; with --tickets it steps down by tickets
+// instead, letting a large orbit go for a small one, which is what counts once the group's orbits
+// differ in size (a cycle with a group turning the fixed drags as well, say).
 // With --from the search starts from the formula a file holds for that size (one found over the
 // orbits of a larger group, say) and goes on dropping from there, plain or over the orbits of the
 // group given.
@@ -246,6 +249,9 @@ struct WeightedSwap {
     std::vector<long> weight, loss;  // loss[x]: weight covered by x alone (x chosen)
     std::vector<long> tabuUntil, bonus;
     long step = 0;
+    // Tickets the chosen orbits stand for, and the most a step may leave chosen: orbits of a group
+    // differ in size, and the formula's size is its tickets, not its orbits.
+    long tickets = 0, budget = std::numeric_limits<long>::max();
 
     WeightedSwap(const Graph& g_, std::uint64_t seed) : g(g_), rng(seed) {}
 
@@ -261,7 +267,11 @@ struct WeightedSwap {
         tabuUntil.assign(n, 0);
         bonus.assign(n, 0);
         uncovered.reset(n);
-        for (size_t i = 0; i < blocks.size(); ++i) slotOf[size_t(blocks[i])] = int(i);
+        tickets = 0;
+        for (size_t i = 0; i < blocks.size(); ++i) {
+            slotOf[size_t(blocks[i])] = int(i);
+            tickets += g.sixesOf(blocks[i]);
+        }
         for (int x : blocks)
             for (int v : g.closed[size_t(x)]) ++cover[size_t(v)], coverSum[size_t(v)] += x;
         for (size_t v = 0; v < n; ++v) {
@@ -274,6 +284,7 @@ struct WeightedSwap {
     void add(int y) {
         slotOf[size_t(y)] = int(blocks.size());
         blocks.push_back(y);
+        tickets += g.sixesOf(y);
         for (int v : g.closed[size_t(y)]) {
             const int c = ++cover[size_t(v)];
             if (c == 1) {
@@ -292,6 +303,7 @@ struct WeightedSwap {
         blocks.pop_back();
         slotOf[size_t(x)] = -1;
         loss[size_t(x)] = 0;
+        tickets -= g.sixesOf(x);
         for (int v : g.closed[size_t(x)]) {
             coverSum[size_t(v)] -= x;
             const int c = --cover[size_t(v)];
@@ -337,7 +349,12 @@ struct WeightedSwap {
                     cheap.insert(at, x);
                 }
             }
+            // Whether letting x go (none when x < 0) and bringing y in keeps within the budget.
+            const auto fits = [&](int x, int y) {
+                return tickets - (x >= 0 ? g.sixesOf(x) : 0) + g.sixesOf(y) <= budget;
+            };
             const auto consider = [&](int x, int y, long cost) {
+                if (!fits(x, y)) return;
                 if (cost < best) {
                     best = cost, bestX = x, bestY = y, ties = 1;
                 } else if (cost == best && rng() % ++ties == 0) {
@@ -361,16 +378,21 @@ struct WeightedSwap {
                     if (tabuUntil[size_t(x)] <= step)
                         consider(x, y, loss[size_t(x)] - bonus[size_t(x)] - gain);
                 for (int x : cheap)
-                    if (bonus[size_t(x)] == 0) {
+                    if (bonus[size_t(x)] == 0 && fits(x, y)) {
                         consider(x, y, loss[size_t(x)] - gain);
                         break;
                     }
+                // Room left by letting a larger orbit go: y may come in on its own (only while
+                // the size is counted in tickets; counted in orbits, every step is a swap).
+                if (budget < std::numeric_limits<long>::max()) consider(-1, y, -gain);
                 for (int x : touched) bonus[size_t(x)] = 0;
             }
-            if (bestX < 0) continue;
-            removeAt(size_t(slotOf[size_t(bestX)]));
+            if (bestY < 0) continue;
+            if (bestX >= 0) {
+                removeAt(size_t(slotOf[size_t(bestX)]));
+                tabuUntil[size_t(bestX)] = step + 5 + long(rng() % 3);
+            }
             add(bestY);
-            tabuUntil[size_t(bestX)] = step + 5 + long(rng() % 3);
             tabuUntil[size_t(bestY)] = step + 2 + long(rng() % 3);
             for (int v : uncovered) ++weight[size_t(v)];
         }
@@ -686,6 +708,7 @@ bool parseRegion(const char* text, int& drags, std::uint32_t& given, std::vector
 
 int main(int argc, char** argv) {
     bool independent = false;
+    bool byTickets = false;  // --tickets: step the size down by tickets rather than by orbits
     std::vector<const char*> generators;
     std::uint64_t seed = 20081118u;
     const char* from = nullptr;   // a formulas file to start from, sizes it has
@@ -697,6 +720,9 @@ int main(int argc, char** argv) {
         const std::string option = argc > 1 ? argv[1] : "";
         if (option == "--independent") {
             independent = true;
+            --argc, ++argv;
+        } else if (option == "--tickets") {
+            byTickets = true;
             --argc, ++argv;
         } else if (argc > 2 && option == "--gen") {
             generators.push_back(argv[2]);
@@ -725,11 +751,12 @@ int main(int argc, char** argv) {
     };
     const bool sizesRead = argc <= 3 || (readDrags(argv[2], first) && readDrags(argv[3], last));
     if (argc < 2 || !sizesRead || regionDrags < 0 || (regionDrags > 0 && !from)) {
-        std::fprintf(stderr,
-                     "usage: dovrex-makessgs [--independent] [--seed S] [--from FILE] [--gen PERM]... "
-                     "<seconds per size> [<first n> <last n> [<temperature>]]\n"
-                     "       dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] "
-                     "<seconds per size> [<first n> <last n>]\n");
+        std::fprintf(
+            stderr,
+            "usage: dovrex-makessgs [--independent] [--tickets] [--seed S] [--from FILE] [--gen PERM]... "
+            "<seconds per size> [<first n> <last n> [<temperature>]]\n"
+            "       dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] "
+            "<seconds per size> [<first n> <last n>]\n");
         return 2;
     }
     const double seconds = std::atof(argv[1]);
@@ -777,9 +804,13 @@ int main(int argc, char** argv) {
             w.reset(start.empty() ? greedy(g, false) : start);
             best = expand(w.blocks);
             for (;;) {
-                std::vector<int> trial = w.blocks;
-                trial.erase(trial.begin() + long(w.cheapest()));
-                w.reset(trial);
+                // Drop the cheapest orbits until the rest stand for fewer tickets than the best.
+                if (byTickets) w.budget = long(best.size()) - 1;
+                do {
+                    std::vector<int> trial = w.blocks;
+                    trial.erase(trial.begin() + long(w.cheapest()));
+                    w.reset(trial);
+                } while (w.tickets > w.budget && !w.blocks.empty());
                 if (!w.run(until)) break;
                 if (expand(w.blocks).size() < best.size()) {
                     best = expand(w.blocks);

@@ -810,9 +810,9 @@ int main(int argc, char** argv) {
                     std::vector<int> trial = w.blocks;
                     trial.erase(trial.begin() + long(w.cheapest()));
                     w.reset(trial);
-                } while (w.tickets > w.budget && !w.blocks.empty());
+                } while (w.tickets > w.budget);
                 if (!w.run(until)) break;
-                if (expand(w.blocks).size() < best.size()) {
+                if (size_t(w.tickets) < best.size()) {
                     best = expand(w.blocks);
                     printFormula(stderr, n, best);
                 }

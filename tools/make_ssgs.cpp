@@ -5,10 +5,10 @@
 // share five reds, so that a shrink at T 6, which scans the formula first, keeps exactly the
 // formula; the shipped file is made without it, for the smallest sizes.
 //
-//   dovrex-makessgs [--independent] [--tickets] [--forget AVG KEEP] [--seed S] [--from FILE]
-//       [--gen PERM]... <seconds per size> [<first n> <last n> [<temperature>]] > formulas.txt
-//   dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--forget AVG KEEP] [--seed S]
-//       <seconds per size> [<first n> <last n>] > formulas.txt
+//   dovrex-makessgs [--independent] [--tickets] [--seed S] [--from FILE] [--gen PERM]... <seconds per size>
+//       [<first n> <last n> [<temperature>]] > formulas.txt
+//   dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] <seconds per size>
+//       [<first n> <last n>] > formulas.txt
 //
 // Method: a greedy cover, then a local search at a fixed size; each time it covers every six the
 // size goes down by one and the search goes on from there, until the time for that size is spent.
@@ -29,8 +29,6 @@
 // 30 by default) freeing the tickets that hold C of K drags, drawn at random or given by their
 // numbers from 0 ("11.12.13.14.15.16.17.18.19:4,5,6"), and covering again with fewer tickets what
 // only they covered.
-// With --forget the weights are scaled back (each keeps KEEP of what it gathered) whenever they
-// average more than AVG; --forget 1000 0.3 over orbits, 50 0.3 for --recover.
 // With --independent an annealing walk at the given temperature that also counts the pairs sharing
 // five. Results depend on the time given, the seed and the machine's speed, so the file is checked
 // in rather than made at build time.
@@ -43,7 +41,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <limits>
-#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -243,24 +240,6 @@ struct Search {
 // x go is loss[x] (weight x alone covers) less what y would cover again of it, less what y newly
 // covers. Swapped vertices are tabu for a few steps, and uncovered vertices gain weight each step, so
 // vertices hard to cover pull the search towards them.
-// Forgetting for the weighted walks: once the weights average more than `above`, each keeps only
-// `keep` of what it gathered over its start. Without it the weights of long-standing hard spots grow
-// without end and pin the walk to one neighbourhood; with it an orbit search that took minutes to
-// settle settles in seconds. Off when `above` is 0.
-struct Forgetting {
-    double above = 0, keep = 0.3;
-    // Scales the gathered weight down when due; true when it did.
-    bool apply(std::vector<long>& weight, long& sum, const std::vector<long>& base) const {
-        if (above <= 0 || double(sum) <= above * double(weight.size())) return false;
-        sum = 0;
-        for (size_t v = 0; v < weight.size(); ++v) {
-            weight[v] = base[v] + long(double(weight[v] - base[v]) * keep);
-            sum += weight[v];
-        }
-        return true;
-    }
-};
-
 struct WeightedSwap {
     const Graph& g;
     std::mt19937_64 rng;
@@ -273,9 +252,6 @@ struct WeightedSwap {
     // Tickets the chosen orbits stand for, and the most a step may leave chosen: orbits of a group
     // differ in size, and the formula's size is its tickets, not its orbits.
     long tickets = 0, budget = std::numeric_limits<long>::max();
-    Forgetting forgetting;
-    std::vector<long> baseWeight;
-    long weightSum = 0;
 
     WeightedSwap(const Graph& g_, std::uint64_t seed) : g(g_), rng(seed) {}
 
@@ -285,11 +261,8 @@ struct WeightedSwap {
         slotOf.assign(n, -1);
         cover.assign(n, 0);
         coverSum.assign(n, 0);
-        if (weight.empty()) {
+        if (weight.empty())
             for (size_t v = 0; v < n; ++v) weight.push_back(g.sixesOf(int(v)));
-            baseWeight = weight;
-            weightSum = std::accumulate(weight.begin(), weight.end(), 0L);
-        }
         loss.assign(n, 0);
         tabuUntil.assign(n, 0);
         bonus.assign(n, 0);
@@ -422,12 +395,6 @@ struct WeightedSwap {
             add(bestY);
             tabuUntil[size_t(bestY)] = step + 2 + long(rng() % 3);
             for (int v : uncovered) ++weight[size_t(v)];
-            weightSum += long(uncovered.size());
-            if (forgetting.apply(weight, weightSum, baseWeight)) {
-                std::fill(loss.begin(), loss.end(), 0);
-                for (size_t v = 0; v < weight.size(); ++v)
-                    if (cover[v] == 1) loss[size_t(coverSum[v])] += weight[v];
-            }
         }
         return true;
     }
@@ -592,9 +559,6 @@ struct RegionSwap {
     IndexedSet uncovered, chosen;
     std::vector<long> weight, age;
     long step = 0;
-    Forgetting forgetting;
-    std::vector<long> baseWeight;
-    long weightSum;
 
     RegionSwap(const Johnson& j_, const std::vector<int>& rows, std::uint64_t seed)
         : j(j_),
@@ -603,9 +567,7 @@ struct RegionSwap {
           rowsOf(size_t(j_.size())),
           cover(rows.size(), 0),
           weight(rows.size(), 1),
-          age(size_t(j_.size()), 0),
-          baseWeight(rows.size(), 1),
-          weightSum(long(rows.size())) {
+          age(size_t(j_.size()), 0) {
         for (size_t r = 0; r < rows.size(); ++r)
             for (int x : j.closed[size_t(rows[r])]) rowsOf[size_t(x)].push_back(int(r));
         uncovered.reset(rows.size());
@@ -665,8 +627,6 @@ struct RegionSwap {
             age[size_t(in)] = step;
             lastIn = in;
             for (int r : uncovered) ++weight[size_t(r)];
-            weightSum += long(uncovered.size());
-            forgetting.apply(weight, weightSum, baseWeight);
         }
         return true;
     }
@@ -679,8 +639,7 @@ struct RegionSwap {
 // an orbit formula keeps its waste. Each smaller formula goes to the log.
 std::vector<int> recoverRegions(const Johnson& j, std::vector<int> formula, int drags, std::uint32_t given,
                                 const std::vector<int>& counts, double roundSeconds,
-                                CpuClock::time_point until, std::uint64_t seed,
-                                const Forgetting& forgetting) {
+                                CpuClock::time_point until, std::uint64_t seed) {
     std::mt19937_64 rng(seed);
     std::vector<int> order(size_t(j.n));
     for (int round = 0; CpuClock::now() < until; ++round) {
@@ -703,7 +662,6 @@ std::vector<int> recoverRegions(const Johnson& j, std::vector<int> formula, int 
             std::min(until, CpuClock::now() + std::chrono::duration_cast<CpuClock::duration>(
                                                   std::chrono::duration<double>(roundSeconds)));
         RegionSwap s(j, rows, rng());
-        s.forgetting = forgetting;
         for (int x : freed) s.add(x);
         while (!s.chosen.empty()) {
             s.removeAt(s.cheapest());
@@ -758,7 +716,6 @@ int main(int argc, char** argv) {
     std::uint32_t regionSet = 0;  // the drags themselves, when given
     std::vector<int> regionCounts;
     double roundSeconds = 30;
-    Forgetting forgetting;
     for (;;) {
         const std::string option = argc > 1 ? argv[1] : "";
         if (option == "--independent") {
@@ -779,10 +736,6 @@ int main(int argc, char** argv) {
         } else if (argc > 2 && option == "--round") {
             roundSeconds = std::atof(argv[2]);
             argc -= 2, argv += 2;
-        } else if (argc > 3 && option == "--forget") {
-            forgetting.above = std::atof(argv[2]);
-            forgetting.keep = std::atof(argv[3]);
-            argc -= 3, argv += 3;
         } else if (argc > 2 && option == "--seed") {
             seed = std::strtoull(argv[2], nullptr, 10);
             argc -= 2, argv += 2;
@@ -800,11 +753,9 @@ int main(int argc, char** argv) {
     if (argc < 2 || !sizesRead || regionDrags < 0 || (regionDrags > 0 && !from)) {
         std::fprintf(
             stderr,
-            "usage: dovrex-makessgs [--independent] [--tickets] [--forget AVG KEEP] [--seed S] [--from FILE] "
-            "[--gen PERM]... "
+            "usage: dovrex-makessgs [--independent] [--tickets] [--seed S] [--from FILE] [--gen PERM]... "
             "<seconds per size> [<first n> <last n> [<temperature>]]\n"
-            "       dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--forget AVG KEEP] [--seed "
-            "S] "
+            "       dovrex-makessgs --from FILE --recover K:C,C... [--round S] [--seed S] "
             "<seconds per size> [<first n> <last n>]\n");
         return 2;
     }
@@ -819,7 +770,7 @@ int main(int argc, char** argv) {
             best = readFormula(from, j);
             if (best.empty()) continue;
             best = recoverRegions(j, best, regionDrags, regionSet, regionCounts, roundSeconds, until,
-                                  seed + unsigned(n), forgetting);
+                                  seed + unsigned(n));
         } else if (!independent) {
             // On the orbits of the group the generators make (each six its own orbit without any):
             // drop the cheapest orbit each time the rest covers everything, keep the last cover.
@@ -840,7 +791,6 @@ int main(int argc, char** argv) {
                 return sixes;
             };
             WeightedSwap w(g, seed + unsigned(n));
-            w.forgetting = forgetting;
             // A start read from a file is taken orbit by orbit: every orbit it touches comes in
             // whole, so a formula made of orbits of a larger group starts the search unchanged.
             std::vector<int> start;
